@@ -1,0 +1,54 @@
+# The floors of the house, lowest first. A folder may use those before it, never those after it;
+# folders on one floor (joined by "+") do not use each other.
+set(CAPD_FLOORS
+  base embedded db deploy toolkit print components session reports
+  patients+funds charges+wardrequests hub+visits+assessment app)
+string(REPLACE "+" ";" CAPD_LAYERS "${CAPD_FLOORS}")
+
+function(capd_floor_of layer result)
+  set(number 0)
+  foreach(floor IN LISTS CAPD_FLOORS)
+    string(REPLACE "+" ";" rooms "${floor}")
+    if(layer IN_LIST rooms)
+      set(${result} ${number} PARENT_SCOPE)
+      return()
+    endif()
+    math(EXPR number "${number} + 1")
+  endforeach()
+  message(FATAL_ERROR "'${layer}' is not a folder of the house (cmake/Layers.cmake)")
+endfunction()
+
+# add_layer(charges USES db toolkit LIBRARIES Qt6::Widgets)
+# One static library made of every source, window layout and resource in this folder.
+function(add_layer layer)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "USES;LIBRARIES")
+  capd_floor_of(${layer} own)
+  foreach(used IN LISTS arg_USES)
+    capd_floor_of(${used} floor)
+    if(NOT floor LESS own)
+      message(FATAL_ERROR "src/${layer} may not use src/${used}: that runs upward or sideways")
+    endif()
+  endforeach()
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp *.h *.ui *.qrc)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  add_library(${layer} STATIC ${sources})
+  target_include_directories(${layer} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(${layer} PUBLIC ${arg_USES} Qt6::Core ${arg_LIBRARIES})
+endfunction()
+
+# Every tests/<layer>/tst_*.cpp is a test program of its own, labelled with its folder.
+function(add_layer_tests layer)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "USES")
+  file(GLOB programs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${layer}/tst_*.cpp)
+  foreach(program IN LISTS programs)
+    get_filename_component(name ${program} NAME_WE)
+    add_executable(${name} ${program})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    target_compile_definitions(${name} PRIVATE
+      CAPD_SOURCE_DIR="${CMAKE_SOURCE_DIR}" CAPD_TEST_DIR="${CMAKE_CURRENT_SOURCE_DIR}/${layer}")
+    target_link_libraries(${name} PRIVATE ${layer} ${arg_USES} Qt6::Test)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES LABELS ${layer} TIMEOUT 600
+      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC")
+  endforeach()
+endfunction()

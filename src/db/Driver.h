@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "embedded/RowSink.h"
+
+namespace db {
+
+/// What a connection needs of an engine. Errors are base::DatabaseError with the engine's number
+/// and text; the connection adds the command.
+class Driver {
+public:
+    virtual ~Driver() = default;
+    /// Runs a command text; rows of the first result with columns go to `sink`. Returns the rows
+    /// written, -1 where none.
+    virtual qint64 Execute(const QString& command, embedded::RowSink& sink) = 0;
+    virtual void SetDefaultDatabase(const QString& name) = 0;
+    virtual void BeginTrans() = 0;
+    virtual void CommitTrans() = 0;
+    virtual void RollbackTrans() = 0;
+    /// Key columns of a table as named in a statement; empty where it has none.
+    virtual std::vector<QString> KeyColumns(const QString& table) = 0;
+};
+
+}  // namespace db

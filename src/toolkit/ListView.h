@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QTreeView>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "db/RowStore.h"
+
+namespace toolkit {
+
+/// A column of a list: what its header says and which column of the rows it shows.
+struct ListColumn {
+    QString Header;
+    int WidthTwips;
+    QString Field;
+};
+
+/// Rows of a recordset as a list: nothing is copied a cell, the order is a permutation of row
+/// numbers. Sorting compares stored values of one kind (numbers as numbers, moments as moments,
+/// texts by base::CompareTexts), never what is shown; equal rows keep their order.
+class RowListModel final : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    explicit RowListModel(std::vector<ListColumn> columns, QObject* parent = nullptr);
+
+    /// Shows these rows in the order they came; null shows none. A column whose field the rows
+    /// lack throws base::DatabaseError 3265 naming it.
+    void SetRows(std::shared_ptr<const db::RowStore> rows);
+    /// Rows for which it answers true carry a star before their first column.
+    void SetStarred(std::function<bool(const db::RowStore& rows, int row)> starred);
+    /// The shown text of a cell; empty outside.
+    QString TextAt(int row, int column) const;
+    /// Position in the rows behind a shown row.
+    int SourceRow(int row) const { return m_order[row]; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    void sort(int column, Qt::SortOrder order) override;
+
+private:
+    std::vector<ListColumn> m_columns;
+    std::vector<int> m_fields;
+    std::shared_ptr<const db::RowStore> m_rows;
+    std::vector<int> m_order;
+    std::function<bool(const db::RowStore&, int)> m_starred;
+};
+
+/// A report-style list with the unit's habits: a click on a header sorts, reversing the order each
+/// time, and marks that header with an arrow; whole rows are chosen; Ctrl+Insert copies the row.
+class ListView final : public QTreeView {
+    Q_OBJECT
+public:
+    explicit ListView(QWidget* parent = nullptr);
+
+    /// Shows the model's columns with their widths; header marks start blank.
+    void SetListModel(RowListModel* model, const std::vector<ListColumn>& columns);
+    /// "ArrowUp", "ArrowDown" or "Blank": the mark of a header.
+    QString HeaderMark(int column) const;
+    /// The order of the next sort is the reverse of this one.
+    Qt::SortOrder SortOrder() const { return m_sortOrder; }
+
+public slots:
+    /// As a click on that header. The current row stays current.
+    void SortBy(int column);
+
+signals:
+    /// The current row changed, by key or by mouse; -1 for none.
+    void RowChosen(int row);
+    /// Double click or Enter on a row.
+    void RowOpened(int row);
+
+protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    Qt::SortOrder m_sortOrder = Qt::DescendingOrder;
+    int m_sortColumn = -1;
+};
+
+}  // namespace toolkit
