@@ -6,7 +6,7 @@
 
 #include "components/Component.h"
 
-/// Creates the in-house components by ProgID.
+/// Creates the in-house components by ProgID, in any spelling of case.
 namespace components {
 
 using Factory = std::function<std::shared_ptr<Component>()>;
@@ -18,14 +18,18 @@ void Register(const QString& progId, Factory factory);
 void RegisterBuiltIns();
 
 /// A new object of that ProgID. A server name is accepted; the object lives in this program.
-/// Throws base::RuntimeError 429 naming the ProgID when it is unknown or of another kind.
+/// Throws base::RuntimeError 429 naming the ProgID when it is unknown.
 std::shared_ptr<Component> Create(const QString& progId, const QString& serverName = {});
 
+/// What is thrown for a ProgID that is unknown or of another kind.
+base::RuntimeError NoSuchComponent(const QString& progId);
+
+/// As Create, for the members of one interface.
 template <class Interface>
 std::shared_ptr<Interface> CreateObject(const QString& progId, const QString& serverName = {}) {
     auto object = std::dynamic_pointer_cast<Interface>(Create(progId, serverName));
     if (!object)
-        throw base::RuntimeError(429, QStringLiteral("The component can't be created: %1").arg(progId));
+        throw NoSuchComponent(progId);
     return object;
 }
 

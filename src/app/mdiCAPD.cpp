@@ -1,0 +1,159 @@
+#include "app/mdiCAPD.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMdiSubWindow>
+#include <QToolButton>
+
+#include "patients/frmPatientList.h"
+#include "reports/UnitReports.h"
+#include "session/modGlobals.h"
+#include "toolkit/Images.h"
+#include "toolkit/MsgBox.h"
+#include "ui_mdiCAPD.h"
+
+using components::PatientLister;
+using toolkit::BoxIcon;
+
+mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()) {
+    ui->setupUi(this);
+    connect(ui->mnuNew, &QAction::triggered, this, &mdiCAPD::NewRegistration);
+    connect(ui->mnuVist, &QAction::triggered, this, &mdiCAPD::RegisterVisit);
+    connect(ui->mnuAssessmentEntry, &QAction::triggered, this,
+            [this] { NotBuiltYet(QStringLiteral("Assessment Entry")); });
+    connect(ui->mnuAssessmentStatus, &QAction::triggered, this,
+            [this] { NotBuiltYet(QStringLiteral("Assessment Status")); });
+    connect(ui->mnuCAPDVisits, &QAction::triggered, this, &modMain::PrintCAPDVisits);
+    connect(ui->mnuIncomeReport, &QAction::triggered, this, &modMain::PrintIncome);
+    connect(ui->mnuCAPDPatients, &QAction::triggered, this, &modMain::PrintCAPDPatients);
+    AddToolButton(QStringLiteral("New"), ui->mnuNew, toolkit::Images::Icon(toolkit::Image::NewSheet));
+    AddToolButton(QStringLiteral("Assessment"), ui->mnuAssessmentEntry,
+                  toolkit::Images::Icon(toolkit::Image::Assessment));
+    qApp->installEventFilter(this);
+}
+
+mdiCAPD::~mdiCAPD() = default;
+
+void mdiCAPD::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (m_loaded)
+        return;
+    m_loaded = true;
+    Load();
+}
+
+void mdiCAPD::Load() {
+    ShowPatientList();
+    if (!ConnectSupplyCatalogue())
+        close();
+}
+
+bool mdiCAPD::ConnectSupplyCatalogue() {
+    const auto connection = modGlobals::gCurrentUser->SQLConnection();
+    if (!modGlobals::gSupplyList->InitConnection(connection) ||
+        !modGlobals::gSupplyList2->InitConnection(connection)) {
+        toolkit::MsgBox(QStringLiteral("Cannot load supplies list."), BoxIcon::Critical);
+        return false;
+    }
+    if (!modGlobals::gSupplyInfo->InitConnect(connection)) {
+        toolkit::MsgBox(QStringLiteral("Cannot load supplies information."), BoxIcon::Critical);
+        return false;
+    }
+    return true;
+}
+
+void mdiCAPD::ShowPatientList() {
+    m_patientList = new frmPatientList;
+    connect(m_patientList, &frmPatientList::PatientOpened, this, &mdiCAPD::PatientOpened);
+    connect(m_patientList, &frmPatientList::PatientChosen, this,
+            [this](const QString& hospNum, const QString& idNum, const QString& capdNum, const QString& name) {
+                statusBar()->showMessage(
+                    QStringLiteral("%1    Hosp. No. %2    Adm. No. %3    CAPD No. %4")
+                        .arg(name, hospNum, idNum, capdNum.isEmpty() ? QStringLiteral("none") : capdNum));
+            });
+    connect(m_patientList, &frmPatientList::StatusText, this,
+            [this](const QString& text) { statusBar()->showMessage(text); });
+    m_patientListFrame = ui->mdiArea->addSubWindow(m_patientList, Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+    m_patientListFrame->installEventFilter(this);
+    m_patientListFrame->showMaximized();
+}
+
+void mdiCAPD::closeEvent(QCloseEvent* event) {
+    m_unloading = true;
+    QMainWindow::closeEvent(event);
+}
+
+bool mdiCAPD::eventFilter(QObject* watched, QEvent* event) {
+    // Nothing opens the patient search again, so nothing but the frame closes it.
+    if (watched == m_patientListFrame && event->type() == QEvent::Close && !m_unloading) {
+        event->ignore();
+        return true;
+    }
+    // In a text box Ctrl+C or Ctrl+A still means the menu; Ctrl+Insert copies.
+    if (event->type() == QEvent::ShortcutOverride && isActiveWindow()) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (IsMenuShortcut(QKeySequence(key->keyCombination()))) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+bool mdiCAPD::IsMenuShortcut(const QKeySequence& keys) const {
+    for (const QMenu* menu : menuBar()->findChildren<QMenu*>())
+        for (const QAction* action : menu->actions())
+            if (!action->shortcut().isEmpty() && action->shortcut() == keys)
+                return true;
+    return false;
+}
+
+void mdiCAPD::AddToolButton(const QString& key, const QAction* twin, const QIcon& icon) {
+    auto* action = ui->Toolbar1->addAction(icon, key);
+    action->setToolTip(QStringLiteral("%1 (%2)").arg(twin->text().remove(u'&'), twin->shortcut().toString()));
+    connect(action, &QAction::triggered, this, [this, key] { Toolbar1_ButtonClick(key); });
+}
+
+void mdiCAPD::Toolbar1_ButtonClick(const QString& key) {
+    if (key.toUpper() == QStringLiteral("NEW"))
+        NewRegistration();
+    else if (key.toUpper() == QStringLiteral("ASSESSMENT"))
+        ui->mnuAssessmentEntry->trigger();
+}
+
+void mdiCAPD::NewRegistration() {
+    QString idNum = m_patientList->IdNum();
+    if (ListPatient(idNum))
+        NotBuiltYet(QStringLiteral("Registration"));
+}
+
+void mdiCAPD::RegisterVisit() {
+    QString idNum = m_patientList->IdNum();
+    const QString capdNum = m_patientList->CAPDNum();
+    if (!ListPatient(idNum))
+        return;
+    if (capdNum.isEmpty())
+        toolkit::MsgBox(QStringLiteral("Patient does not exist in CAPD record. Register First."),
+                        BoxIcon::Information, QStringLiteral("Message"));
+    else
+        NotBuiltYet(QStringLiteral("Register Visit"));
+}
+
+bool mdiCAPD::ListPatient(QString& idNum) {
+    const QString wanted = idNum;
+    if (modGlobals::gOutpatientSearch->PatientListing(idNum, PatientLister::kOutpatients, false))
+        return true;
+    statusBar()->showMessage(
+        wanted.isEmpty() ? QStringLiteral("No patient was chosen.")
+                         : QStringLiteral("There is no out-patient visit with the number %1.").arg(wanted));
+    return false;
+}
+
+void mdiCAPD::PatientOpened(const OpenedPatient& patient) {
+    Q_UNUSED(patient);
+    NotBuiltYet(QStringLiteral("CAPD Services"));
+}
+
+void mdiCAPD::NotBuiltYet(const QString& window) {
+    statusBar()->showMessage(QStringLiteral("\"%1\" is not part of this version yet.").arg(window));
+}

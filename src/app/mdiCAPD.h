@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QMainWindow>
+#include <memory>
+
+namespace Ui {
+class mdiCAPD;
+}
+class QMdiSubWindow;
+class frmPatientList;
+struct OpenedPatient;
+
+/// The main frame: the patient search as its child, the menus and the toolbar of the unit.
+class mdiCAPD final : public QMainWindow {
+    Q_OBJECT
+public:
+    mdiCAPD();
+    ~mdiCAPD() override;
+
+    frmPatientList& PatientList() { return *m_patientList; }
+
+    /// The registration sheet of the patient chosen in the search.
+    void NewRegistration();
+    /// Today's visit of the patient chosen in the search; refused without a CAPD number.
+    void RegisterVisit();
+    /// "New" and "Assessment", in any spelling of case; any other key does nothing.
+    void Toolbar1_ButtonClick(const QString& key);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void Load();
+    bool ConnectSupplyCatalogue();
+    void ShowPatientList();
+    void AddToolButton(const QString& key, const QAction* twin, const QIcon& icon);
+    bool IsMenuShortcut(const QKeySequence& keys) const;
+    /// False, told in the status bar, where the number is unknown or nobody was picked.
+    bool ListPatient(QString& idNum);
+    void PatientOpened(const OpenedPatient& patient);
+    void NotBuiltYet(const QString& window);
+
+    std::unique_ptr<Ui::mdiCAPD> ui;
+    frmPatientList* m_patientList = nullptr;
+    QMdiSubWindow* m_patientListFrame = nullptr;
+    bool m_loaded = false;
+    bool m_unloading = false;
+};

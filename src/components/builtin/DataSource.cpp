@@ -1,0 +1,57 @@
+#include "components/builtin/DataSource.h"
+
+
+#include "components/builtin/HospitalFiles.h"
+#include "components/builtin/HospitalMaking.h"
+#include "db/OdbcDataSources.h"
+#include "deploy/HospitalFile.h"
+
+namespace components {
+
+namespace {
+
+std::shared_ptr<db::Connection> OpenFile(const QString& file) {
+    deploy::UpgradeHospital(file);
+    return db::Connection::Open(QStringLiteral("Driver=Embedded;File=%1").arg(file));
+}
+
+}  // namespace
+
+QString DataSource::Title() const {
+    switch (Where) {
+        case Kind::Demo:
+            return QStringLiteral("Demo hospital (practice data)");
+        case Kind::Own:
+            return QStringLiteral("This unit's own hospital file");
+        case Kind::Odbc:
+            break;
+    }
+    return QStringLiteral("Server: %1").arg(Name);
+}
+
+QString DataSource::ServerName() const {
+    return IsEmbedded() ? QStringLiteral("(embedded)") : Name;
+}
+
+std::shared_ptr<db::Connection> DataSource::Open(const QString& user, const QString& password) const {
+    switch (Where) {
+        case Kind::Demo:
+            MakeDemoHospitalOnce(HospitalFiles::Demo());
+            return OpenFile(HospitalFiles::Demo());
+        case Kind::Own:
+            MakeOwnHospitalOnce(HospitalFiles::Own());
+            return OpenFile(HospitalFiles::Own());
+        case Kind::Odbc:
+            break;
+    }
+    return db::Connection::Open(QStringLiteral("DSN=%1").arg(Name), user, password);
+}
+
+std::vector<DataSource> AllDataSources() {
+    std::vector<DataSource> sources{{DataSource::Kind::Demo, {}}, {DataSource::Kind::Own, {}}};
+    for (const QString& name : db::OdbcDataSources())
+        sources.push_back({DataSource::Kind::Odbc, name});
+    return sources;
+}
+
+}  // namespace components

@@ -1,0 +1,35 @@
+#include "components/Registry.h"
+#include "components/ResultViewer.h"
+#include "components/WardActivity.h"
+#include "components/builtin/clsCodeSearch.h"
+#include "components/builtin/clsCurrentUser.h"
+#include "components/builtin/clsPatientFinder.h"
+#include "components/builtin/clsPatientLister.h"
+#include "components/builtin/clsSupplies.h"
+
+namespace components {
+
+namespace {
+
+template <class Type>
+void Offer(const char* progId) {
+    Register(QLatin1String(progId), [] { return std::make_shared<Type>(); });
+}
+
+}  // namespace
+
+void RegisterBuiltIns() {
+    Offer<clsCurrentUser>("Corvane_User.clsCurrentUser");
+    Offer<clsPatientLister>("PatientLister.clsRadioSearch");
+    Offer<clsPatientFinder>("PatientFinder.clsPatientSearch");
+    Offer<clsCodeSearch>("CodeFinder.clsCodeSearch");
+    Offer<clsListDrugs>("DrugRoster.clsListDrugs");
+    Offer<clsDrug>("DrugCatalog.clsDrug");
+    Offer<WardRequest>("WardActivity.clsRequest");
+    Offer<WardResults>("WardActivity.clsResults");
+    Offer<Confinement>("WardActivity.clsConfinement");
+    Offer<ConfinementResults>("WardActivity.clsConfinementResults");
+    Offer<ResultViewer>("ResultBrowser.ResultViewer");
+}
+
+}  // namespace components

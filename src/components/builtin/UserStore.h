@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "db/Connection.h"
+
+namespace components {
+
+/// Who logged in.
+struct User {
+    QString UserName;
+    QString EmployeeCode;
+    QString EmployeeName;
+    QString DeptCode;
+};
+
+/// The users of the hospital that a connection is open on.
+class UserStore final {
+public:
+    explicit UserStore(db::Connection& connection) : m_connection(connection) {}
+
+    bool IsEmpty() const;
+    /// Adds a user; refused by the server where the name is taken.
+    void Add(const User& user, const QString& password);
+
+    /// The user of that name and password, when not locked and of that department. Nothing
+    /// otherwise, and nothing tells which it was. Both are recorded in the hospital.
+    std::optional<User> LogIn(const QString& userName, const QString& password,
+                              const QString& deptCode);
+    /// As LogIn where the server itself has checked the password.
+    std::optional<User> Admit(const QString& userName, const QString& deptCode);
+
+private:
+    struct StoredUser;
+    std::optional<StoredUser> Find(const QString& userName) const;
+    void Record(const QString& userName, bool accepted);
+
+    db::Connection& m_connection;
+};
+
+}  // namespace components

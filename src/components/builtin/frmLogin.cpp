@@ -1,0 +1,61 @@
+#include "components/builtin/frmLogin.h"
+
+#include <QPushButton>
+
+#include "components/builtin/clsCurrentUser.h"
+#include "ui_frmLogin.h"
+
+namespace components {
+
+frmLogin::frmLogin(std::vector<DataSource> sources, QWidget* parent)
+    : QDialog(parent), ui(std::make_unique<Ui::frmLogin>()), m_sources(std::move(sources)) {
+    ui->setupUi(this);
+    ui->lblRefusal->hide();
+    for (const DataSource& source : m_sources)
+        ui->cboSource->addItem(source.Title());
+    connect(ui->cboSource, &QComboBox::currentIndexChanged, this, &frmLogin::cboSource_Change);
+    connect(ui->cmdLogIn, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    cboSource_Change();
+}
+
+frmLogin::~frmLogin() = default;
+
+void frmLogin::Choose(const QString& sourceTitle, const QString& userName) {
+    const int index = ui->cboSource->findText(sourceTitle);
+    if (index >= 0)
+        ui->cboSource->setCurrentIndex(index);
+    ui->txtUser->setText(userName);
+}
+
+const DataSource& frmLogin::Source() const {
+    return m_sources[size_t(ui->cboSource->currentIndex())];
+}
+
+QString frmLogin::UserName() const {
+    return ui->txtUser->text().trimmed();
+}
+
+QString frmLogin::Password() const {
+    return ui->txtPassword->text();
+}
+
+void frmLogin::AskAgain(const QString& why) {
+    ui->lblRefusal->setText(why);
+    ui->lblRefusal->show();
+    ui->txtPassword->clear();
+}
+
+void frmLogin::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    (ui->txtUser->text().isEmpty() ? ui->txtUser : ui->txtPassword)->setFocus();
+}
+
+void frmLogin::cboSource_Change() {
+    const bool demo = Source().Where == DataSource::Kind::Demo;
+    ui->lblDemo->setText(demo ? QStringLiteral("Practice data. User: %1, password: %2")
+                                    .arg(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword)
+                              : QString());
+}
+
+}  // namespace components

@@ -1,0 +1,68 @@
+#include "components/builtin/frmPickList.h"
+
+#include <QKeyEvent>
+#include <QPushButton>
+
+#include "db/Recordset.h"
+#include "ui_frmPickList.h"
+
+namespace components {
+
+frmPickList::frmPickList(PickListSetup setup, std::shared_ptr<db::Connection> connection,
+                         QWidget* parent)
+    : QDialog(parent ? parent : QApplication::activeWindow()),
+      ui(std::make_unique<Ui::frmPickList>()),
+      m_setup(std::move(setup)),
+      m_connection(std::move(connection)),
+      m_model(m_setup.Columns) {
+    ui->setupUi(this);
+    setWindowTitle(m_setup.Title);
+    ui->lblHospital->setText(m_setup.Heading);
+    ui->lblTitle->setText(m_setup.Title);
+    ui->lvwRecords->SetListModel(&m_model, m_setup.Columns);
+    ui->txtSearch->installEventFilter(this);
+    connect(ui->txtSearch, &QLineEdit::textEdited, this, &frmPickList::Search);
+    connect(ui->lvwRecords, &toolkit::ListView::RowOpened, this, &frmPickList::cmdSelect_Click);
+    connect(ui->cmdSelect, &QPushButton::clicked, this, &frmPickList::cmdSelect_Click);
+    connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+frmPickList::~frmPickList() = default;
+
+QString frmPickList::Pick(const QString& text) {
+    ui->txtSearch->setText(text);
+    Search();
+    ui->txtSearch->selectAll();
+    m_code.clear();
+    return exec() == Accepted ? m_code : QString();
+}
+
+void frmPickList::Search() {
+    db::Recordset found;
+    found.Open(m_setup.Command(ui->txtSearch->text().trimmed()), m_connection);
+    m_rows = found.Rows();
+    m_model.SetRows(m_rows);
+    ui->lblTotal->setText(QString::number(m_rows->RowCount()));
+    ui->cmdSelect->setEnabled(m_rows->RowCount() > 0);
+    if (m_rows->RowCount() > 0)
+        ui->lvwRecords->setCurrentIndex(m_model.index(0, 0));
+}
+
+void frmPickList::cmdSelect_Click() {
+    const QModelIndex current = ui->lvwRecords->currentIndex();
+    if (!current.isValid())
+        return;
+    m_code = m_rows->TextAt(m_model.SourceRow(current.row()), m_rows->ColumnIndex(m_setup.CodeField));
+    accept();
+}
+
+bool frmPickList::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down && m_model.rowCount() > 0) {
+        ui->lvwRecords->setFocus();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+}  // namespace components

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "db/Connection.h"
+#include "toolkit/ListView.h"
+
+namespace Ui {
+class frmPickList;
+}
+
+namespace components {
+
+/// What a pick list shows and how it searches.
+struct PickListSetup {
+    QString Title;
+    QString Heading;
+    std::vector<toolkit::ListColumn> Columns;
+    /// The result column that is handed back.
+    QString CodeField;
+    /// The command that answers a typed text.
+    std::function<QString(const QString& text)> Command;
+};
+
+/// A list to choose one row from: typing narrows it, Down goes to the rows, Enter takes one.
+class frmPickList final : public QDialog {
+    Q_OBJECT
+public:
+    frmPickList(PickListSetup setup, std::shared_ptr<db::Connection> connection,
+                QWidget* parent = nullptr);
+    ~frmPickList() override;
+
+    /// Shows the list narrowed by the text; the chosen code, empty when nothing was chosen.
+    QString Pick(const QString& text);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void Search();
+    void cmdSelect_Click();
+
+    std::unique_ptr<Ui::frmPickList> ui;
+    PickListSetup m_setup;
+    std::shared_ptr<db::Connection> m_connection;
+    std::shared_ptr<const db::RowStore> m_rows;
+    toolkit::RowListModel m_model;
+    QString m_code;
+};
+
+}  // namespace components
