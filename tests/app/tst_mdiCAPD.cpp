@@ -1,0 +1,141 @@
+#include <QAction>
+#include <QLineEdit>
+#include <QStatusBar>
+#include <QTest>
+
+#include "FakeComponents.h"
+#include "TestHospital.h"
+#include "app/mdiCAPD.h"
+#include "app/modMain.h"
+#include "patients/frmPatientList.h"
+#include "toolkit/ListView.h"
+#include "toolkit/MsgBox.h"
+
+// The frame's menus, toolbar and keys over the demo hospital.
+class tst_mdiCAPD final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void Menus_haveTheirCaptionsAndShortcuts_data();
+    void Menus_haveTheirCaptionsAndShortcuts();
+    void Toolbar_comparesKeysInAnyCase();
+    void NewRegistration_beforeAnyChoiceAsksTheListing();
+    void RegisterVisit_isRefusedWithoutACapdNumber();
+    void RegisterVisit_stopsWhenThePatientIsUnknown();
+    void Shortcuts_winOverTheTextBox();
+    void PatientSearch_cannotBeClosedAlone();
+
+private:
+    void Choose(bool withCapdNumber);
+    QString Status() const { return m_frame->statusBar()->currentMessage(); }
+
+    std::unique_ptr<TestHospital> m_hospital;
+    std::unique_ptr<fakes::Set> m_fakes;
+    std::unique_ptr<toolkit::BoxScript> m_boxes;
+    std::unique_ptr<mdiCAPD> m_frame;
+};
+
+void tst_mdiCAPD::init() {
+    m_hospital = std::make_unique<TestHospital>();
+    m_fakes = std::make_unique<fakes::Set>();
+    m_fakes->CurrentUser->Session = m_hospital->Open();
+    m_boxes = std::make_unique<toolkit::BoxScript>();
+    m_frame = modMain::Main();
+    QVERIFY(QTest::qWaitForWindowActive(m_frame.get()));
+    fakes::Log().clear();
+}
+
+void tst_mdiCAPD::cleanup() {
+    m_frame.reset();
+    QCOMPARE(m_boxes->Leftovers(), QStringList());
+}
+
+// Walks down the list to a row with a star, or to one without.
+void tst_mdiCAPD::Choose(bool withCapdNumber) {
+    auto* list = m_frame->findChild<toolkit::ListView*>(QStringLiteral("lvwSearchPatient"));
+    for (int row = 0; row < list->model()->rowCount(); ++row) {
+        list->setCurrentIndex(list->model()->index(row, 0));
+        if (m_frame->PatientList().CAPDNum().isEmpty() != withCapdNumber)
+            return;
+    }
+    QFAIL("the demo hospital's first list has no such patient");
+}
+
+void tst_mdiCAPD::Menus_haveTheirCaptionsAndShortcuts_data() {
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QString>("shortcut");
+    QTest::newRow("mnuNew") << QStringLiteral("&New Registration") << QStringLiteral("Ctrl+N");
+    QTest::newRow("mnuVist") << QStringLiteral("Register &Visit") << QStringLiteral("Ctrl+R");
+    QTest::newRow("mnuAssessmentEntry") << QStringLiteral("&Assessment Entry") << QStringLiteral("Ctrl+A");
+    QTest::newRow("mnuAssessmentStatus") << QStringLiteral("Assessment &Status") << QStringLiteral("Ctrl+S");
+    QTest::newRow("mnuCAPDVisits") << QStringLiteral("&CAPD Visits") << QStringLiteral("Ctrl+C");
+    QTest::newRow("mnuIncomeReport") << QStringLiteral("&Income Report") << QStringLiteral("Ctrl+I");
+    QTest::newRow("mnuCAPDPatients") << QStringLiteral("&CAPD Patients") << QString();
+}
+
+void tst_mdiCAPD::Menus_haveTheirCaptionsAndShortcuts() {
+    QFETCH(QString, caption);
+    QFETCH(QString, shortcut);
+    const auto* action = m_frame->findChild<QAction*>(QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY(action);
+    QCOMPARE(action->text(), caption);
+    QCOMPARE(action->shortcut().toString(), shortcut);
+}
+
+void tst_mdiCAPD::Toolbar_comparesKeysInAnyCase() {
+    m_frame->Toolbar1_ButtonClick(QStringLiteral("nEw"));
+    QCOMPARE(fakes::Log().size(), 1);
+    QVERIFY(fakes::Log().front().startsWith(QStringLiteral("PatientListing")));
+    m_frame->Toolbar1_ButtonClick(QStringLiteral("Assessment"));
+    QVERIFY(Status().contains(QStringLiteral("Assessment Entry")));
+    m_frame->statusBar()->clearMessage();
+    m_frame->Toolbar1_ButtonClick(QStringLiteral("Print"));
+    QCOMPARE(Status(), QString());
+    QCOMPARE(fakes::Log().size(), 1);
+}
+
+void tst_mdiCAPD::NewRegistration_beforeAnyChoiceAsksTheListing() {
+    m_frame->findChild<toolkit::ListView*>(QStringLiteral("lvwSearchPatient"))->setCurrentIndex({});
+    m_fakes->Patients->Found = false;
+    m_frame->NewRegistration();
+    QCOMPARE(fakes::Log().size(), 1);
+}
+
+void tst_mdiCAPD::RegisterVisit_isRefusedWithoutACapdNumber() {
+    Choose(false);
+    m_boxes->Answer(toolkit::BoxAnswer::Ok);
+    m_frame->RegisterVisit();
+    QCOMPARE(m_boxes->Shown().back().Text,
+             QStringLiteral("Patient does not exist in CAPD record. Register First."));
+    QCOMPARE(m_boxes->Shown().back().Title, QStringLiteral("Message"));
+    QCOMPARE(m_boxes->Shown().back().Icon, toolkit::BoxIcon::Information);
+    Choose(true);
+    m_frame->RegisterVisit();
+    QVERIFY(Status().contains(QStringLiteral("Register Visit")));
+}
+
+void tst_mdiCAPD::RegisterVisit_stopsWhenThePatientIsUnknown() {
+    Choose(false);
+    m_fakes->Patients->Found = false;
+    m_frame->RegisterVisit();
+    QVERIFY(Status().contains(m_frame->PatientList().IdNum()));
+}
+
+void tst_mdiCAPD::Shortcuts_winOverTheTextBox() {
+    auto* box = m_frame->findChild<QLineEdit*>(QStringLiteral("txtLastName"));
+    box->setFocus();
+    QTest::keyClicks(box, QStringLiteral("abc"));
+    QTest::keyClick(m_frame->windowHandle(), Qt::Key_A, Qt::ControlModifier);
+    QTRY_VERIFY(Status().contains(QStringLiteral("Assessment Entry")));
+    QVERIFY(!box->hasSelectedText());
+}
+
+void tst_mdiCAPD::PatientSearch_cannotBeClosedAlone() {
+    m_frame->PatientList().parentWidget()->close();
+    QVERIFY(m_frame->PatientList().isVisible());
+}
+
+QTEST_MAIN(tst_mdiCAPD)
+#include "tst_mdiCAPD.moc"

@@ -1,0 +1,133 @@
+#include <QTest>
+
+#include "TestHospital.h"
+#include "base/Clock.h"
+#include "components/builtin/Passwords.h"
+#include "components/builtin/UserStore.h"
+#include "components/builtin/clsCurrentUser.h"
+#include "db/Recordset.h"
+
+using components::clsCurrentUser;
+using components::User;
+using components::UserStore;
+
+// Who gets in, who does not, and what is left behind of either.
+class tst_UserStore final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { base::Clock::Replace({}); }
+    void LogIn_admitsTheRightPassword();
+    void LogIn_refusesAllAlike_data();
+    void LogIn_refusesAllAlike();
+    void LogIn_locksAfterFiveRefusals();
+    void LogIn_forgetsRefusalsAfterASuccess();
+    void LogIn_recordsEveryAttempt();
+    void Add_refusesATakenName();
+    void Passwords_areSaltedAndNeverEmpty();
+
+private:
+    bool LogIn(const QString& user, const QString& password) {
+        return UserStore(*m_connection).LogIn(user, password, QStringLiteral("46")).has_value();
+    }
+
+    std::unique_ptr<TestHospital> m_hospital;
+    std::shared_ptr<db::Connection> m_connection;
+};
+
+namespace {
+
+const QString kWrong = QStringLiteral("wrong");
+const QString kUser = clsCurrentUser::kDemoUser;
+const QString kPassword = clsCurrentUser::kDemoPassword;
+
+}  // namespace
+
+void tst_UserStore::init() {
+    m_hospital = std::make_unique<TestHospital>();
+    m_connection = m_hospital->Open();
+}
+
+void tst_UserStore::LogIn_admitsTheRightPassword() {
+    const auto user = UserStore(*m_connection).LogIn(kUser, kPassword, QStringLiteral("46"));
+    QVERIFY(user);
+    QCOMPARE(user->DeptCode, QStringLiteral("46"));
+    QVERIFY(!user->EmployeeCode.isEmpty());
+    QVERIFY(!user->EmployeeName.isEmpty());
+}
+
+void tst_UserStore::LogIn_refusesAllAlike_data() {
+    QTest::addColumn<QString>("user");
+    QTest::addColumn<QString>("password");
+    QTest::newRow("wrong password") << kUser << kWrong;
+    QTest::newRow("empty password") << kUser << QString();
+    QTest::newRow("unknown user") << QStringLiteral("nobody") << kPassword;
+    QTest::newRow("empty user") << QString() << kPassword;
+    QTest::newRow("another department's user") << QStringLiteral("labuser") << kPassword;
+    QTest::newRow("quotes") << QStringLiteral("' OR '1'='1") << QStringLiteral("' OR '1'='1");
+    QTest::newRow("long") << QString(10000, u'x') << QString(10000, u'y');
+    QTest::newRow("emoji") << QStringLiteral("\U0001F600") << QStringLiteral("\U0001F600");
+}
+
+void tst_UserStore::LogIn_refusesAllAlike() {
+    QFETCH(QString, user);
+    QFETCH(QString, password);
+    QVERIFY(!LogIn(user, password));
+    QVERIFY(LogIn(kUser, kPassword));
+}
+
+void tst_UserStore::LogIn_locksAfterFiveRefusals() {
+    const QDateTime start = base::Clock::Now();
+    QDateTime now = start;
+    base::Clock::Replace([&now] { return now; });
+    for (int refusal = 0; refusal < 4; ++refusal)
+        QVERIFY(!LogIn(kUser, kWrong));
+    QVERIFY(LogIn(kUser, kPassword));
+    for (int refusal = 0; refusal < 5; ++refusal)
+        QVERIFY(!LogIn(kUser, kWrong));
+    QVERIFY(!LogIn(kUser, kPassword));
+    now = start.addSecs(5 * 60 - 2);
+    QVERIFY(!LogIn(kUser, kPassword));
+    now = start.addSecs(11 * 60);
+    QVERIFY(LogIn(kUser, kPassword));
+}
+
+void tst_UserStore::LogIn_forgetsRefusalsAfterASuccess() {
+    for (int round = 0; round < 3; ++round) {
+        for (int refusal = 0; refusal < 4; ++refusal)
+            QVERIFY(!LogIn(kUser, kWrong));
+        QVERIFY(LogIn(kUser, kPassword));
+    }
+}
+
+void tst_UserStore::LogIn_recordsEveryAttempt() {
+    const auto count = [this] {
+        return m_connection->Execute(QStringLiteral("SELECT COUNT(*) FROM PATIENT_DATA..tbLoginLog"))->Fields(0).Number();
+    };
+    const double before = count();
+    LogIn(kUser, kPassword);
+    LogIn(kUser, kWrong);
+    LogIn(QStringLiteral("nobody"), kWrong);
+    QCOMPARE(count(), before + 3);
+}
+
+void tst_UserStore::Add_refusesATakenName() {
+    UserStore users(*m_connection);
+    const User user{QStringLiteral("new.nurse"), QStringLiteral("E77"), QStringLiteral("Zoë O'Hara"), QStringLiteral("46")};
+    users.Add(user, QStringLiteral("a long secret"));
+    QVERIFY(LogIn(user.UserName, QStringLiteral("a long secret")));
+    QVERIFY_THROWS_EXCEPTION(base::DatabaseError, users.Add(user, QStringLiteral("another one")));
+    QVERIFY(LogIn(user.UserName, QStringLiteral("a long secret")));
+}
+
+void tst_UserStore::Passwords_areSaltedAndNeverEmpty() {
+    using namespace components::Passwords;
+    QVERIFY(Hash(kPassword) != Hash(kPassword));
+    QVERIFY(Matches(kPassword, Hash(kPassword)));
+    QVERIFY(!Matches(QString(), QString()));
+    QVERIFY(!Matches(kPassword, QStringLiteral("plain")));
+}
+
+QTEST_MAIN(tst_UserStore)
+#include "tst_UserStore.moc"

@@ -1,0 +1,172 @@
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include "TestHospital.h"
+#include "components/builtin/HospitalFiles.h"
+#include "components/builtin/clsCurrentUser.h"
+#include "toolkit/MsgBox.h"
+
+using components::clsCurrentUser;
+
+// The log-in dialog, driven by keys.
+class tst_clsCurrentUser final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() {
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
+    }
+    void init();
+    void ShowMain_logsIn();
+    void ShowMain_refusesAndAsksAgain();
+    void ShowMain_cancelledLeavesNobodyConnected();
+    void ShowMain_asksANewHospitalsFirstUser();
+    void ShowMain_namesABrokenFile_data();
+    void ShowMain_namesABrokenFile();
+    void ShowMain_neverReplacesAHospitalThatIsGone();
+
+private:
+    using Act = std::function<void(QDialog&)>;
+    // Runs each act on the dialog that is on the screen by then.
+    static void Play(std::vector<Act> acts);
+    static Act Type(const QString& user, const QString& password, int source = 0);
+
+    QTemporaryDir m_settings;
+    std::unique_ptr<TestHospital> m_demo;
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<clsCurrentUser> m_user;
+};
+
+void tst_clsCurrentUser::init() {
+    QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("capd"));
+    settings.clear();
+    m_demo = std::make_unique<TestHospital>();
+    m_dir = std::make_unique<QTemporaryDir>();
+    components::HospitalFiles::Place(m_demo->File(), m_dir->filePath(QStringLiteral("own.db")));
+    m_user = std::make_unique<clsCurrentUser>();
+    m_user->SetPasswordDeptCode(QStringLiteral("46"));
+}
+
+void tst_clsCurrentUser::Play(std::vector<Act> acts) {
+    if (acts.empty())
+        return;
+    QTimer::singleShot(20, [acts] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        Play(dialog ? std::vector<Act>(acts.begin() + 1, acts.end()) : acts);
+        if (dialog)
+            acts.front()(*dialog);
+    });
+}
+
+tst_clsCurrentUser::Act tst_clsCurrentUser::Type(const QString& user, const QString& password, int source) {
+    return [=](QDialog& dialog) {
+        dialog.findChild<QComboBox*>(QStringLiteral("cboSource"))->setCurrentIndex(source);
+        auto* box = dialog.findChild<QLineEdit*>(QStringLiteral("txtUser"));
+        box->clear();
+        QTest::keyClicks(box, user);
+        QTest::keyClicks(dialog.findChild<QLineEdit*>(QStringLiteral("txtPassword")), password);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    };
+}
+
+void tst_clsCurrentUser::ShowMain_logsIn() {
+    Play({Type(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword)});
+    m_user->ShowMain();
+    QVERIFY(m_user->Connected());
+    QVERIFY(m_user->SQLConnection());
+    QVERIFY(!m_user->EmployeeCode().isEmpty());
+    QVERIFY(!m_user->ServerName().isEmpty());
+}
+
+void tst_clsCurrentUser::ShowMain_refusesAndAsksAgain() {
+    QStringList refusals;
+    const auto look = [&refusals](QDialog& dialog) {
+        refusals << dialog.findChild<QLabel*>(QStringLiteral("lblRefusal"))->text();
+        QVERIFY(dialog.findChild<QLineEdit*>(QStringLiteral("txtPassword"))->text().isEmpty());
+    };
+    const auto lookAndType = [&look](const QString& user, const QString& password) {
+        return [=](QDialog& dialog) {
+            look(dialog);
+            Type(user, password)(dialog);
+        };
+    };
+    Play({Type(clsCurrentUser::kDemoUser, QStringLiteral("wrong")),
+          lookAndType(QStringLiteral("nobody'; DROP TABLE x --"), QStringLiteral("wrong")),
+          lookAndType(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword)});
+    m_user->ShowMain();
+    QVERIFY(m_user->Connected());
+    QCOMPARE(refusals.size(), 2);
+    QVERIFY(!refusals[0].isEmpty());
+    QCOMPARE(refusals[0], refusals[1]);
+}
+
+void tst_clsCurrentUser::ShowMain_cancelledLeavesNobodyConnected() {
+    Play({[](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }});
+    m_user->ShowMain();
+    QVERIFY(!m_user->Connected());
+    QVERIFY(!m_user->SQLConnection());
+}
+
+void tst_clsCurrentUser::ShowMain_asksANewHospitalsFirstUser() {
+    toolkit::BoxScript boxes;
+    boxes.Answer(toolkit::BoxAnswer::Ok);
+    const auto fill = [](const QString& repeat) {
+        return [repeat](QDialog& dialog) {
+            for (const auto& [box, text] : {std::pair("txtUser", "head.nurse"), {"txtName", "Head Nurse"},
+                                            {"txtEmployeeCode", "E001"}, {"txtPassword", "long enough"}})
+                dialog.findChild<QLineEdit*>(QLatin1String(box))->setText(QLatin1String(text));
+            dialog.findChild<QLineEdit*>(QStringLiteral("txtRepeat"))->setText(repeat);
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        };
+    };
+    Play({Type(QStringLiteral("x"), QStringLiteral("y"), 1), fill(QStringLiteral("another")),
+          fill(QStringLiteral("long enough"))});
+    m_user->ShowMain();
+    QVERIFY(m_user->Connected());
+    QCOMPARE(m_user->employeename(), QStringLiteral("Head Nurse"));
+    QCOMPARE(boxes.Leftovers(), QStringList());
+}
+
+void tst_clsCurrentUser::ShowMain_namesABrokenFile_data() {
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("foreign") << QByteArray(5000, 'x');
+}
+
+void tst_clsCurrentUser::ShowMain_namesABrokenFile() {
+    QFETCH(QByteArray, content);
+    const QString path = m_dir->filePath(QStringLiteral("own.db"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    file.close();
+    Play({Type(QStringLiteral("x"), QStringLiteral("y"), 1)});
+    try {
+        m_user->ShowMain();
+        QFAIL("a broken file was opened");
+    } catch (const base::RuntimeError& error) {
+        QVERIFY2(error.Description().contains(path), error.what());
+    }
+}
+
+void tst_clsCurrentUser::ShowMain_neverReplacesAHospitalThatIsGone() {
+    const QString path = m_dir->filePath(QStringLiteral("own.db"));
+    Play({Type(QStringLiteral("x"), QStringLiteral("y"), 1),
+          [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); },
+          [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }});
+    m_user->ShowMain();
+    QVERIFY(QFile::exists(path));
+    QVERIFY(QFile::remove(path));
+    Play({Type(QStringLiteral("x"), QStringLiteral("y"), 1)});
+    QVERIFY_THROWS_EXCEPTION(base::RuntimeError, m_user->ShowMain());
+    QVERIFY(!QFile::exists(path));
+}
+
+QTEST_MAIN(tst_clsCurrentUser)
+#include "tst_clsCurrentUser.moc"
