@@ -50,7 +50,9 @@ private:
 };
 
 /// A report-style list with the unit's habits: a click on a header sorts, reversing the order each
-/// time, and marks that header with an arrow; whole rows are chosen; Ctrl+Insert copies the row.
+/// time, and marks that header with an arrow; rows that come later are sorted so too. Whole rows
+/// are chosen; focus that comes by key chooses the first row where none is; Ctrl+Insert copies the
+/// row, its cells separated by tabs. Columns grow beyond their widths for the texts they show.
 class ListView final : public QTreeView {
     Q_OBJECT
 public:
@@ -68,16 +70,20 @@ public slots:
     void SortBy(int column);
 
 signals:
-    /// The current row changed, by key or by mouse; -1 for none.
+    /// The current row changed, by key or by mouse, or was clicked once more; -1 for none.
     void RowChosen(int row);
     /// Double click or Enter on a row.
     void RowOpened(int row);
 
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
 private:
+    void WidenColumns();
+
     Qt::SortOrder m_sortOrder = Qt::DescendingOrder;
     int m_sortColumn = -1;
 };

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QIcon>
+
+namespace toolkit {
+
+/// The program's small drawings.
+enum class Image {
+    Blank,      ///< takes the room of a mark
+    ArrowUp,    ///< the header of a column sorted upward
+    ArrowDown,  ///< and downward
+    Star,       ///< a patient of the CAPD register
+    NewSheet,   ///< a new registration
+    Assessment  ///< a cash assessment
+};
+
+namespace Images {
+
+/// Drawn anew in every size and resolution it is asked for.
+QIcon Icon(Image image);
+
+}  // namespace Images
+
+}  // namespace toolkit

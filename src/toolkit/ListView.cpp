@@ -1,0 +1,152 @@
+#include "toolkit/ListView.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include "toolkit/Images.h"
+#include "toolkit/Twips.h"
+
+namespace toolkit {
+
+namespace {
+
+// Enough to see how wide the texts of a column are; measuring all of a long list would be felt.
+constexpr int kMeasuredRows = 50;
+
+/// A header that carries the list's sort marks.
+class MarkedHeader final : public QHeaderView {
+public:
+    explicit MarkedHeader(ListView* list) : QHeaderView(Qt::Horizontal, list), m_list(list) {
+        setHighlightSections(false);
+        setStretchLastSection(true);
+        setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    }
+
+protected:
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
+        QHeaderView::initStyleOptionForIndex(option, section);
+        const QString mark = m_list->HeaderMark(section);
+        if (mark != u"Blank")
+            option->icon = Images::Icon(mark == u"ArrowUp" ? Image::ArrowUp : Image::ArrowDown);
+    }
+
+private:
+    ListView* m_list;
+};
+
+bool IsCopy(const QKeyEvent& event) {
+    return event.matches(QKeySequence::Copy) ||
+           (event.key() == Qt::Key_Insert && event.modifiers() == Qt::ControlModifier);
+}
+
+bool IsEnter(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+}  // namespace
+
+ListView::ListView(QWidget* parent) : QTreeView(parent) {
+    setHeader(new MarkedHeader(this));
+    header()->setSectionsClickable(true);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAlternatingRowColors(true);
+    setAllColumnsShowFocus(true);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setTextElideMode(Qt::ElideRight);
+    connect(header(), &QHeaderView::sectionClicked, this, &ListView::SortBy);
+    connect(this, &QTreeView::doubleClicked, this,
+            [this](const QModelIndex& index) { emit RowOpened(index.row()); });
+}
+
+void ListView::SetListModel(RowListModel* model, const std::vector<ListColumn>& columns) {
+    m_sortColumn = -1;
+    m_sortOrder = Qt::DescendingOrder;
+    if (this->model())
+        disconnect(this->model(), &QAbstractItemModel::modelReset, this, nullptr);
+    setModel(model);
+    for (int column = 0; column < int(columns.size()); ++column)
+        setColumnWidth(column, Twips(columns[column].WidthTwips, this));
+    // Rows that come later stand in the order that the header's mark promises.
+    connect(model, &QAbstractItemModel::modelReset, this, [this, model] {
+        if (m_sortColumn >= 0)
+            model->sort(m_sortColumn, m_sortOrder);
+        WidenColumns();
+    });
+    WidenColumns();
+}
+
+QString ListView::HeaderMark(int column) const {
+    if (column != m_sortColumn)
+        return QStringLiteral("Blank");
+    return m_sortOrder == Qt::AscendingOrder ? QStringLiteral("ArrowUp")
+                                             : QStringLiteral("ArrowDown");
+}
+
+void ListView::SortBy(int column) {
+    m_sortOrder = m_sortOrder == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+    m_sortColumn = column;
+    model()->sort(column, m_sortOrder);
+    header()->viewport()->update();
+    scrollTo(currentIndex());
+}
+
+void ListView::WidenColumns() {
+    const int rows = qMin(kMeasuredRows, model()->rowCount());
+    const int margin = fontMetrics().height();
+    for (int column = 0; column + 1 < model()->columnCount(); ++column) {
+        int width = header()->sectionSizeHint(column);
+        for (int row = 0; row < rows; ++row) {
+            const QModelIndex index = model()->index(row, column);
+            const QString text = index.data(Qt::DisplayRole).toString();
+            const int mark = index.data(Qt::DecorationRole).isNull() ? 0 : iconSize().width();
+            width = qMax(width, fontMetrics().horizontalAdvance(text) + margin + mark);
+        }
+        const int widest = qMax(2 * columnWidth(column), header()->sectionSizeHint(column));
+        setColumnWidth(column, qBound(columnWidth(column), width, widest));
+    }
+}
+
+void ListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    if (current.row() != previous.row())
+        emit RowChosen(current.row());
+}
+
+void ListView::focusInEvent(QFocusEvent* event) {
+    // Whoever comes by key needs a row to stand on; a mouse brings its own.
+    if (event->reason() != Qt::MouseFocusReason && !currentIndex().isValid() && model())
+        setCurrentIndex(model()->index(0, 0));
+    QTreeView::focusInEvent(event);
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
+    const QModelIndex current = currentIndex();
+    if (IsCopy(*event)) {
+        QStringList texts;
+        for (int column = 0; current.isValid() && column < model()->columnCount(); ++column)
+            texts.append(current.siblingAtColumn(column).data().toString());
+        if (!texts.isEmpty())
+            QGuiApplication::clipboard()->setText(texts.join(u'\t'));
+    } else if (IsEnter(*event)) {
+        if (current.isValid())
+            emit RowOpened(current.row());
+    } else {
+        QTreeView::keyPressEvent(event);
+    }
+}
+
+void ListView::mousePressEvent(QMouseEvent* event) {
+    const int before = currentIndex().row();
+    QTreeView::mousePressEvent(event);
+    if (before >= 0 && indexAt(event->position().toPoint()).row() == before)
+        emit RowChosen(before);
+}
+
+}  // namespace toolkit

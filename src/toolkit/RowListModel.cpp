@@ -1,0 +1,147 @@
+#include <algorithm>
+#include <functional>
+#include <limits>
+#include <numeric>
+
+#include "base/Collation.h"
+#include "base/Errors.h"
+#include "toolkit/Images.h"
+#include "toolkit/ListView.h"
+
+namespace toolkit {
+
+namespace {
+
+constexpr int kNoSuchField = 3265;
+
+/// Orders the rows by keys taken once a row.
+template <class TakeKey, class Compare>
+void SortByKeys(std::vector<int>& order, bool ascending, TakeKey takeKey, Compare comesFirst) {
+    using Entry = std::pair<decltype(takeKey(0)), int>;
+    std::vector<Entry> entries;
+    entries.reserve(order.size());
+    for (const int row : order)
+        entries.emplace_back(takeKey(row), row);
+    std::stable_sort(entries.begin(), entries.end(), [&](const Entry& left, const Entry& right) {
+        return ascending ? comesFirst(left.first, right.first)
+                         : comesFirst(right.first, left.first);
+    });
+    std::transform(entries.begin(), entries.end(), order.begin(),
+                   [](const Entry& entry) { return entry.second; });
+}
+
+/// A row without a value comes before all others.
+void SortRows(std::vector<int>& order, const db::RowStore& rows, int field, bool ascending) {
+    const auto number = [&](int row) {
+        const db::Value value = rows.At(row, field);
+        return value.IsNull() ? -std::numeric_limits<double>::infinity() : value.Number();
+    };
+    const auto bytes = [&](int row) { return rows.Utf8At(row, field); };
+    switch (rows.Columns()[field].Kind) {
+        case embedded::ColumnKind::Integer:
+        case embedded::ColumnKind::Double:
+            SortByKeys(order, ascending, number, std::less<>());
+            break;
+        case embedded::ColumnKind::DateTime:
+            // The stored form of a moment sorts as its bytes do.
+            SortByKeys(order, ascending, bytes, std::less<>());
+            break;
+        case embedded::ColumnKind::Text:
+            SortByKeys(order, ascending, bytes, [](std::string_view left, std::string_view right) {
+                return base::CompareTexts(left, right) < 0;
+            });
+            break;
+    }
+}
+
+}  // namespace
+
+RowListModel::RowListModel(std::vector<ListColumn> columns, QObject* parent)
+    : QAbstractTableModel(parent), m_columns(std::move(columns)) {}
+
+void RowListModel::SetRows(std::shared_ptr<const db::RowStore> rows) {
+    std::vector<int> fields;
+    for (const ListColumn& column : m_columns) {
+        const int field = rows ? rows->ColumnIndex(column.Field) : -1;
+        if (rows && field < 0)
+            throw base::DatabaseError(
+                kNoSuchField, QStringLiteral("The rows have no column %1.").arg(column.Field));
+        fields.push_back(field);
+    }
+    beginResetModel();
+    m_rows = std::move(rows);
+    m_fields = std::move(fields);
+    m_order.resize(m_rows ? m_rows->RowCount() : 0);
+    std::iota(m_order.begin(), m_order.end(), 0);
+    endResetModel();
+}
+
+void RowListModel::SetStarred(std::function<bool(const db::RowStore&, int)> starred) {
+    m_starred = std::move(starred);
+}
+
+QString RowListModel::TextAt(int row, int column) const {
+    if (row < 0 || row >= int(m_order.size()) || column < 0 || column >= int(m_fields.size()))
+        return {};
+    return m_rows->TextAt(m_order[row], m_fields[column]);
+}
+
+int RowListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : int(m_order.size());
+}
+
+int RowListModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : int(m_columns.size());
+}
+
+QVariant RowListModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
+        return {};
+    switch (role) {
+        case Qt::DisplayRole:
+            return TextAt(index.row(), index.column());
+        case Qt::DecorationRole:
+            if (index.column() != 0 || !m_starred)
+                return {};
+            // The room of the star is kept on every row, so that the numbers stand in one line.
+            return Images::Icon(m_starred(*m_rows, m_order[index.row()]) ? Image::Star
+                                                                         : Image::Blank);
+        case Qt::TextAlignmentRole:
+            return int(Qt::AlignLeft | Qt::AlignVCenter);
+        default:
+            return {};
+    }
+}
+
+QVariant RowListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= int(m_columns.size()))
+        return {};
+    if (role == Qt::DisplayRole)
+        return m_columns[section].Header;
+    if (role == Qt::TextAlignmentRole)
+        return int(Qt::AlignLeft | Qt::AlignVCenter);
+    return {};
+}
+
+void RowListModel::sort(int column, Qt::SortOrder order) {
+    if (!m_rows || column < 0 || column >= int(m_fields.size()))
+        return;
+    emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    const QModelIndexList held = persistentIndexList();
+    std::vector<int> heldRows;
+    for (const QModelIndex& index : held)
+        heldRows.push_back(m_order[index.row()]);
+
+    SortRows(m_order, *m_rows, m_fields[column], order == Qt::AscendingOrder);
+
+    std::vector<int> shownAt(m_order.size());
+    for (int row = 0; row < int(m_order.size()); ++row)
+        shownAt[m_order[row]] = row;
+    QModelIndexList moved;
+    for (int i = 0; i < held.size(); ++i)
+        moved.append(index(shownAt[heldRows[i]], held[i].column()));
+    changePersistentIndexList(held, moved);
+    emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+}
+
+}  // namespace toolkit

@@ -1,0 +1,11 @@
+#pragma once
+
+class QApplication;
+
+namespace toolkit {
+
+/// How the whole program looks: a quiet palette of strong contrast, a readable font, and a thick
+/// frame around whatever has the keyboard. Called once, before the first window.
+void ApplyTheme(QApplication& application);
+
+}  // namespace toolkit

@@ -1,0 +1,138 @@
+#include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "toolkit/MsgBox.h"
+
+using namespace toolkit;
+
+class tst_MsgBox final : public QObject {
+    Q_OBJECT
+private slots:
+    void Script_recordsAndAnswersInOrder();
+    void Script_reportsWhatWasNotExpected();
+    void Script_innerOneLeavesTheOuterAlone();
+    void Box_isAnsweredByKey_data();
+    void Box_isAnsweredByKey();
+    void Box_showsItsTextAsItIs();
+    void Box_keepsAVeryLongTextOnTheScreen();
+};
+
+namespace {
+
+/// Presses a key in the box that is about to be shown, and looks at it first.
+template <class Look>
+void InNextBox(Look look) {
+    QTimer::singleShot(0, qApp, [look] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        QVERIFY(box);
+        look(box);
+        if (box->isVisible())
+            box->reject();
+    });
+}
+
+}  // namespace
+
+void tst_MsgBox::Script_recordsAndAnswersInOrder() {
+    BoxScript script;
+    script.Answer(BoxAnswer::Yes);
+    script.Answer(BoxAnswer::Ok);
+    const QString message = QStringLiteral("Message");
+    QCOMPARE(MsgBox(QStringLiteral("Save?"), BoxIcon::Question, message, BoxButtons::YesNo),
+             BoxAnswer::Yes);
+    QCOMPARE(MsgBox(QStringLiteral("Saved.")), BoxAnswer::Ok);
+    QCOMPARE(script.Leftovers(), QStringList());
+    QCOMPARE(script.Shown().size(), 2u);
+    QCOMPARE(script.Shown()[0].Title, message);
+    QCOMPARE(script.Shown()[0].Icon, BoxIcon::Question);
+    QCOMPARE(script.Shown()[1].Text, QStringLiteral("Saved."));
+    QCOMPARE(script.Shown()[1].Title, kProgramName);
+}
+
+void tst_MsgBox::Script_reportsWhatWasNotExpected() {
+    for (const char* warning :
+         {"unasked box: Delete?", "box without a Yes button: Done.", "answer not used: No"})
+        QTest::ignoreMessage(QtWarningMsg, warning);
+    BoxScript script;
+    const auto answer =
+        MsgBox(QStringLiteral("Delete?"), BoxIcon::Question, kProgramName, BoxButtons::YesNo);
+    QCOMPARE(answer, BoxAnswer::No);
+    script.Answer(BoxAnswer::Yes);
+    QCOMPARE(MsgBox(QStringLiteral("Done.")), BoxAnswer::Ok);
+    script.Answer(BoxAnswer::No);
+    QCOMPARE(script.Leftovers().size(), 3);
+    QVERIFY(script.Leftovers()[0].contains(QStringLiteral("Delete?")));
+    QVERIFY(script.Leftovers()[1].contains(QStringLiteral("Done.")));
+    QVERIFY(script.Leftovers()[2].contains(QStringLiteral("No")));
+}
+
+void tst_MsgBox::Script_innerOneLeavesTheOuterAlone() {
+    BoxScript outer;
+    outer.Answer(BoxAnswer::Ok);
+    {
+        BoxScript inner;
+        inner.Answer(BoxAnswer::Ok);
+        MsgBox(QStringLiteral("inner"));
+        QCOMPARE(inner.Leftovers(), QStringList());
+    }
+    MsgBox(QStringLiteral("outer"));
+    QCOMPARE(outer.Leftovers(), QStringList());
+    QCOMPARE(outer.Shown().size(), 1u);
+}
+
+void tst_MsgBox::Box_isAnsweredByKey_data() {
+    QTest::addColumn<BoxButtons>("buttons");
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<BoxAnswer>("answer");
+    QTest::newRow("Y") << BoxButtons::YesNo << Qt::Key_Y << BoxAnswer::Yes;
+    QTest::newRow("N") << BoxButtons::YesNo << Qt::Key_N << BoxAnswer::No;
+    QTest::newRow("Enter") << BoxButtons::YesNo << Qt::Key_Return << BoxAnswer::Yes;
+    QTest::newRow("Escape") << BoxButtons::YesNo << Qt::Key_Escape << BoxAnswer::No;
+    QTest::newRow("Ok by Enter") << BoxButtons::Ok << Qt::Key_Return << BoxAnswer::Ok;
+    QTest::newRow("Ok by Escape") << BoxButtons::Ok << Qt::Key_Escape << BoxAnswer::Ok;
+}
+
+void tst_MsgBox::Box_isAnsweredByKey() {
+    QFETCH(BoxButtons, buttons);
+    QFETCH(Qt::Key, key);
+    QFETCH(BoxAnswer, answer);
+    bool closed = false;
+    InNextBox([&](QMessageBox* box) {
+        QTest::keyClick(box, key);
+        // A letter presses its button visibly, which takes a moment.
+        closed = QTest::qWaitFor([box] { return !box->isVisible(); });
+    });
+    QCOMPARE(MsgBox(QStringLiteral("Go on?"), BoxIcon::Question, kProgramName, buttons), answer);
+    QVERIFY(closed);
+}
+
+void tst_MsgBox::Box_showsItsTextAsItIs() {
+    const QString text = QStringLiteral("<b>O'Hara</b> & sons");
+    QWidget below;
+    below.show();
+    QVERIFY(QTest::qWaitForWindowActive(&below));
+    InNextBox([&](QMessageBox* box) {
+        QCOMPARE(box->text(), text);
+        QCOMPARE(box->textFormat(), Qt::PlainText);
+        QCOMPARE(box->windowTitle(), QStringLiteral("Message"));
+        QCOMPARE(box->icon(), QMessageBox::Critical);
+        QCOMPARE(box->parentWidget(), &below);
+    });
+    MsgBox(text, BoxIcon::Critical, QStringLiteral("Message"));
+}
+
+void tst_MsgBox::Box_keepsAVeryLongTextOnTheScreen() {
+    InNextBox([](QMessageBox* box) {
+        QVERIFY(box->height() <= box->screen()->size().height());
+        QVERIFY(box->width() <= box->screen()->size().width());
+        QCOMPARE(box->detailedText().size(), 10000);
+    });
+    MsgBox(QString(10000, u'W'));
+}
+
+QTEST_MAIN(tst_MsgBox)
+#include "tst_MsgBox.moc"
