@@ -2,6 +2,9 @@
 USE CLINICAL_AREA
 GO
 
+CREATE ROLE capd_user
+GO
+
 CREATE TABLE tbDeployedScript (
     ScriptName varchar(200) NOT NULL PRIMARY KEY,
     Checksum varchar(64) NOT NULL,

@@ -2,6 +2,9 @@
 USE PATIENT_DATA
 GO
 
+CREATE ROLE capd_user
+GO
+
 CREATE TABLE tbHospitalInfo (
     HospitalID int NOT NULL PRIMARY KEY,
     Company varchar(100) NOT NULL,
@@ -80,10 +83,13 @@ CREATE TABLE tbPatient (
 )
 GO
 
-CREATE INDEX ixPatientHospNum ON tbPatient (HospNum, AdmDate)
+CREATE INDEX ixPatientHospNum ON tbPatient (HospNum, AdmDate, IdNum)
 GO
 
-CREATE INDEX ixPatientAdmDate ON tbPatient (AdmDate)
+CREATE INDEX ixPatientAdmDate ON tbPatient (AdmDate, IdNum)
+GO
+
+CREATE INDEX ixPatientOpen ON tbPatient (DcrDate, AdmDate)
 GO
 
 -- Out-patient (O) and emergency (E) visits: IdNum begins with A and ends with B. An account with
@@ -105,10 +111,10 @@ CREATE TABLE tbOutPatient (
 )
 GO
 
-CREATE INDEX ixOutPatientHospNum ON tbOutPatient (HospNum, AdmDate)
+CREATE INDEX ixOutPatientHospNum ON tbOutPatient (HospNum, AdmDate, IdNum)
 GO
 
-CREATE INDEX ixOutPatientAdmDate ON tbOutPatient (AdmDate)
+CREATE INDEX ixOutPatientAdmDate ON tbOutPatient (AdmDate, IdNum)
 GO
 
 -- Open visits are few and asked for all day long: they stand together in this index.

@@ -2,6 +2,9 @@
 USE BILLING
 GO
 
+CREATE ROLE capd_user
+GO
+
 CREATE TABLE tbRoomClass (
     RoomClassID varchar(5) NOT NULL PRIMARY KEY,
     RoomClass varchar(40) NOT NULL,
@@ -293,4 +296,7 @@ CREATE INDEX ixCompanyPaymentIdNum ON tbCompanyPayment (IdNum)
 GO
 
 CREATE INDEX ixCompanyPaymentAccount ON tbCompanyPayment (AccountNum)
+GO
+
+CREATE INDEX ixCompanyPaymentPaidAt ON tbCompanyPayment (PaidAt)
 GO

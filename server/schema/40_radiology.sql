@@ -2,6 +2,9 @@
 USE RADIOLOGY
 GO
 
+CREATE ROLE capd_user
+GO
+
 -- Modality X = x-ray, U = ultrasound, C = CT scan; ResultDate is null until it is read.
 CREATE TABLE tbRadResult (
     TransNum varchar(20) NOT NULL PRIMARY KEY,

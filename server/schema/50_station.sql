@@ -2,6 +2,9 @@
 USE STATION
 GO
 
+CREATE ROLE capd_user
+GO
+
 -- Dosage codes; Frequency is how many a day.
 CREATE TABLE tbDosage (
     DosageID varchar(8) NOT NULL PRIMARY KEY,

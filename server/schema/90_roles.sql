@@ -1,0 +1,81 @@
+-- What the program's log-ins may do: the role capd_user of each database, made with its tables. It
+-- runs procedures, and has the few table rights that the windows' plain statements and procedures
+-- that read another database need. Runs after the procedures, and again after every upgrade,
+-- because a procedure that is made anew has lost its rights.
+USE CLINICAL_AREA
+GO
+
+GRANT EXECUTE ON fn_CAPD_FundPaid TO capd_user
+GRANT EXECUTE ON sp_CAPD_Patientsearch TO capd_user
+GRANT EXECUTE ON sp_CAPD_ReportIncome TO capd_user
+GRANT EXECUTE ON sp_CAPD_ReportPatients TO capd_user
+GRANT EXECUTE ON sp_CAPD_ReportVisits TO capd_user
+GRANT EXECUTE ON sp_CAPD_SearchAdmissions TO capd_user
+GRANT EXECUTE ON sp_CAPD_SearchRegister TO capd_user
+GRANT EXECUTE ON sp_CAPD_SearchVisits TO capd_user
+GRANT SELECT, UPDATE ON tbCAPDSlip TO capd_user
+GRANT SELECT, DELETE ON tbCAPDChargeSlip TO capd_user
+GRANT SELECT ON tbCAPDLogBook TO capd_user
+GO
+
+USE PATIENT_DATA
+GO
+
+GRANT EXECUTE ON fn_GetAge TO capd_user
+GRANT EXECUTE ON fn_GetDoctorName TO capd_user
+GRANT EXECUTE ON fn_GetOldHospNum TO capd_user
+GRANT EXECUTE ON fn_GetToday TO capd_user
+GRANT EXECUTE ON fn_LikePrefix TO capd_user
+GRANT EXECUTE ON sp_Confinement_Period TO capd_user
+GRANT EXECUTE ON sp_Confinement_Results TO capd_user
+GRANT EXECUTE ON sp_Doctor_Find TO capd_user
+GRANT EXECUTE ON sp_Doctor_Search TO capd_user
+GRANT EXECUTE ON sp_Finder_Admission TO capd_user
+GRANT EXECUTE ON sp_Finder_OutPatient TO capd_user
+GRANT EXECUTE ON sp_Listing_Inpatient TO capd_user
+GRANT EXECUTE ON sp_Listing_Outpatient TO capd_user
+GRANT EXECUTE ON sp_Listing_Search TO capd_user
+GRANT EXECUTE ON sp_Listing_SearchInpatients TO capd_user
+GRANT EXECUTE ON sp_Listing_SearchOutpatients TO capd_user
+GRANT EXECUTE ON sp_User_Count TO capd_user
+GRANT EXECUTE ON sp_User_Create TO capd_user
+GRANT EXECUTE ON sp_User_Find TO capd_user
+GRANT EXECUTE ON sp_User_RecordLogin TO capd_user
+GRANT EXECUTE ON sp_User_SetPassword TO capd_user
+GRANT SELECT ON tbHospitalInfo TO capd_user
+GRANT SELECT ON tbMaster TO capd_user
+GRANT SELECT ON tbPatient TO capd_user
+GRANT SELECT ON tbOutPatient TO capd_user
+GO
+
+USE BILLING
+GO
+
+GRANT EXECUTE ON sp_Drug_Check TO capd_user
+GRANT EXECUTE ON sp_Drug_Find TO capd_user
+GRANT EXECUTE ON sp_Drug_Search TO capd_user
+GRANT EXECUTE ON sp_OtherRevenue_Find TO capd_user
+GRANT EXECUTE ON sp_OtherRevenue_Search TO capd_user
+GRANT EXECUTE ON sp_StockCard_Append TO capd_user
+GRANT SELECT, UPDATE ON tbCashAssessment TO capd_user
+GRANT SELECT ON tbBill TO capd_user
+GRANT SELECT ON tbDoctorCharge TO capd_user
+GRANT SELECT ON tbStockCard TO capd_user
+GRANT SELECT ON tbCompanyPayment TO capd_user
+GRANT SELECT ON tbRevenueCode TO capd_user
+GRANT SELECT ON tbDrug TO capd_user
+GO
+
+USE RADIOLOGY
+GO
+
+GRANT SELECT ON tbRadResult TO capd_user
+GO
+
+USE STATION
+GO
+
+GRANT EXECUTE ON sp_Dosage_Find TO capd_user
+GRANT EXECUTE ON sp_Dosage_Search TO capd_user
+GRANT SELECT ON tbMedicineGiven TO capd_user
+GO
