@@ -51,7 +51,6 @@ GO
 USE BILLING
 GO
 
-GRANT EXECUTE ON sp_Drug_Check TO capd_user
 GRANT EXECUTE ON sp_Drug_Find TO capd_user
 GRANT EXECUTE ON sp_Drug_Search TO capd_user
 GRANT EXECUTE ON sp_OtherRevenue_Find TO capd_user
@@ -75,6 +74,7 @@ GO
 USE STATION
 GO
 
+GRANT EXECUTE ON sp_Catalogue_Check TO capd_user
 GRANT EXECUTE ON sp_Dosage_Find TO capd_user
 GRANT EXECUTE ON sp_Dosage_Search TO capd_user
 GRANT SELECT ON tbMedicineGiven TO capd_user

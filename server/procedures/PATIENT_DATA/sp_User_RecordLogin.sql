@@ -1,7 +1,7 @@
--- Records a log-in or a refusal and keeps the count of wrong passwords.
--- @UserName: as typed, known or not; @Outcome: SUCCESS clears the count, LOCKED and DEPARTMENT only
--- go to the log, any other (WRONG PASSWORD) counts; the fifth in a row locks the user for five
--- minutes. @Station: the workstation. Returns IsLocked (bit), no row for an unknown user.
+-- Records a log-in or a refusal and keeps the count of refusals.
+-- @UserName: as typed, known or not; @Outcome: OK clears the count, any other (REFUSED) counts; the
+-- fifth in a row locks the user for five minutes, in which refusals only go to the log.
+-- @Station: the workstation. Returns IsLocked (bit), no row for an unknown user.
 USE PATIENT_DATA
 GO
 
@@ -19,6 +19,7 @@ BEGIN
 
     DECLARE @Now datetime;
     DECLARE @Failures int;
+    DECLARE @LockedUntil datetime;
     SET @UserName = LTRIM(RTRIM(@UserName));
     SET @Now = GETDATE();
 
@@ -26,11 +27,13 @@ BEGIN
     INSERT INTO tbLoginLog (UserName, Outcome, Station, LoggedAt)
     VALUES (LEFT(@UserName, 60), LEFT(@Outcome, 20), LEFT(@Station, 100), @Now);
 
-    SELECT @Failures = Failures FROM tbUser WITH (UPDLOCK, HOLDLOCK) WHERE UserName = @UserName;
+    SELECT @Failures = Failures, @LockedUntil = LockedUntil
+    FROM tbUser WITH (UPDLOCK, HOLDLOCK)
+    WHERE UserName = @UserName;
 
-    IF @Failures IS NOT NULL AND @Outcome = 'SUCCESS'
+    IF @Failures IS NOT NULL AND @Outcome = 'OK'
         UPDATE tbUser SET Failures = 0, LockedUntil = NULL WHERE UserName = @UserName;
-    ELSE IF @Failures IS NOT NULL AND @Outcome NOT IN ('LOCKED', 'DEPARTMENT')
+    ELSE IF @Failures IS NOT NULL AND (@LockedUntil IS NULL OR @LockedUntil <= @Now)
     BEGIN
         SET @Failures = @Failures + 1;
         IF @Failures >= 5
