@@ -113,11 +113,11 @@ void tst_modMain::Main_failsWithoutAHospitalRow() {
 void tst_modMain::Main_readsTheFirstOfSeveralHospitalRows() {
     auto& session = *m_fakes->CurrentUser->Session;
     session.Execute(QStringLiteral("DELETE PATIENT_DATA..tbHospitalInfo"));
-    for (const char* name : {"First", "Second"})
-        session.Execute(QStringLiteral("INSERT INTO PATIENT_DATA..tbHospitalInfo (Company, address1, MtsServerName) "
-                                       "VALUES ('%1', 'Somewhere', 'MTS')").arg(QLatin1String(name)));
+    for (int row = 1; row <= 2; ++row)
+        session.Execute(QStringLiteral("INSERT INTO PATIENT_DATA..tbHospitalInfo (HospitalID, Company, address1, "
+                                       "MtsServerName) VALUES (%1, 'Hospital %1', 'Somewhere', 'MTS')").arg(row));
     QVERIFY(modMain::Main());
-    QCOMPARE(gCompany, QStringLiteral("First"));
+    QCOMPARE(gCompany, QStringLiteral("Hospital 1"));
     QVERIFY(fakes::Log().contains(QStringLiteral("Finder.InitConnection MTS")));
 }
 

@@ -15,8 +15,11 @@ const QString kCreate = QStringLiteral("PATIENT_DATA..sp_User_Create");
 const QString kFind = QStringLiteral("PATIENT_DATA..sp_User_Find");
 const QString kRecord = QStringLiteral("PATIENT_DATA..sp_User_RecordLogin");
 
-const QString kAccepted = QStringLiteral("OK");
-const QString kRefused = QStringLiteral("REFUSED");
+// What is recorded of an attempt; only a wrong password counts towards the lock.
+const QString kSuccess = QStringLiteral("SUCCESS");
+const QString kLocked = QStringLiteral("LOCKED");
+const QString kDepartment = QStringLiteral("DEPARTMENT");
+const QString kWrongPassword = QStringLiteral("WRONG PASSWORD");
 
 }  // namespace
 
@@ -27,7 +30,7 @@ struct UserStore::StoredUser {
 };
 
 bool UserStore::IsEmpty() const {
-    return m_connection.Execute(kCount)->Fields(0).Number() == 0;
+    return m_connection.Execute(kCount)->Fields(QStringLiteral("CanLogIn")).Number() == 0;
 }
 
 void UserStore::Add(const User& user, const QString& password) {
@@ -40,16 +43,24 @@ std::optional<User> UserStore::LogIn(const QString& userName, const QString& pas
     const std::optional<StoredUser> user = Find(userName);
     // A locked or unknown user's password is checked all the same: the time taken tells nothing.
     const bool matches = Passwords::Matches(password, user ? user->PasswordHash : QString());
-    const bool accepted = user && matches && !user->Locked && user->Who.DeptCode == deptCode;
-    Record(userName, accepted);
-    return accepted ? std::optional(user->Who) : std::nullopt;
+    return Decide(userName, user, matches, deptCode);
 }
 
 std::optional<User> UserStore::Admit(const QString& userName, const QString& deptCode) {
-    const std::optional<StoredUser> user = Find(userName);
-    const bool accepted = user && user->Who.DeptCode == deptCode;
-    Record(userName, accepted);
-    return accepted ? std::optional(user->Who) : std::nullopt;
+    return Decide(userName, Find(userName), true, deptCode);
+}
+
+std::optional<User> UserStore::Decide(const QString& userName, const std::optional<StoredUser>& user,
+                                      bool matches, const QString& deptCode) {
+    QString outcome = kSuccess;
+    if (user && user->Locked)
+        outcome = kLocked;
+    else if (!user || !matches)
+        outcome = kWrongPassword;
+    else if (user->Who.DeptCode != deptCode)
+        outcome = kDepartment;
+    m_connection.Execute(db::Call(kRecord, {userName, outcome, QSysInfo::machineHostName()}));
+    return outcome == kSuccess ? std::optional(user->Who) : std::nullopt;
 }
 
 std::optional<UserStore::StoredUser> UserStore::Find(const QString& userName) const {
@@ -62,11 +73,6 @@ std::optional<UserStore::StoredUser> UserStore::Find(const QString& userName) co
     return StoredUser{{text("UserName"), text("EmployeeCode"), text("EmployeeName"), text("DeptCode")},
                       text("PasswordHash"),
                       row->Fields(QStringLiteral("IsLocked")).Number() != 0};
-}
-
-void UserStore::Record(const QString& userName, bool accepted) {
-    m_connection.Execute(db::Call(
-        kRecord, {userName, accepted ? kAccepted : kRefused, QSysInfo::machineHostName()}));
 }
 
 }  // namespace components

@@ -34,7 +34,8 @@ public:
 private:
     struct StoredUser;
     std::optional<StoredUser> Find(const QString& userName) const;
-    void Record(const QString& userName, bool accepted);
+    std::optional<User> Decide(const QString& userName, const std::optional<StoredUser>& user,
+                               bool matches, const QString& deptCode);
 
     db::Connection& m_connection;
 };
