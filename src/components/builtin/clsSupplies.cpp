@@ -6,7 +6,7 @@ namespace components {
 
 namespace {
 
-const QString kCatalogueCheck = QStringLiteral("BILLING..sp_Drug_Check");
+const QString kCatalogueCheck = QStringLiteral("STATION..sp_Catalogue_Check");
 
 bool CanReadCatalogue(const std::shared_ptr<db::Connection>& connection) {
     return connection && !connection->Execute(kCatalogueCheck)->Eof();
