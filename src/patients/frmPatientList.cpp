@@ -1,0 +1,198 @@
+#include "patients/frmPatientList.h"
+
+#include <QButtonGroup>
+#include <QKeyEvent>
+
+#include "db/CommandText.h"
+#include "session/modGlobals.h"
+#include "toolkit/Busy.h"
+#include "toolkit/ListView.h"
+#include "toolkit/MsgBox.h"
+#include "toolkit/UpperCase.h"
+#include "ui_frmPatientList.h"
+
+namespace {
+
+QString SearchCommand(const QString& mode, const QString& hospNum, const QString& idNum,
+                      const QString& lastName) {
+    return db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_Patientsearch"),
+                    {mode, hospNum.trimmed(), idNum.trimmed(), lastName.trimmed()});
+}
+
+enum PatientType { CapdPatients, OutPatients, InPatients, ErPatients };
+
+enum Column { IdNumColumn, HospNumColumn, LastName = 3, FirstName, MiddleName, CapdNumColumn };
+
+const std::vector<toolkit::ListColumn>& Columns() {
+    static const std::vector<toolkit::ListColumn> columns{
+        {QStringLiteral(" Adm. No."), 1000, QStringLiteral("IdNum")},
+        {QStringLiteral(" Hosp.No."), 1050, QStringLiteral("HospNum")},
+        {QStringLiteral(" Adm.Date"), 1900, QStringLiteral("AdmDate")},
+        {QStringLiteral(" Last Name"), 1550, QStringLiteral("LastName")},
+        {QStringLiteral(" First Name"), 1550, QStringLiteral("FirstName")},
+        {QStringLiteral(" Middle Name"), 1550, QStringLiteral("MiddleName")},
+        {QStringLiteral(" CAPD Num"), 1050, QStringLiteral("CAPDNum")},
+        {QStringLiteral(" PatientType  "), 1350, QStringLiteral("roomid")},
+        {QStringLiteral(" Address"), 2300, QStringLiteral("Address")}};
+    return columns;
+}
+
+}  // namespace
+
+frmPatientList::frmPatientList(QWidget* parent)
+    : QWidget(parent),
+      ui(std::make_unique<Ui::frmPatientList>()),
+      m_rows(new toolkit::RowListModel(Columns(), this)) {
+    ui->setupUi(this);
+    SetUpFields();
+    SetUpList();
+    Load();
+}
+
+frmPatientList::~frmPatientList() = default;
+
+void frmPatientList::SetUpFields() {
+    ui->OptPatientType->setId(ui->OptPatientType0, CapdPatients);
+    ui->OptPatientType->setId(ui->OptPatientType1, OutPatients);
+    ui->OptPatientType->setId(ui->OptPatientType2, InPatients);
+    ui->OptPatientType->setId(ui->OptPatientType3, ErPatients);
+    for (QLineEdit* field : {ui->txtIdNum, ui->txtHospNum, ui->txtLastName}) {
+        field->setValidator(new toolkit::UpperCase(field));
+        field->installEventFilter(this);
+        connect(field, &QLineEdit::returnPressed, this, &frmPatientList::cmdSearch_Click);
+    }
+    connect(ui->cmdSearch, &QPushButton::clicked, this, &frmPatientList::cmdSearch_Click);
+}
+
+void frmPatientList::SetUpList() {
+    m_rows->SetStarred([](const db::RowStore& rows, int row) {
+        return !rows.TextAt(row, rows.ColumnIndex(QStringLiteral("CAPDNum"))).isEmpty();
+    });
+    ui->lvwSearchPatient->SetListModel(m_rows, Columns());
+    connect(ui->lvwSearchPatient, &toolkit::ListView::RowChosen, this,
+            &frmPatientList::lvwSearchPatient_ItemClick);
+    connect(ui->lvwSearchPatient, &toolkit::ListView::RowOpened, this,
+            &frmPatientList::lvwSearchPatient_DblClick);
+}
+
+void frmPatientList::Load() {
+    ui->chkCurrent->setChecked(true);
+    ui->OptPatientType1->setChecked(true);
+    if (m_hospNum.isEmpty() && m_idNum.isEmpty() && m_capdNum.isEmpty())
+        Search({}, QStringLiteral("A"), {});
+    else
+        Search(m_hospNum, m_idNum, {});
+}
+
+bool frmPatientList::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Down && ui->lvwSearchPatient->isEnabled()) {
+            ui->lvwSearchPatient->setFocus(Qt::TabFocusReason);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void frmPatientList::cmdSearch_Click() {
+    const QString idNum = ui->txtIdNum->text().trimmed();
+    const QString hospNum = ui->txtHospNum->text().trimmed();
+    const QString lastName = ui->txtLastName->text().trimmed();
+    if (idNum.isEmpty() && hospNum.isEmpty() && lastName.isEmpty()) {
+        toolkit::MsgBox(QStringLiteral("Please Enter a search text."),
+                        toolkit::BoxIcon::Information, QStringLiteral("Message"));
+        return;
+    }
+    Search(hospNum, idNum, lastName);
+}
+
+QString frmPatientList::SearchMode() const {
+    const bool current = ui->chkCurrent->isChecked();
+    switch (ui->OptPatientType->checkedId()) {
+        case CapdPatients:
+            return current ? QStringLiteral("3") : QStringLiteral("4");
+        case InPatients:
+            return QStringLiteral("6");
+        case ErPatients:
+            return QStringLiteral("5");
+        default:
+            return current ? QStringLiteral("1") : QStringLiteral("2");
+    }
+}
+
+void frmPatientList::Search(const QString& hospNum, const QString& idNum, const QString& lastName) {
+    const toolkit::Busy busy;
+    if (m_recordset.State() > 0)
+        m_recordset.Close();
+    m_recordset.SetCursorLocation(3);
+    m_recordset.Open(SearchCommand(SearchMode(), hospNum, idNum, lastName),
+                     modGlobals::gCurrentUser->SQLConnection(), 2, 1, -1);
+    m_searchedType = ui->OptPatientType->checkedId();
+    ShowRows();
+    m_recordset.Close();
+}
+
+void frmPatientList::ShowRows() {
+    if (m_recordset.Eof()) {
+        ui->lvwSearchPatient->setEnabled(false);
+        m_rows->SetRows(nullptr);
+        return;
+    }
+    m_rows->SetRows(m_recordset.Rows());
+    ui->lvwSearchPatient->setEnabled(true);
+    ui->lblRecCount->setText(
+        QStringLiteral("Total No. of Records: %1").arg(m_recordset.RecordCount()));
+    // The first row becomes the chosen patient with the keyboard on it: what a key would act on
+    // is what the status bar names.
+    if (ui->lvwSearchPatient->isVisible()) {
+        ui->lvwSearchPatient->setFocus(Qt::OtherFocusReason);
+        ui->lvwSearchPatient->setCurrentIndex(m_rows->index(0, 0));
+    }
+}
+
+void frmPatientList::RememberRow(int row) {
+    m_idNum = m_rows->TextAt(row, IdNumColumn);
+    m_hospNum = m_rows->TextAt(row, HospNumColumn);
+    m_capdNum = m_rows->TextAt(row, CapdNumColumn);
+}
+
+QString frmPatientList::NameOf(int row) const {
+    return QStringLiteral("%1, %2 %3")
+        .arg(m_rows->TextAt(row, LastName), m_rows->TextAt(row, FirstName),
+             m_rows->TextAt(row, MiddleName))
+        .trimmed();
+}
+
+void frmPatientList::lvwSearchPatient_ItemClick(int row) {
+    if (row < 0)
+        return;
+    RememberRow(row);
+    modGlobals::RaiseTabFlags();
+    emit PatientChosen(m_hospNum, m_idNum, m_capdNum, NameOf(row));
+}
+
+void frmPatientList::lvwSearchPatient_DblClick(int row) {
+    RememberRow(row);
+    // The record is of the kind that was searched for, whatever option has been set since.
+    const bool inPatient = m_searchedType == InPatients;
+    const auto& listing = modGlobals::gOutpatientSearch;
+    QString idNum = m_idNum;
+    if (!listing->PatientListing(idNum,
+                                 inPatient ? components::PatientLister::kInpatients
+                                           : components::PatientLister::kOutpatients,
+                                 false)) {
+        if (!m_idNum.isEmpty())
+            emit StatusText(
+                QStringLiteral("No patient is listed under the number %1.").arg(m_idNum));
+        return;
+    }
+    OpenedPatient patient;
+    patient.Record = inPatient ? listing->Inpatient() : listing->Outpatient();
+    patient.Room = inPatient ? patient.Record.roomid : QStringLiteral("OPD");
+    patient.RoomClassID = inPatient ? patient.Record.RoomClassID : QString();
+    patient.Company = patient.Record.AccountNum + u' ' + patient.Record.Company;
+    patient.CAPDNum = m_capdNum;
+    patient.PatientType = m_searchedType;
+    emit PatientOpened(patient);
+}
