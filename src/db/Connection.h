@@ -11,7 +11,7 @@ class Recordset;
 class RowStore;
 
 /// The session's road to the database server. Commands are sent one at a time, as text.
-class Connection final {
+class Connection final : public std::enable_shared_from_this<Connection> {
 public:
     /// Opens the connection. The string is "Driver=Embedded;File=<hospital file>" for the
     /// embedded server, anything else goes to ODBC; user and password are handed over and not

@@ -21,6 +21,9 @@ public:
     /// The cell as text, null as empty: numbers as plain decimals, moments as
     /// "M/d/yyyy h:mm:ss AM/PM" without the time at midnight.
     QString Text() const;
+    /// The cell exactly, for the server to compare or store: numbers with 17 significant digits,
+    /// moments as "yyyy-MM-ddTHH:mm:ss.fff", which no date order of the server misreads.
+    QString RawText() const;
     /// The cell as a number: a text by its leading number, null as 0, a moment as 0.
     double Number() const;
     /// The cell as a moment; invalid unless it holds one.

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "db/Driver.h"
+#include "embedded/Server.h"
+
+namespace db {
+
+/// A session on a hospital file of this workstation.
+class EmbeddedDriver final : public Driver {
+public:
+    /// Throws base::DatabaseError naming the file when it cannot be opened.
+    explicit EmbeddedDriver(const QString& file);
+
+    qint64 Execute(const QString& command, embedded::RowSink& sink) override;
+    void SetDefaultDatabase(const QString& name) override { m_defaultDatabase = name; }
+    void BeginTrans() override { m_server.BeginTrans(); }
+    void CommitTrans() override { m_server.CommitTrans(); }
+    void RollbackTrans() override { m_server.RollbackTrans(); }
+    std::vector<QString> KeyColumns(const QString& table) override;
+
+private:
+    embedded::Server m_server;
+    QString m_defaultDatabase;
+};
+
+}  // namespace db

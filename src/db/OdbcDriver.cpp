@@ -1,0 +1,294 @@
+#include "db/OdbcDriver.h"
+
+#include <QStringList>
+
+#include "db/CommandText.h"
+#include "db/OdbcFetch.h"
+#include "db/RowStore.h"
+
+namespace db {
+
+namespace {
+
+constexpr quintptr kLogInSeconds = 15;
+constexpr int kNothingToCommit = 3902;
+
+/// What the results of one command add up to.
+class ResultReader final {
+public:
+    ResultReader(const OdbcHandle& statement, bool widthsHold, embedded::RowSink& sink)
+        : m_statement(statement), m_widthsHold(widthsHold), m_sink(sink) {}
+
+    // Row counts may come before the rows, and an error after them: all results are looked at.
+    // The second error ends it, a broken statement could go on for ever.
+    qint64 ReadAll(SQLRETURN executed) {
+        std::optional<OdbcFailure> failed = Attempt(executed);
+        SQLRETURN result = SQL_SUCCESS;
+        while ((result = SQLMoreResults(m_statement.Raw())) != SQL_NO_DATA) {
+            const auto next = Attempt(result);
+            if (next && failed) {
+                break;
+            }
+            failed = failed ? failed : next;
+        }
+        if (failed) {
+            throw *failed;
+        }
+        return m_written;
+    }
+
+private:
+    std::optional<OdbcFailure> Attempt(SQLRETURN result) {
+        try {
+            Read(result);
+        } catch (const OdbcFailure& failure) {
+            return failure;
+        }
+        return {};
+    }
+
+    void Read(SQLRETURN result) {
+        // A change that met no row.
+        if (result == SQL_NO_DATA) {
+            m_written = 0;
+            return;
+        }
+        m_statement.Check(result);
+        SQLSMALLINT columns = 0;
+        m_statement.Check(SQLNumResultCols(m_statement.Raw(), &columns));
+        if (columns > 0) {
+            if (!m_kept) {
+                m_kept = true;
+                FetchRows(m_statement, m_widthsHold, m_sink);
+            }
+            return;
+        }
+        SQLLEN count = -1;
+        m_statement.Check(SQLRowCount(m_statement.Raw(), &count));
+        m_written = count >= 0 ? qint64(count) : m_written;
+    }
+
+    const OdbcHandle& m_statement;
+    const bool m_widthsHold;
+    embedded::RowSink& m_sink;
+    bool m_kept = false;
+    qint64 m_written = -1;
+};
+
+// [CLINICAL_AREA]..tbCAPDSlip: the pieces between the points, last one first.
+QStringList NamePieces(const QString& table) {
+    QStringList pieces{QString()};
+    QChar close;
+    for (const QChar character : table) {
+        if (!close.isNull()) {
+            if (character == close) {
+                close = QChar();
+            } else {
+                pieces.first().append(character);
+            }
+        } else if (character == u'[' || character == u'"') {
+            close = character == u'[' ? QChar(u']') : character;
+        } else if (character == u'.') {
+            pieces.prepend(QString());
+        } else {
+            pieces.first().append(character);
+        }
+    }
+    return pieces;
+}
+
+QString CharacterName(char32_t character) {
+    return QStringLiteral("\"%1\" (U+%2)")
+        .arg(QString::fromUcs4(&character, 1),
+             QString::number(uint(character), 16).toUpper().rightJustified(4, QLatin1Char('0')));
+}
+
+}  // namespace
+
+OdbcDriver::OdbcDriver(const QString& connectionString) try
+    : m_environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE),
+      m_connection(SQL_HANDLE_DBC, m_environment.Raw()) {
+    Connect(connectionString);
+} catch (const OdbcFailure& failure) {
+    throw base::DatabaseError(failure.Diagnosis.Number, failure.Diagnosis.Text);
+}
+
+OdbcDriver::~OdbcDriver() {
+    if (m_depth > 0) {
+        SQLEndTran(SQL_HANDLE_DBC, m_connection.Raw(), SQL_ROLLBACK);
+    }
+    SQLDisconnect(m_connection.Raw());
+}
+
+void OdbcDriver::Connect(const QString& connectionString) {
+    SQLSetConnectAttrW(m_connection.Raw(), SQL_ATTR_LOGIN_TIMEOUT, SQLPOINTER(kLogInSeconds), 0);
+    m_connection.Check(SQLDriverConnectW(m_connection.Raw(), nullptr, Wide(connectionString),
+                                         SQLSMALLINT(connectionString.size()), nullptr, 0, nullptr,
+                                         SQL_DRIVER_NOPROMPT));
+    try {
+        SQLWCHAR name[128] = {};
+        m_connection.Check(
+            SQLGetInfoW(m_connection.Raw(), SQL_DBMS_NAME, name, sizeof name, nullptr));
+        m_isSqlServer = QString::fromUtf16(reinterpret_cast<const char16_t*>(name))
+                            .contains(QStringLiteral("SQL Server"));
+        if (m_isSqlServer) {
+            RowStore nothing;
+            Run(QStringLiteral("SET DATEFORMAT mdy"), nothing);
+        }
+    } catch (const OdbcFailure&) {
+        SQLDisconnect(m_connection.Raw());
+        throw;
+    }
+}
+
+template <typename Work>
+auto OdbcDriver::Guarded(Work work) {
+    if (m_lost) {
+        throw *m_lost;
+    }
+    try {
+        return work();
+    } catch (const OdbcFailure& failure) {
+        Fail(failure.Diagnosis);
+    }
+}
+
+void OdbcDriver::Fail(const OdbcDiagnosis& diagnosis) {
+    SQLUINTEGER dead = SQL_CD_FALSE;
+    SQLGetConnectAttrW(m_connection.Raw(), SQL_ATTR_CONNECTION_DEAD, &dead, sizeof dead, nullptr);
+    const bool inTransaction = m_depth > 0;
+    m_depth = 0;
+    if (diagnosis.SqlState.startsWith(QStringLiteral("08")) || dead == SQL_CD_TRUE) {
+        m_lost.emplace(diagnosis.Number,
+                       QStringLiteral("The connection to the server was lost. Nothing that was "
+                                      "not yet saved has reached it; start the program again."));
+        throw *m_lost;
+    }
+    // Procedures undo the caller's transaction when they fail. A command that fails without doing
+    // so must not leave half of it to be committed.
+    if (inTransaction) {
+        SQLEndTran(SQL_HANDLE_DBC, m_connection.Raw(), SQL_ROLLBACK);
+        SQLSetConnectAttrW(m_connection.Raw(), SQL_ATTR_AUTOCOMMIT,
+                           SQLPOINTER(quintptr(SQL_AUTOCOMMIT_ON)), 0);
+    }
+    throw base::DatabaseError(diagnosis.Number, diagnosis.Text);
+}
+
+qint64 OdbcDriver::Execute(const QString& command, embedded::RowSink& sink) {
+    return Guarded([&] {
+        RequireKnownCharacters(command);
+        return Run(command, sink);
+    });
+}
+
+void OdbcDriver::RequireKnownCharacters(const QString& command) {
+    for (const char32_t character : command.toUcs4()) {
+        if (character < 0x80 || m_knownCharacters.contains(character)) {
+            continue;
+        }
+        if (!IsKnown(character)) {
+            throw base::DatabaseError(0, QStringLiteral("The server cannot store the character %1.")
+                                             .arg(CharacterName(character)));
+        }
+        m_knownCharacters.insert(character);
+    }
+}
+
+// SQL Server turns a letter that its code page lacks into "?" or a look-alike without a word, so
+// it is asked whether the letter comes back as it went. For other servers the driver manager may
+// cut a text with surrogate pairs down to bytes, and a byte of them may be a quote.
+bool OdbcDriver::IsKnown(char32_t character) {
+    if (!m_isSqlServer) {
+        return character <= 0xFFFF;
+    }
+    const QString text = QString::fromUcs4(&character, 1);
+    RowStore answer;
+    Run(QStringLiteral("SELECT CAST(N%1 AS varchar(8))").arg(Quoted(text)), answer);
+    return answer.RowCount() == 1 && answer.TextAt(0, 0) == text;
+}
+
+qint64 OdbcDriver::Run(const QString& command, embedded::RowSink& sink) {
+    const OdbcHandle statement(SQL_HANDLE_STMT, m_connection.Raw());
+    const SQLRETURN executed =
+        SQLExecDirectW(statement.Raw(), Wide(command), SQLINTEGER(command.size()));
+    // Only SQL Server keeps every text within its column's width.
+    return ResultReader(statement, m_isSqlServer, sink).ReadAll(executed);
+}
+
+void OdbcDriver::SetDefaultDatabase(const QString& name) {
+    if (m_isSqlServer && !name.isEmpty()) {
+        RowStore nothing;
+        const QString escaped = QString(name).replace(QLatin1Char(']'), QStringLiteral("]]"));
+        Guarded([&] { return Run(QStringLiteral("USE [%1]").arg(escaped), nothing); });
+    }
+    m_defaultDatabase = name;
+}
+
+void OdbcDriver::SetAutoCommit(bool on) {
+    const quintptr value = on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF;
+    m_connection.Check(
+        SQLSetConnectAttrW(m_connection.Raw(), SQL_ATTR_AUTOCOMMIT, SQLPOINTER(value), 0));
+}
+
+void OdbcDriver::BeginTrans() {
+    Guarded([&] {
+        if (m_depth == 0) {
+            SetAutoCommit(false);
+        }
+        ++m_depth;
+    });
+}
+
+void OdbcDriver::EndTransaction(SQLSMALLINT how) {
+    m_connection.Check(SQLEndTran(SQL_HANDLE_DBC, m_connection.Raw(), how));
+    m_depth = 0;
+    SetAutoCommit(true);
+}
+
+void OdbcDriver::CommitTrans() {
+    Guarded([&] {
+        if (m_depth == 0) {
+            throw base::DatabaseError(
+                kNothingToCommit,
+                QStringLiteral("The transaction was already undone; nothing is committed."));
+        }
+        if (m_depth == 1) {
+            EndTransaction(SQL_COMMIT);
+        } else {
+            --m_depth;
+        }
+    });
+}
+
+void OdbcDriver::RollbackTrans() {
+    if (m_lost || m_depth == 0) {
+        return;
+    }
+    Guarded([&] { EndTransaction(SQL_ROLLBACK); });
+}
+
+std::vector<QString> OdbcDriver::KeyColumns(const QString& table) {
+    return Guarded([&] {
+        QStringList pieces = NamePieces(table);
+        pieces.resize(std::max<qsizetype>(pieces.size(), 3));
+        const QString& schema = pieces[1];
+        const QString& catalog =
+            pieces[2].isEmpty() && m_isSqlServer ? m_defaultDatabase : pieces[2];
+        const auto wideOrNone = [](const QString& text) {
+            return text.isEmpty() ? nullptr : Wide(text);
+        };
+        const OdbcHandle statement(SQL_HANDLE_STMT, m_connection.Raw());
+        statement.Check(SQLPrimaryKeysW(statement.Raw(), wideOrNone(catalog), SQL_NTS,
+                                        wideOrNone(schema), SQL_NTS, Wide(pieces[0]), SQL_NTS));
+        RowStore rows;
+        FetchRows(statement, false, rows);
+        constexpr int kColumnName = 3;
+        std::vector<QString> keys;
+        for (int row = 0; row < rows.RowCount(); ++row) {
+            keys.push_back(rows.TextAt(row, kColumnName));
+        }
+        return keys;
+    });
+}
+
+}  // namespace db

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QStringList>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "base/Errors.h"
+#include "db/Connection.h"
+#include "db/Driver.h"
+
+/// Answers and failures a test has laid out; the test looks at what it was sent afterwards.
+struct FakeServer {
+    std::function<qint64(const QString& command, embedded::RowSink& sink)> Answer;
+    std::map<QString, std::vector<QString>> Keys;
+    QStringList Steps;
+    QString DefaultDatabase;
+    bool CommitFails = false;
+};
+
+class FakeDriver final : public db::Driver {
+public:
+    explicit FakeDriver(FakeServer& server) : m_server(server) {}
+    qint64 Execute(const QString& command, embedded::RowSink& sink) override {
+        m_server.Steps << command;
+        return m_server.Answer(command, sink);
+    }
+    void SetDefaultDatabase(const QString& name) override { m_server.DefaultDatabase = name; }
+    void BeginTrans() override { m_server.Steps << QStringLiteral("begin"); }
+    void CommitTrans() override {
+        m_server.Steps << QStringLiteral("commit");
+        if (m_server.CommitFails) {
+            throw base::DatabaseError(1205, QStringLiteral("deadlock"));
+        }
+    }
+    void RollbackTrans() override { m_server.Steps << QStringLiteral("rollback"); }
+    std::vector<QString> KeyColumns(const QString& table) override { return m_server.Keys[table]; }
+
+private:
+    FakeServer& m_server;
+};
+
+/// The error that `work` throws; fails the test when it throws none.
+template <typename Work>
+base::DatabaseError ErrorOf(Work work) {
+    try {
+        work();
+    } catch (const base::DatabaseError& error) {
+        return error;
+    }
+    return base::DatabaseError(-1, QStringLiteral("no error was raised"));
+}
