@@ -1,0 +1,33 @@
+-- Takes the scaffolding of the demo hospital away.
+USE PATIENT_DATA
+GO
+
+DROP TABLE IF EXISTS tbDemoTest
+GO
+
+DROP TABLE IF EXISTS tbDemoLine
+GO
+
+DROP TABLE IF EXISTS tbDemoVisit
+GO
+
+DROP TABLE IF EXISTS tbDemoPlace
+GO
+
+DROP TABLE IF EXISTS tbDemoFirstName
+GO
+
+DROP TABLE IF EXISTS tbDemoLastName
+GO
+
+DROP TABLE IF EXISTS tbDemoNumber
+GO
+
+DROP TABLE IF EXISTS tbDemoDigit
+GO
+
+USE BILLING
+GO
+
+DROP TABLE IF EXISTS tbDemoAssessment
+GO
