@@ -37,6 +37,10 @@ const std::vector<toolkit::ListColumn>& Columns() {
     return columns;
 }
 
+const QString kHintToSearch = QStringLiteral("Type a number or a last name, then press Enter.");
+const QString kHintToOpen =
+    QStringLiteral("Enter or double click opens the patient.  A star marks a CAPD patient.");
+
 }  // namespace
 
 frmPatientList::frmPatientList(QWidget* parent)
@@ -134,6 +138,7 @@ void frmPatientList::Search(const QString& hospNum, const QString& idNum, const 
 }
 
 void frmPatientList::ShowRows() {
+    ui->lblHint->setText(m_recordset.Eof() ? kHintToSearch : kHintToOpen);
     if (m_recordset.Eof()) {
         ui->lvwSearchPatient->setEnabled(false);
         m_rows->SetRows(nullptr);

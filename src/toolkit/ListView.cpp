@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QStyle>
 
 #include "toolkit/Images.h"
 #include "toolkit/Twips.h"
@@ -15,6 +16,7 @@ namespace {
 
 // Enough to see how wide the texts of a column are; measuring all of a long list would be felt.
 constexpr int kMeasuredRows = 50;
+constexpr int kAroundText = 10;
 
 /// A header that carries the list's sort marks.
 class MarkedHeader final : public QHeaderView {
@@ -99,14 +101,15 @@ void ListView::SortBy(int column) {
 
 void ListView::WidenColumns() {
     const int rows = qMin(kMeasuredRows, model()->rowCount());
-    const int margin = fontMetrics().height();
+    const int mark = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this) + kAroundText;
+    const int margin = 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this);
     for (int column = 0; column + 1 < model()->columnCount(); ++column) {
         int width = header()->sectionSizeHint(column);
         for (int row = 0; row < rows; ++row) {
             const QModelIndex index = model()->index(row, column);
-            const QString text = index.data(Qt::DisplayRole).toString();
-            const int mark = index.data(Qt::DecorationRole).isNull() ? 0 : iconSize().width();
-            width = qMax(width, fontMetrics().horizontalAdvance(text) + margin + mark);
+            const int text = fontMetrics().horizontalAdvance(index.data().toString());
+            const bool marked = !index.data(Qt::DecorationRole).isNull();
+            width = qMax(width, text + margin + kAroundText + (marked ? mark : 0));
         }
         const int widest = qMax(2 * columnWidth(column), header()->sectionSizeHint(column));
         setColumnWidth(column, qBound(columnWidth(column), width, widest));

@@ -15,6 +15,8 @@ namespace toolkit {
 namespace {
 
 const QColor kAccent(0x0b, 0x5c, 0xad);
+const QColor kFocusOnAccent(0xff, 0xb9, 0x00);
+constexpr int kAirAroundRow = 4;
 
 QPalette Palette() {
     const QColor ink(0x14, 0x1c, 0x24), paper(Qt::white), desk(0xee, 0xf1, 0xf4);
@@ -57,16 +59,45 @@ public:
         QProxyStyle::unpolish(widget);
     }
 
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+            return 0;
+        return QProxyStyle::styleHint(hint, option, widget, result);
+    }
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                           const QWidget* widget) const override {
+        QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+        if (type == CT_ItemViewItem || IsPrimary(widget))
+            size.rheight() += kAirAroundRow;
+        return size;
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+        if (element != CE_PushButton || !button || !IsPrimary(widget) || !widget->isEnabled())
+            return QProxyStyle::drawControl(element, option, painter, widget);
+        QStyleOptionButton coloured = *button;
+        coloured.palette.setColor(QPalette::Button, kAccent.darker(150));
+        coloured.palette.setColor(QPalette::ButtonText, Qt::white);
+        QProxyStyle::drawControl(element, &coloured, painter, widget);
+    }
+
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
-        if (element == PE_FrameFocusRect && !widget)
-            return QProxyStyle::drawPrimitive(element, option, painter, widget);
-        if (element == PE_FrameFocusRect && !qobject_cast<const QAbstractScrollArea*>(widget))
+        if (element == PE_FrameFocusRect && widget &&
+            !qobject_cast<const QAbstractScrollArea*>(widget))
             return DrawFocus(painter, option->rect);
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-        const bool framed = element == PE_FrameLineEdit || element == PE_Frame;
+        const bool framed = element == PE_FrameLineEdit || element == PE_Frame ||
+                            (element == PE_PanelButtonCommand && widget && !IsPrimary(widget));
         if (framed && option->state.testFlag(State_HasFocus))
             DrawFocus(painter, option->rect);
+        if (element == PE_PanelButtonCommand && IsPrimary(widget) &&
+            option->state.testFlag(State_HasFocus))
+            DrawRing(painter, option->rect, kFocusOnAccent);
     }
 
     // The frame of a list does not repaint by itself when the keyboard comes or goes.
@@ -77,11 +108,20 @@ public:
     }
 
 private:
+    /// The one button of a window that a nurse most likely wants.
+    static bool IsPrimary(const QWidget* widget) {
+        return widget && widget->property("primary").toBool();
+    }
+
     static void DrawFocus(QPainter* painter, const QRect& place) {
+        DrawRing(painter, place, kAccent);
+    }
+
+    static void DrawRing(QPainter* painter, const QRect& place, const QColor& colour) {
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setBrush(Qt::NoBrush);
-        painter->setPen(QPen(kAccent, 2));
+        painter->setPen(QPen(colour, 2));
         painter->drawRoundedRect(QRectF(place).adjusted(1, 1, -1, -1), 2, 2);
         painter->restore();
     }
