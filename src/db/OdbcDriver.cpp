@@ -159,9 +159,9 @@ void OdbcDriver::Fail(const OdbcDiagnosis& diagnosis) {
     const bool inTransaction = m_depth > 0;
     m_depth = 0;
     if (diagnosis.SqlState.startsWith(QStringLiteral("08")) || dead == SQL_CD_TRUE) {
-        m_lost.emplace(diagnosis.Number,
-                       QStringLiteral("The connection to the server was lost. Nothing that was "
-                                      "not yet saved has reached it; start the program again."));
+        m_lost.emplace(
+            diagnosis.Number,
+            QStringLiteral("The connection to the server was lost. Start the program again."));
         throw *m_lost;
     }
     // Procedures undo the caller's transaction when they fail. A command that fails without doing
@@ -264,7 +264,14 @@ void OdbcDriver::RollbackTrans() {
     if (m_lost || m_depth == 0) {
         return;
     }
-    Guarded([&] { EndTransaction(SQL_ROLLBACK); });
+    try {
+        Guarded([&] { EndTransaction(SQL_ROLLBACK); });
+    } catch (const base::DatabaseError&) {
+        // A server that lost its client has undone what the client left open.
+        if (!m_lost) {
+            throw;
+        }
+    }
 }
 
 std::vector<QString> OdbcDriver::KeyColumns(const QString& table) {
