@@ -16,7 +16,8 @@ VALUES ('V', 'Velmoran'), ('C', 'Corvalese'), ('T', 'Tiverlean')
 GO
 
 INSERT INTO tbReligion (ReligionID, Religion)
-VALUES ('1', 'Roman Catholic'), ('2', 'Protestant'), ('3', 'Muslim'), ('4', 'Buddhist'), ('5', 'None')
+VALUES ('1', 'Roman Catholic'), ('2', 'Protestant'), ('3', 'Muslim'), ('4', 'Buddhist'), ('5',
+    'None')
 GO
 
 INSERT INTO tbUser (UserName, EmployeeCode, EmployeeName, PasswordHash, DeptCode)
@@ -75,7 +76,8 @@ VALUES
     (16, 'Ellery'), (17, 'Espinoza'), (18, 'Farrow'), (19, 'Fletcher'), (20, 'Garrick'),
     (21, 'Gómez'), (22, 'Greaves'), (23, 'Hartigan'), (24, 'Hollis'), (25, 'Ibáñez'),
     (26, 'Ingram'), (27, 'Jarvis'), (28, 'Keating'), (29, 'Kowalski'), (30, 'Lacson'),
-    (31, 'Lockhart'), (32, 'Macaraeg'), (33, 'Marlowe'), (34, 'Mendoza'), (35, 'Montgomery-Castellanos'),
+    (31, 'Lockhart'), (32, 'Macaraeg'), (33, 'Marlowe'), (34, 'Mendoza'), (35,
+        'Montgomery-Castellanos'),
     (36, 'Núñez'), (37, 'O''Hara'), (38, 'O''Malley'), (39, 'Oakes'), (40, 'Ocampo'),
     (41, 'Pemberton'), (42, 'Peña'), (43, 'Prescott'), (44, 'Quintana'), (45, 'Ramos'),
     (46, 'Redfern'), (47, 'Reyes'), (48, 'Salazar'), (49, 'Santos'), (50, 'Sheridan'),
@@ -93,16 +95,21 @@ GO
 
 INSERT INTO tbDemoFirstName (Sex, K, Name)
 VALUES
-    ('M', 0, 'Aaron'), ('M', 1, 'Alfonso'), ('M', 2, 'Andrés'), ('M', 3, 'Benedict'), ('M', 4, 'Carlo'),
-    ('M', 5, 'Cedric'), ('M', 6, 'Daniel'), ('M', 7, 'Dominic'), ('M', 8, 'Edgar'), ('M', 9, 'Emilio'),
+    ('M', 0, 'Aaron'), ('M', 1, 'Alfonso'), ('M', 2, 'Andrés'), ('M', 3, 'Benedict'), ('M', 4,
+        'Carlo'),
+    ('M', 5, 'Cedric'), ('M', 6, 'Daniel'), ('M', 7, 'Dominic'), ('M', 8, 'Edgar'), ('M', 9,
+        'Emilio'),
     ('M', 10, 'Felix'), ('M', 11, 'Gerard'), ('M', 12, 'Henry'), ('M', 13, 'Isidro'),
     ('M', 14, 'José Antonio'), ('M', 15, 'Julian'), ('M', 16, 'Leonard'), ('M', 17, 'Luis'),
     ('M', 18, 'Marcus'), ('M', 19, 'Nathan'), ('M', 20, 'Oliver'), ('M', 21, 'Patrick'),
     ('M', 22, 'Quentin'), ('M', 23, 'Ramón'), ('M', 24, 'Samuel'), ('M', 25, 'Tobias'),
     ('M', 26, 'Victor'), ('M', 27, 'Walter'), ('M', 28, 'Xavier'), ('M', 29, 'Zachary'),
-    ('F', 0, 'Adela'), ('F', 1, 'Agnes'), ('F', 2, 'Beatriz'), ('F', 3, 'Bernadette'), ('F', 4, 'Camille'),
-    ('F', 5, 'Celeste'), ('F', 6, 'Corazon'), ('F', 7, 'Diana'), ('F', 8, 'Eleanor'), ('F', 9, 'Elena'),
-    ('F', 10, 'Fiona'), ('F', 11, 'Gloria'), ('F', 12, 'Helen'), ('F', 13, 'Imelda'), ('F', 14, 'Irene'),
+    ('F', 0, 'Adela'), ('F', 1, 'Agnes'), ('F', 2, 'Beatriz'), ('F', 3, 'Bernadette'), ('F', 4,
+        'Camille'),
+    ('F', 5, 'Celeste'), ('F', 6, 'Corazon'), ('F', 7, 'Diana'), ('F', 8, 'Eleanor'), ('F', 9,
+        'Elena'),
+    ('F', 10, 'Fiona'), ('F', 11, 'Gloria'), ('F', 12, 'Helen'), ('F', 13, 'Imelda'), ('F', 14,
+        'Irene'),
     ('F', 15, 'Josefina'), ('F', 16, 'Katherine'), ('F', 17, 'Leticia'), ('F', 18, 'Lourdes'),
     ('F', 19, 'María Fernanda'), ('F', 20, 'Miriam'), ('F', 21, 'Nadia'), ('F', 22, 'Ophelia'),
     ('F', 23, 'Paloma'), ('F', 24, 'Rosalind'), ('F', 25, 'Sofía'), ('F', 26, 'Teresa'),
@@ -149,13 +156,15 @@ SELECT
     CASE WHEN a.N % 23 = 0 THEN 'C' WHEN a.N % 29 = 0 THEN 'T' ELSE 'V' END,
     CAST(1 + a.N % 5 AS varchar(5)),
     CASE WHEN a.N % 16 = 5 OR (a.N * 733) % 31000 > 6999 THEN
-        CASE a.N % 7 WHEN 0 THEN 'Teacher' WHEN 1 THEN 'Farmer' WHEN 2 THEN 'Retired' WHEN 3 THEN 'Clerk'
+        CASE a.N % 7 WHEN 0 THEN 'Teacher' WHEN 1 THEN 'Farmer' WHEN 2 THEN 'Retired' WHEN 3
+            THEN 'Clerk'
         WHEN 4 THEN 'Seamstress' WHEN 5 THEN 'Driver' END END,
     CONCAT(1 + a.N % 240, CASE a.N % 4 WHEN 0 THEN ' Harbour Road' WHEN 1 THEN ' Chapel Street'
         WHEN 2 THEN ' Orchard Lane' ELSE ' Mabini Street' END),
     p.Barangay, p.Town, p.Province,
     CONCAT(1 + a.N % 240, CASE a.N % 4 WHEN 0 THEN ' Harbour Road' WHEN 1 THEN ' Chapel Street'
-        WHEN 2 THEN ' Orchard Lane' ELSE ' Mabini Street' END, ', ', p.Barangay, ', ', p.Town, ', ', p.Province),
+        WHEN 2 THEN ' Orchard Lane' ELSE ' Mabini Street' END, ', ', p.Barangay, ', ', p.Town, ', ',
+            p.Province),
     CASE WHEN a.N % 3 <> 0 THEN CONCAT('555-', 1000 + (a.N * 37) % 9000) END,
     CONCAT(g.Name, ' ', l.Name),
     CASE WHEN a.N % 10 > 3 AND a.N % 10 < 8 AND (a.N % 16 = 5 OR (a.N * 733) % 31000 > 6999)

@@ -3,7 +3,8 @@ USE BILLING
 GO
 
 INSERT INTO tbRoomClass (RoomClassID, RoomClass, RoomRate)
-VALUES ('A', 'Private', 2400.00), ('B', 'Semi-Private', 1500.00), ('C', 'Ward', 600.00), ('S', 'Service Ward', 0.00)
+VALUES ('A', 'Private', 2400.00), ('B', 'Semi-Private', 1500.00), ('C', 'Ward', 600.00), ('S',
+    'Service Ward', 0.00)
 GO
 
 INSERT INTO tbRoom (RoomID, RoomClassID, Station)
@@ -118,7 +119,8 @@ GO
 
 INSERT INTO tbDiscountType (DiscType, Description)
 VALUES
-    ('SM', 'Senior Citizen'), ('QF', 'Med.Social Service Discount'), ('GE', 'Gov`t Employees Discount'),
+    ('SM', 'Senior Citizen'), ('QF', 'Med.Social Service Discount'), ('GE',
+        'Gov`t Employees Discount'),
     ('GD', 'Gov`t Employees Dependent Discount'), ('KE', 'Velmora Employees Discount'),
     ('KD', 'Velmora Employees Dependent Discount')
 GO

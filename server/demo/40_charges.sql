@@ -33,13 +33,15 @@ GO
 -- Supplies: bags on every slip, small items on most. The discount is that of one unit, times the
 -- quantity. Today's visits are not charged yet.
 INSERT INTO tbDemoLine (
-    N, J, LineNum, RefNum, IdNum, HospNum, RevenueID, ItemCode, Quantity, Amount, Discount, NetAmount,
+    N, J, LineNum, RefNum, IdNum, HospNum, RevenueID, ItemCode, Quantity, Amount, Discount,
+        NetAmount,
     Accounts, Moment)
 SELECT d.N, d.J, 1, d.RefNum, d.IdNum, d.HospNum, 'CA', g.DrugCode,
     20 + 10 * ((d.N + d.J) % 3),
     g.SellingPriceOut * (20 + 10 * ((d.N + d.J) % 3)),
     ROUND(g.SellingPriceOut * ISNULL(r.Rate, 0), 2) * (20 + 10 * ((d.N + d.J) % 3)),
-    (g.SellingPriceOut - ROUND(g.SellingPriceOut * ISNULL(r.Rate, 0), 2)) * (20 + 10 * ((d.N + d.J) % 3)),
+    (g.SellingPriceOut - ROUND(g.SellingPriceOut * ISNULL(r.Rate, 0),
+        2)) * (20 + 10 * ((d.N + d.J) % 3)),
     d.Accounts, DATEADD(minute, 45, d.AdmDate)
 FROM tbDemoVisit d
 INNER JOIN tbMaster m ON m.HospNum = d.HospNum
@@ -67,27 +69,35 @@ GO
 
 -- The unit's fee on every slip, a doctor's fee on every third.
 INSERT INTO tbDemoLine (
-    N, J, LineNum, RefNum, IdNum, HospNum, RevenueID, ItemCode, Quantity, Amount, Discount, NetAmount,
+    N, J, LineNum, RefNum, IdNum, HospNum, RevenueID, ItemCode, Quantity, Amount, Discount,
+        NetAmount,
     Accounts, Moment)
-SELECT d.N, d.J, 3, d.RefNum, d.IdNum, d.HospNum, 'CY', o.ItemCode, 1, o.RateA, 0, o.RateA, d.Accounts,
+SELECT d.N, d.J, 3, d.RefNum, d.IdNum, d.HospNum, 'CY', o.ItemCode, 1, o.RateA, 0, o.RateA,
+    d.Accounts,
     DATEADD(minute, 45, d.AdmDate)
 FROM tbDemoVisit d
-INNER JOIN BILLING..tbOtherRevenue o ON o.RevenueID = 'CY' AND o.ItemCode = CAST(501 + (d.N / 16 + d.J) % 6 AS varchar(10))
+INNER JOIN BILLING..tbOtherRevenue o ON o.RevenueID = 'CY'
+    AND o.ItemCode = CAST(501 + (d.N / 16 + d.J) % 6 AS varchar(10))
 WHERE d.D > 0
 UNION ALL
-SELECT d.N, d.J, 4, d.RefNum, d.IdNum, d.HospNum, 'MD', o.ItemCode, 1, o.RateA, 0, o.RateA, d.Accounts,
+SELECT d.N, d.J, 4, d.RefNum, d.IdNum, d.HospNum, 'MD', o.ItemCode, 1, o.RateA, 0, o.RateA,
+    d.Accounts,
     DATEADD(minute, 45, d.AdmDate)
 FROM tbDemoVisit d
-INNER JOIN BILLING..tbOtherRevenue o ON o.RevenueID = 'MD' AND o.ItemCode = CAST(801 + d.N / 16 % 3 AS varchar(10))
+INNER JOIN BILLING..tbOtherRevenue o ON o.RevenueID = 'MD'
+    AND o.ItemCode = CAST(801 + d.N / 16 % 3 AS varchar(10))
 WHERE d.D > 0
     AND d.J % 3 = 0
 GO
 
 INSERT INTO CLINICAL_AREA..tbCAPDRequest (
-    HospNum, IdNum, CAPDNum, ItemCode, Quantity, Amount, Department, RefNum, RevenueID, UserID, DoctorID,
+    HospNum, IdNum, CAPDNum, ItemCode, Quantity, Amount, Department, RefNum, RevenueID, UserID,
+        DoctorID,
     DoctorName, RequestDate)
-SELECT l.HospNum, l.IdNum, c.CAPDNum, l.ItemCode, l.Quantity, l.Amount, 'OPD', l.RefNum, l.RevenueID,
-    CASE l.J % 2 WHEN 0 THEN '4601' ELSE '4602' END, d.DoctorID, CONCAT('DR. ', d.FirstName, ' ', d.LastName), l.Moment
+SELECT l.HospNum, l.IdNum, c.CAPDNum, l.ItemCode, l.Quantity, l.Amount, 'OPD', l.RefNum,
+    l.RevenueID,
+    CASE l.J % 2 WHEN 0 THEN '4601' ELSE '4602' END, d.DoctorID, CONCAT('DR. ', d.FirstName, ' ',
+        d.LastName), l.Moment
 FROM tbDemoLine l
 INNER JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = l.HospNum
 INNER JOIN tbDoctor d ON d.DoctorID = CAST(101 + l.N % 3 AS varchar(10))
@@ -95,14 +105,16 @@ ORDER BY l.Moment, l.RefNum, l.LineNum
 GO
 
 INSERT INTO BILLING..tbBill (RefNum, IdNum, HospNum, RevenueID, ItemCode, Amount, UserID, TransDate)
-SELECT RefNum, IdNum, HospNum, RevenueID, ItemCode, Amount, CASE J % 2 WHEN 0 THEN '4601' ELSE '4602' END, Moment
+SELECT RefNum, IdNum, HospNum, RevenueID, ItemCode, Amount, CASE J % 2 WHEN 0 THEN '4601'
+    ELSE '4602' END, Moment
 FROM tbDemoLine
 WHERE RevenueID = 'CY'
 ORDER BY Moment, RefNum
 GO
 
 INSERT INTO BILLING..tbDoctorCharge (RefNum, IdNum, HospNum, ItemCode, Amount, UserID, TransDate)
-SELECT RefNum, IdNum, HospNum, ItemCode, Amount, CASE J % 2 WHEN 0 THEN '4601' ELSE '4602' END, Moment
+SELECT RefNum, IdNum, HospNum, ItemCode, Amount, CASE J % 2 WHEN 0 THEN '4601' ELSE '4602' END,
+    Moment
 FROM tbDemoLine
 WHERE RevenueID = 'MD'
 ORDER BY Moment, RefNum
@@ -120,7 +132,8 @@ INSERT INTO tbStockCard (
     InventoryCode, RevenueID, Mark, Flag, Discount, StockAfter)
 SELECT g.DrugCode, DATEADD(minute, 420, DATEADD(day, -(735 - 60 * n.N), @Today)) AS Moment,
     CONCAT('DR', 1001 + n.N),
-    -(10 + 10 * ((SELECT ISNULL(SUM(l.Quantity), 0) FROM PATIENT_DATA..tbDemoLine l WHERE l.ItemCode = g.DrugCode) / 100)),
+    -(10 + 10 * ((SELECT ISNULL(SUM(l.Quantity),
+        0) FROM PATIENT_DATA..tbDemoLine l WHERE l.ItemCode = g.DrugCode) / 100)),
     0, '4602', 'DELIVERY', '46', 0, 'CA', 'CA', '*', 0, 0, 0
 FROM tbDrug g
 INNER JOIN PATIENT_DATA..tbDemoNumber n ON n.N <= 12
@@ -128,9 +141,11 @@ WHERE g.DrugCode BETWEEN '101' AND '116'
     AND LEN(g.DrugCode) = 3
     AND g.DrugCode NOT IN ('112', '116')
 UNION ALL
-SELECT g.DrugCode, DATEADD(minute, 420, DATEADD(day, -735, @Today)), 'DR1000', -400 - 10 * (CAST(g.DrugCode AS int) % 7),
+SELECT g.DrugCode, DATEADD(minute, 420, DATEADD(day, -735, @Today)), 'DR1000',
+    -400 - 10 * (CAST(g.DrugCode AS int) % 7),
     0, '4602', 'DELIVERY', CASE g.Kind WHEN 'M' THEN '20' ELSE '21' END, 0,
-    CASE g.Kind WHEN 'M' THEN 'PH' ELSE 'CS' END, CASE g.Kind WHEN 'M' THEN 'PH' ELSE 'CS' END, '*', 0, 0, 0
+    CASE g.Kind WHEN 'M' THEN 'PH' ELSE 'CS' END, CASE g.Kind WHEN 'M' THEN 'PH' ELSE 'CS' END, '*',
+        0, 0, 0
 FROM tbDrug g
 WHERE g.Kind = 'M'
     OR g.DrugCode LIKE '2%'
@@ -139,9 +154,11 @@ GO
 
 INSERT INTO tbStockCard (
     HospNum, IdNum, ItemCode, TransDate, RefNum, Quantity, Balance, NetAmount, UserID, Frequency,
-    LocationID, Department, Cancelled, InventoryCode, RevenueID, Mark, PatientType, Flag, Discount, StockAfter)
+    LocationID, Department, Cancelled, InventoryCode, RevenueID, Mark, PatientType, Flag, Discount,
+        StockAfter)
 SELECT HospNum, IdNum, ItemCode, Moment, RefNum, Quantity, 0, NetAmount,
-    CASE J % 2 WHEN 0 THEN '4601' ELSE '4602' END, 'PRN', '46', 'OPD', 0, 'CA', 'CA', '*', 'O', 1, Discount, 0
+    CASE J % 2 WHEN 0 THEN '4601' ELSE '4602' END, 'PRN', '46', 'OPD', 0, 'CA', 'CA', '*', 'O', 1,
+        Discount, 0
 FROM PATIENT_DATA..tbDemoLine
 WHERE RevenueID = 'CA'
 ORDER BY Moment, RefNum, LineNum
@@ -169,13 +186,15 @@ SELECT g.DrugCode, '46', 0
 FROM tbDrug g
 WHERE g.DrugCode BETWEEN '101' AND '116'
     AND LEN(g.DrugCode) = 3
-    AND NOT EXISTS (SELECT 1 FROM tbDrugStock s WHERE s.DrugCode = g.DrugCode AND s.LocationID = '46')
+    AND NOT EXISTS (SELECT 1 FROM tbDrugStock s WHERE s.DrugCode = g.DrugCode
+        AND s.LocationID = '46')
 GO
 
 -- Fund accounts: one to six a sponsored patient; the first is the registered one of each visit.
 INSERT INTO tbFundAccount (AccountNum, HospNum, CompanyID, SeqNum, AllocatedFund, FundBalance)
 SELECT CONCAT('F', 1000 + p.N / 16, '-', n.N), CAST(200000 + p.N AS varchar(20)),
-    CASE (p.N / 48 + n.N - 1) % 6 WHEN 0 THEN 'VEL' WHEN 1 THEN 'DHF' WHEN 2 THEN 'ASH' WHEN 3 THEN 'PCS'
+    CASE (p.N / 48 + n.N - 1) % 6 WHEN 0 THEN 'VEL' WHEN 1 THEN 'DHF' WHEN 2 THEN 'ASH' WHEN 3
+        THEN 'PCS'
         WHEN 4 THEN 'KID' ELSE 'TMB' END,
     n.N, 0, 0
 FROM PATIENT_DATA..tbDemoNumber p
@@ -194,7 +213,8 @@ GO
 
 -- A line is paid by one account; the first line of a patient with several is split between two.
 INSERT INTO tbCompanyPayment (
-    IdNum, HospNum, AccountNum, CompanyID, Amount, RefNum, DrCr, RevenueID, SeqNum, ItemID, UserID, PaidAt)
+    IdNum, HospNum, AccountNum, CompanyID, Amount, RefNum, DrCr, RevenueID, SeqNum, ItemID, UserID,
+        PaidAt)
 SELECT l.IdNum, l.HospNum, f.AccountNum, f.CompanyID,
     CASE WHEN l.LineNum <> 1 OR l.Accounts = 1 THEN l.NetAmount
         WHEN f.SeqNum = 1 + l.J % NULLIF(l.Accounts, 0) THEN ROUND(l.NetAmount / 2, 2)
@@ -266,23 +286,28 @@ WHERE k.N < 48
 GO
 
 INSERT INTO tbCashAssessment (
-    PatientName, RevenueID, ItemCode, Quantity, Amount, UserID, RefNum, IdNum, RecordStatus, DoctorID,
+    PatientName, RevenueID, ItemCode, Quantity, Amount, UserID, RefNum, IdNum, RecordStatus,
+        DoctorID,
     HospNum, RequestDoctor, ORNum, TransDate)
-SELECT CONCAT(m.LastName, ', ', m.FirstName, ' ', m.MiddleName), o.RevenueID, o.ItemCode, 1, o.RateA,
+SELECT CONCAT(m.LastName, ', ', m.FirstName, ' ', m.MiddleName), o.RevenueID, o.ItemCode, 1,
+    o.RateA,
     '4602', a.RefNum, CONCAT('T', m.HospNum, 'C'), CASE WHEN a.K % 6 = 5 THEN 'R' ELSE 'N' END,
     d.DoctorID, m.HospNum, CONCAT('DR. ', d.FirstName, ' ', d.LastName),
-    CASE WHEN a.K % 6 <> 5 AND (a.K > 9 OR a.K = 2) THEN CAST(700100 - a.K AS varchar(20)) END, a.Moment
+    CASE WHEN a.K % 6 <> 5 AND (a.K > 9 OR a.K = 2) THEN CAST(700100 - a.K AS varchar(20)) END,
+        a.Moment
 FROM tbDemoAssessment a
 INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = CAST(200000 + a.N AS varchar(20))
 INNER JOIN PATIENT_DATA..tbDoctor d ON d.DoctorID = CAST(101 + a.K % 5 AS varchar(10))
-INNER JOIN tbOtherRevenue o ON o.RevenueID = 'CY' AND o.ItemCode = CAST(501 + a.K % 6 AS varchar(10))
+INNER JOIN tbOtherRevenue o ON o.RevenueID = 'CY'
+    AND o.ItemCode = CAST(501 + a.K % 6 AS varchar(10))
     OR o.RevenueID = 'MD' AND o.ItemCode = '801' AND a.K % 4 = 1
 UNION ALL
 SELECT CONCAT(m.LastName, ', ', m.FirstName, ' ', m.MiddleName), 'CA', g.DrugCode, 1 + a.K % 4,
     g.SellingPriceOut * (1 + a.K % 4),
     '4602', a.RefNum, CONCAT('T', m.HospNum, 'C'), CASE WHEN a.K % 6 = 5 THEN 'R' ELSE 'N' END,
     d.DoctorID, m.HospNum, CONCAT('DR. ', d.FirstName, ' ', d.LastName),
-    CASE WHEN a.K % 6 <> 5 AND (a.K > 9 OR a.K = 2) THEN CAST(700100 - a.K AS varchar(20)) END, a.Moment
+    CASE WHEN a.K % 6 <> 5 AND (a.K > 9 OR a.K = 2) THEN CAST(700100 - a.K AS varchar(20)) END,
+        a.Moment
 FROM tbDemoAssessment a
 INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = CAST(200000 + a.N AS varchar(20))
 INNER JOIN PATIENT_DATA..tbDoctor d ON d.DoctorID = CAST(101 + a.K % 5 AS varchar(10))
