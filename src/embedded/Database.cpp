@@ -1,0 +1,161 @@
+#include "embedded/Database.h"
+
+#include <QRandomGenerator>
+#include <QUrl>
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+#include "embedded/Functions.h"
+
+namespace embedded {
+
+namespace {
+
+std::string AfterColon(const std::string& message) {
+    const size_t colon = message.find(": ");
+    return colon == std::string::npos ? message : message.substr(colon + 2);
+}
+
+// "DATABASE..table.column[, ...]": the table stands before the last point.
+std::string TableOf(const std::string& columns) {
+    const std::string first = columns.substr(0, columns.find(','));
+    return first.substr(0, first.rfind('.'));
+}
+
+}  // namespace
+
+Database::Database(const QString& file, bool create, bool readOnly, int busyMilliseconds)
+    : m_file(file), m_busyMilliseconds(busyMilliseconds) {
+    int flags = SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
+    QByteArray name = file.toUtf8();
+    if (readOnly) {
+        // On a medium that takes no files, SQLite cannot make its side files.
+        name = "file:" + QUrl::toPercentEncoding(file, "/:") + "?immutable=1";
+        flags |= SQLITE_OPEN_READONLY;
+    } else {
+        name = "file:" + QUrl::toPercentEncoding(file, "/:");
+        flags |= SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
+    }
+    const int result = sqlite3_open_v2(name.constData(), &m_handle, flags, nullptr);
+    if (result != SQLITE_OK) {
+        const Failure failure = LastFailure();
+        sqlite3_close(m_handle);
+        throw failure;
+    }
+    sqlite3_extended_result_codes(m_handle, 1);
+    sqlite3_busy_handler(m_handle, &Database::Wait, this);
+    RegisterFunctions(m_handle);
+}
+
+Database::~Database() {
+    sqlite3_close_v2(m_handle);
+}
+
+// Short waits of uneven length: two programs that meet at the file's lock take turns.
+int Database::Wait(void* self, int count) {
+    auto* database = static_cast<Database*>(self);
+    if (count == 0) {
+        database->m_waiting.start();
+    }
+    if (database->m_waiting.elapsed() >= database->m_busyMilliseconds) {
+        return 0;
+    }
+    const int microseconds = QRandomGenerator::global()->bounded(300, 1000);
+    std::this_thread::sleep_for(std::chrono::microseconds(microseconds));
+    return 1;
+}
+
+PreparedStatement Database::Prepare(std::string_view sql, bool lasting) {
+    sqlite3_stmt* statement = nullptr;
+    const unsigned flags = lasting ? SQLITE_PREPARE_PERSISTENT : 0;
+    if (sqlite3_prepare_v3(m_handle, sql.data(), int(sql.size()), flags, &statement, nullptr) !=
+        SQLITE_OK) {
+        throw LastFailure();
+    }
+    return PreparedStatement(statement);
+}
+
+void Database::Run(const char* sql) {
+    if (sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) != SQLITE_OK) {
+        throw LastFailure();
+    }
+}
+
+bool Database::Step(sqlite3_stmt* statement) {
+    const int result = sqlite3_step(statement);
+    if (result == SQLITE_ROW) {
+        return true;
+    }
+    if (result != SQLITE_DONE) {
+        throw LastFailure();
+    }
+    return false;
+}
+
+qint64 Database::Number(const char* sql) {
+    const PreparedStatement statement = Prepare(sql, false);
+    return Step(statement.get()) ? sqlite3_column_int64(statement.get(), 0) : 0;
+}
+
+unsigned Database::DataVersion() const {
+    unsigned version = 0;
+    sqlite3_file_control(m_handle, "main", SQLITE_FCNTL_DATA_VERSION, &version);
+    return version;
+}
+
+Failure Database::LastFailure() const {
+    const int code = sqlite3_extended_errcode(m_handle);
+    const std::string message = sqlite3_errmsg(m_handle);
+    const std::string file = m_file.toStdString();
+    if (!message.empty() && message[0] == '#') {
+        const size_t colon = message.find(':');
+        return Failure(std::atoi(message.c_str() + 1), message.substr(colon + 1));
+    }
+    switch (code & 0xFF) {
+        case SQLITE_CONSTRAINT:
+            return ConstraintFailure(code, message);
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return Failure(1222, "Lock request time out period exceeded: '" + file +
+                                     "' is in use by another program.");
+        case SQLITE_READONLY:
+            return Failure(3906, "Failed to update '" + file + "' because it is read-only.");
+        case SQLITE_FULL:
+            return Failure(1105, "Could not write to '" + file + "': the disk is full.");
+        case SQLITE_CANTOPEN:
+            return Failure(5133, "The file '" + file + "' cannot be opened.");
+        case SQLITE_NOTADB:
+        case SQLITE_CORRUPT:
+            return Failure(824, "The file '" + file + "' is damaged: " + message + ".");
+        case SQLITE_IOERR:
+            return Failure(823,
+                           "The file '" + file + "' cannot be read or written: " + message + ".");
+        default:
+            return Failure(8180, "Statement could not be run: " + message + ".");
+    }
+}
+
+Failure Database::ConstraintFailure(int code, const std::string& message) const {
+    const std::string what = AfterColon(message);
+    switch (code) {
+        case SQLITE_CONSTRAINT_UNIQUE:
+        case SQLITE_CONSTRAINT_PRIMARYKEY:
+        case SQLITE_CONSTRAINT_ROWID:
+            return Failure(2627,
+                           "Violation of PRIMARY KEY or UNIQUE constraint. Cannot insert "
+                           "duplicate key in object '" +
+                               TableOf(what) + "'.");
+        case SQLITE_CONSTRAINT_NOTNULL:
+            return Failure(515, "Cannot insert the value NULL into column '" +
+                                    what.substr(what.rfind('.') + 1) + "', table '" +
+                                    TableOf(what) + "'; column does not allow nulls.");
+        case SQLITE_CONSTRAINT_CHECK:
+            return Failure(547,
+                           "The statement conflicted with the CHECK constraint \"" + what + "\".");
+        default:
+            return Failure(8114, "Error converting data type: " + message + ".");
+    }
+}
+
+}  // namespace embedded

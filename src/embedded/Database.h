@@ -1,0 +1,64 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <QElapsedTimer>
+#include <QString>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "embedded/Failure.h"
+
+namespace embedded {
+
+struct StatementCloser {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using PreparedStatement = std::unique_ptr<sqlite3_stmt, StatementCloser>;
+
+/// The open file: SQLite's handle, its statements, and its errors as the server would put them.
+class Database final {
+public:
+    /// Opens or makes the file. `readOnly` opens it without ever writing beside it.
+    Database(const QString& file, bool create, bool readOnly, int busyMilliseconds);
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    sqlite3* Handle() const { return m_handle; }
+    PreparedStatement Prepare(std::string_view sql, bool lasting = true);
+    /// Runs statements that return nothing of interest.
+    void Run(const char* sql);
+    /// True when the step produced a row; throws Failure.
+    bool Step(sqlite3_stmt* statement);
+    qint64 Number(const char* sql);
+    bool InTransaction() const { return sqlite3_get_autocommit(m_handle) == 0; }
+    /// Changes whenever another session has written to the file; costs nothing.
+    unsigned DataVersion() const;
+    /// What went wrong last.
+    Failure LastFailure() const;
+
+private:
+    static int Wait(void* self, int count);
+    Failure ConstraintFailure(int code, const std::string& message) const;
+
+    sqlite3* m_handle = nullptr;
+    QString m_file;
+    int m_busyMilliseconds;
+    QElapsedTimer m_waiting;
+};
+
+/// Ends the run of a statement on every way out, so that it holds no lock and can run again.
+class StatementReset final {
+public:
+    explicit StatementReset(sqlite3_stmt* statement) : m_statement(statement) {}
+    ~StatementReset() { sqlite3_reset(m_statement); }
+    StatementReset(const StatementReset&) = delete;
+    StatementReset& operator=(const StatementReset&) = delete;
+
+private:
+    sqlite3_stmt* m_statement;
+};
+
+}  // namespace embedded
