@@ -270,6 +270,11 @@ void tst_Recordset::Update_leavesTheKeyOutWhereItWasNotRead() {
                                                "'8' WHERE [Counter] = '0.10000000000000001'"));
     slips.Fields(3).SetValue(8);
     QCOMPARE(ErrorOf([&] { slips.Update(); }).Number(), 3251);
+    slips.Close();
+    slips.Open(QStringLiteral("SELECT * FROM a JOIN b ON a.x = b.x"), m_connection, 2,
+               kChangeInPlace);
+    slips.Fields(1).SetValue(8);
+    QCOMPARE(ErrorOf([&] { slips.Update(); }).Number(), 3251);
 }
 
 void tst_Recordset::LeavingARow_dropsItsChanges() {
