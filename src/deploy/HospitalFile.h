@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "deploy/ScriptSet.h"
+
+/// Makes hospital files for the embedded server and keeps them up to date with the program.
+namespace deploy {
+
+enum class Contents {
+    /// Tables and procedures only.
+    Empty,
+    /// The demo hospital.
+    Demo
+};
+
+/// Told before each script how many have run, and how many there are.
+using Progress = std::function<void(int done, int all)>;
+
+/// Makes a new hospital file. It appears under its name only when it is complete; whatever fails
+/// or is killed before leaves none. Where another program is making the same file, waits for it
+/// and leaves its file as it is. Throws base::DatabaseError naming the file and the cause, also
+/// when the file exists already. Exceptions of `progress` end the making.
+void MakeHospital(const QString& file, Contents contents, const Progress& progress = {});
+void MakeHospital(const QString& file, Contents contents, const Progress& progress,
+                  const ScriptSet& scripts);
+
+/// Brings a hospital file that an older version made up to date: runs the migrations that it has
+/// not had, makes changed procedures anew and checks its tables; all of it or nothing. True when
+/// there was something to do; a file that is up to date costs one look-up. Throws
+/// base::DatabaseError naming the file: for what is no hospital file, for one of a newer version,
+/// and for one whose tables lack what this version needs.
+bool UpgradeHospital(const QString& file);
+bool UpgradeHospital(const QString& file, const ScriptSet& scripts);
+
+}  // namespace deploy

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QLockFile>
+#include <QTemporaryDir>
+#include <memory>
+#include <stdexcept>
+
+#include "base/Errors.h"
+#include "db/Connection.h"
+#include "deploy/HospitalFile.h"
+#include "embedded/Server.h"
+
+/// A test's own copy of the demo hospital, gone with this object. The hospital itself is made once
+/// in the build tree, again when a script has changed or another day has begun; of several test
+/// programs that start together one makes it and the others wait.
+class TestHospital final {
+public:
+    TestHospital() {
+        if (!m_folder.isValid() || !QFile::copy(Template(), File()))
+            throw std::runtime_error("The demo hospital could not be copied.");
+        QFile::setPermissions(File(), QFile::ReadOwner | QFile::WriteOwner);
+    }
+
+    QString File() const { return m_folder.filePath(QStringLiteral("hospital")); }
+    QString ConnectionString() const { return QStringLiteral("Driver=Embedded;File=") + File(); }
+
+    /// A new session on the copy.
+    std::shared_ptr<db::Connection> Connect() const {
+        return db::Connection::Open(ConnectionString());
+    }
+    std::unique_ptr<embedded::Server> OpenServer() const {
+        return std::make_unique<embedded::Server>(File(), embedded::Server::Mode::OpenExisting);
+    }
+
+private:
+    static QString Template() {
+        static const QString file = MakeTemplate();
+        return file;
+    }
+
+    static QString MakeTemplate() {
+        // Programs stand in bin/ of the build tree.
+        const QDir folder(QCoreApplication::applicationDirPath() +
+                          QStringLiteral("/../test-hospital"));
+        folder.mkpath(QStringLiteral("."));
+        const QString file = folder.absoluteFilePath(QStringLiteral("demo-") + Key());
+        QLockFile lock(folder.absoluteFilePath(QStringLiteral("making.lock")));
+        lock.setStaleLockTime(0);
+        if (!lock.lock())
+            throw std::runtime_error("The build tree cannot be written to.");
+        if (IsUsable(file))
+            return file;
+        for (const QString& old : folder.entryList({QStringLiteral("demo-*")}, QDir::Files))
+            QFile::remove(folder.absoluteFilePath(old));
+        deploy::MakeHospital(file, deploy::Contents::Demo);
+        return file;
+    }
+
+    /// A file of an engine that has since changed its format is not.
+    static bool IsUsable(const QString& file) {
+        if (!QFile::exists(file))
+            return false;
+        try {
+            return !deploy::UpgradeHospital(file);
+        } catch (const base::DatabaseError&) {
+            return false;
+        }
+    }
+
+    /// The demo's dates are counted back from the day it is made.
+    static QString Key() {
+        const deploy::ScriptSet& scripts = deploy::ScriptSet::Own();
+        QString all = QDate::currentDate().toString(Qt::ISODate) + scripts.Checksum();
+        for (const deploy::Script& script : scripts.Demo())
+            all += script.Checksum();
+        return QString::fromLatin1(
+            QCryptographicHash::hash(all.toLatin1(), QCryptographicHash::Sha256).toHex().left(16));
+    }
+
+    QTemporaryDir m_folder;
+};
