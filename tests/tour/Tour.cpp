@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QProgressDialog>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QTest>
@@ -42,11 +43,7 @@ int Tour::Walk() {
 void Tour::Next() {
     const Stage stage = m_stages[m_next++];
     if (m_next < m_stages.size())
-        QTimer::singleShot(kRestMilliseconds, this, [this, stage] {
-            if (stage.Pictured)
-                Picture(stage);
-            Next();
-        });
+        Rest(stage);
     const auto fail = [&](const QString& why) {
         ++m_failed;
         std::cout << "FAILED " << stage.Name.toStdString() << ": " << why.toStdString() << std::endl;
@@ -58,6 +55,18 @@ void Tour::Next() {
     } catch (const std::exception& error) {
         fail(QString::fromUtf8(error.what()));
     }
+}
+
+void Tour::Rest(const Stage& stage) {
+    QTimer::singleShot(kRestMilliseconds, this, [this, stage] {
+        if (qobject_cast<QProgressDialog*>(QApplication::activeModalWidget())) {
+            Rest(stage);
+            return;
+        }
+        if (stage.Pictured)
+            Picture(stage);
+        Next();
+    });
 }
 
 void Tour::Expect(bool holds, const QString& what) {

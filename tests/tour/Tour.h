@@ -41,6 +41,8 @@ private:
         bool Pictured;
     };
     void Next();
+    /// Lets the windows come to rest, and what shows its progress end, before the next step.
+    void Rest(const Stage& stage);
     void Picture(const Stage& stage);
     static QObject* FindObject(const char* name, const QMetaObject& type);
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+
+#include "app/mdiCAPD.h"
+#include "tour/Tour.h"
+
+/// The steps of the working day, in the order in which they are added.
+class Day final {
+public:
+    explicit Day(Tour& tour) : m_tour(tour) {}
+
+    void LogIn();
+    void FindPatients();
+    void ChoosePatients();
+    void PrintReports();
+
+private:
+    void TypeLogIn(const QString& user, const QString& password);
+    void SearchFor(const QString& step, const char* box, const QString& text);
+    void PickType(const QString& step, const char* option, bool current);
+    void PrintReport(const QString& title, const QString& file, bool dated,
+                     std::function<void()> open);
+    mdiCAPD& Frame() const;
+    frmPatientList& Patients() const;
+    int ShownRows() const;
+    QString Status() const;
+
+    Tour& m_tour;
+    std::unique_ptr<mdiCAPD> m_frame;
+};
