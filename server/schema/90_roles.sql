@@ -41,7 +41,6 @@ GRANT EXECUTE ON sp_User_Count TO capd_user
 GRANT EXECUTE ON sp_User_Create TO capd_user
 GRANT EXECUTE ON sp_User_Find TO capd_user
 GRANT EXECUTE ON sp_User_RecordLogin TO capd_user
-GRANT EXECUTE ON sp_User_SetPassword TO capd_user
 GRANT SELECT ON tbHospitalInfo TO capd_user
 GRANT SELECT ON tbMaster TO capd_user
 GRANT SELECT ON tbPatient TO capd_user
