@@ -40,7 +40,7 @@ private:
 void tst_mdiCAPD::init() {
     m_hospital = std::make_unique<TestHospital>();
     m_fakes = std::make_unique<fakes::Set>();
-    m_fakes->CurrentUser->Session = m_hospital->Open();
+    m_fakes->CurrentUser->Session = m_hospital->Connect();
     m_boxes = std::make_unique<toolkit::BoxScript>();
     m_frame = modMain::Main();
     QVERIFY(QTest::qWaitForWindowActive(m_frame.get()));

@@ -34,7 +34,7 @@ private:
 void tst_modMain::init() {
     m_hospital = std::make_unique<TestHospital>();
     m_fakes = std::make_unique<fakes::Set>();
-    m_fakes->CurrentUser->Session = m_hospital->Open();
+    m_fakes->CurrentUser->Session = m_hospital->Connect();
     gRevenueID.clear();
 }
 

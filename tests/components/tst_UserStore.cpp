@@ -46,7 +46,7 @@ const QString kPassword = clsCurrentUser::kDemoPassword;
 
 void tst_UserStore::init() {
     m_hospital = std::make_unique<TestHospital>();
-    m_connection = m_hospital->Open();
+    m_connection = m_hospital->Connect();
 }
 
 void tst_UserStore::LogIn_admitsTheRightPassword() {

@@ -43,7 +43,7 @@ private:
 
 void tst_clsPatientLister::init() {
     m_hospital = std::make_unique<TestHospital>();
-    m_connection = m_hospital->Open();
+    m_connection = m_hospital->Connect();
     m_lister.Initialize_Classes();
     m_lister.SetInitConnection(m_connection);
 }
