@@ -15,11 +15,14 @@ QString Quoted(QString text) {
 
 }  // namespace
 
+QString DeployedScripts::SetChecksumCommand() {
+    return QStringLiteral(
+               "SELECT Checksum FROM CLINICAL_AREA..tbDeployedScript WHERE ScriptName = ") +
+           Quoted(kWholeSet);
+}
+
 QString DeployedScripts::SetChecksum() {
-    const Rows rows = Rows::Ask(
-        m_server,
-        QStringLiteral("SELECT Checksum FROM CLINICAL_AREA..tbDeployedScript WHERE ScriptName = ") +
-            Quoted(kWholeSet));
+    const Rows rows = Rows::Ask(m_server, SetChecksumCommand());
     return rows.Cells().empty() ? QString() : rows.Cells().front().front();
 }
 

@@ -13,6 +13,8 @@ class DeployedScripts final {
 public:
     explicit DeployedScripts(embedded::Server& server) : m_server(server) {}
 
+    /// Asks for the checksum of the whole set, over whatever road.
+    static QString SetChecksumCommand();
     /// The checksum of the whole set that was deployed last; empty where none was completed.
     QString SetChecksum();
     /// Checksums by script name.

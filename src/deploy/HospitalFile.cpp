@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "base/Errors.h"
+#include "db/Recordset.h"
 #include "deploy/DeployedScripts.h"
 #include "deploy/TableCheck.h"
 
@@ -51,6 +52,16 @@ base::DatabaseError NotMade(const QString& file, int number, const QString& caus
 base::DatabaseError NotUpgraded(const QString& file, int number, const QString& cause) {
     return base::DatabaseError(number, QStringLiteral("The hospital file %1 cannot be used: %2")
                                            .arg(QDir::toNativeSeparators(file), cause));
+}
+
+/// A file name with signs that divide a connection string stands in braces there.
+QString InConnectionText(QString file) {
+    static const QString kDividing = QStringLiteral(";{}=");
+    const bool divided =
+        std::any_of(file.cbegin(), file.cend(), [](QChar c) { return kDividing.contains(c); });
+    if (!divided)
+        return file;
+    return u'{' + file.replace(u'}', QStringLiteral("}}")) + u'}';
 }
 
 /// The file in making, beside its target so that it can be renamed; with what SQLite keeps next
@@ -247,6 +258,23 @@ bool UpgradeHospital(const QString& file) {
 bool UpgradeHospital(const QString& file, const ScriptSet& scripts) {
     return UpgradeTo(file, scripts.Checksum(),
                      [&scripts]() -> const ScriptSet& { return scripts; });
+}
+
+std::shared_ptr<db::Connection> OpenHospital(const QString& file) {
+    const QString session = QStringLiteral("Driver=Embedded;File=") + InConnectionText(file);
+    const std::shared_ptr<db::Connection> connection = db::Connection::Open(session);
+    // The look-up over the session itself spares opening the file twice at every start.
+    const auto isUpToDate = [&connection] {
+        try {
+            const auto rows = connection->Execute(DeployedScripts::SetChecksumCommand());
+            return !rows->Eof() && rows->Fields(0).Text() == QLatin1String(kOwnScriptsChecksum);
+        } catch (const base::DatabaseError&) {
+            return false;
+        }
+    };
+    if (!isUpToDate())
+        UpgradeHospital(file);
+    return connection;
 }
 
 }  // namespace deploy

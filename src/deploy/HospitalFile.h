@@ -2,7 +2,9 @@
 
 #include <QString>
 #include <functional>
+#include <memory>
 
+#include "db/Connection.h"
 #include "deploy/ScriptSet.h"
 
 /// Makes hospital files for the embedded server and keeps them up to date with the program.
@@ -33,5 +35,9 @@ void MakeHospital(const QString& file, Contents contents, const Progress& progre
 /// and for one whose tables lack what this version needs.
 bool UpgradeHospital(const QString& file);
 bool UpgradeHospital(const QString& file, const ScriptSet& scripts);
+
+/// Opens a session on a hospital file, after bringing it up to date where it has to be: what a
+/// program does at its start. Throws like UpgradeHospital().
+std::shared_ptr<db::Connection> OpenHospital(const QString& file);
 
 }  // namespace deploy

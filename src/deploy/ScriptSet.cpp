@@ -6,7 +6,9 @@
 #include <algorithm>
 
 // The resource lies in a static library, whose own initialisation the linker would drop.
-static void LoadResource() { Q_INIT_RESOURCE(server); }
+static void LoadResource() {
+    Q_INIT_RESOURCE(server);
+}
 
 namespace deploy {
 

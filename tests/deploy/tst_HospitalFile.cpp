@@ -5,7 +5,9 @@
 #include <QtTest>
 #include <csignal>
 
+#include "TestHospital.h"
 #include "base/Errors.h"
+#include "db/Recordset.h"
 #include "deploy/DeployedScripts.h"
 #include "deploy/HospitalFile.h"
 #include "deploy/Rows.h"
@@ -123,6 +125,8 @@ private slots:
     void Upgrade_ofAReadOnlyFileNeedsNothingOrSaysSo();
     void Upgrade_byTwoProgramsRunsOnce();
     void Upgrade_withNothingToDoIsQuick();
+    void Open_bringsAnOldFileUpToDate();
+    void TestHospital_copiesTheDemoHospital();
     void Own_checksumIsTheOneTakenWhenBuilt();
 
 private:
@@ -372,6 +376,31 @@ void tst_HospitalFile::Upgrade_withNothingToDoIsQuick() {
     // Two thousandths of a second are the aim; a busy machine gets room.
     QVERIFY2(times[10] < 10000, qPrintable(QStringLiteral("%1 us").arg(times[10])));
     qInfo("nothing to do: %lld us", times[10]);
+}
+
+void tst_HospitalFile::Open_bringsAnOldFileUpToDate() {
+    std::vector<Script> scripts = ScriptSet::Own().Schema();
+    const std::vector<Script>& procedures = ScriptSet::Own().Procedures();
+    scripts.insert(scripts.end(), procedures.begin() + 1, procedures.end());
+    const QString file = m_folder->filePath(QStringLiteral("a;{strange}=name"));
+    deploy::MakeHospital(file, Contents::Empty, {}, ScriptSet(scripts));
+    const auto connection = deploy::OpenHospital(file);
+    const auto rows = connection->Execute(
+        QStringLiteral(
+            "SELECT COUNT(*) FROM CLINICAL_AREA..tbDeployedScript WHERE ScriptName = '") +
+        procedures.front().Name + u'\'');
+    QCOMPARE(rows->Fields(0).Text(), QStringLiteral("1"));
+    QVERIFY(!deploy::UpgradeHospital(file));
+}
+
+void tst_HospitalFile::TestHospital_copiesTheDemoHospital() {
+    const TestHospital first;
+    const TestHospital second;
+    const QString remove = QStringLiteral("DELETE FROM PATIENT_DATA..tbUser");
+    first.Connect()->Execute(remove);
+    const QString count = QStringLiteral("SELECT COUNT(*) FROM PATIENT_DATA..tbUser");
+    QCOMPARE(Ask(first.File(), count), QStringLiteral("0"));
+    QVERIFY(Ask(second.File(), count) != QStringLiteral("0"));
 }
 
 void tst_HospitalFile::Own_checksumIsTheOneTakenWhenBuilt() {
