@@ -88,12 +88,10 @@ void PageView::FitWidth() {
 void PageView::ApplyZoom(double zoom) {
     if (!m_pages)
         return;
-    const double middle = verticalScrollBar()->value() + viewport()->height() / 2.0;
-    const double place = middle / PageTop(m_pages->Count());
+    const double place = verticalScrollBar()->value() / PageTop(m_pages->Count());
     m_zoom = std::clamp(zoom, kSmallestZoom, kLargestZoom);
     UpdateScrollBars();
-    verticalScrollBar()->setValue(
-        int(std::lround(place * PageTop(m_pages->Count()) - viewport()->height() / 2.0)));
+    verticalScrollBar()->setValue(int(std::lround(place * PageTop(m_pages->Count()))));
     viewport()->update();
     emit ViewChanged();
 }

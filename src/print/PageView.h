@@ -22,7 +22,7 @@ public:
 
     /// 1 shows the paper at its own size; between 0.25 and 4.
     double Zoom() const { return m_zoom; }
-    /// The middle of what is seen stays in the middle.
+    /// What stands at the top of the window stays there.
     void SetZoom(double zoom);
     /// Follows the width of the window until SetZoom is called.
     void FitWidth();
