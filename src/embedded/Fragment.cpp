@@ -77,7 +77,10 @@ Fragment ToWhole(const Fragment& value, const Type& target) {
         return Retyped(value, target);
     }
     if (value.type.kind == Kind::Money && target.kind != Kind::Bit) {
-        return CallOf(name, {CallOf("t_round", {value, Number(0)}, value.type)}, target);
+        const Fragment whole = CallOf("t_int_round", {value}, target);
+        return target.kind == Kind::Int
+                   ? whole
+                   : CallOf(name, {CallOf("t_round", {value, Number(0)}, value.type)}, target);
     }
     return CallOf(name, {value}, target);
 }

@@ -78,7 +78,7 @@ void Interpreter::Call(Module& procedure, const std::vector<CallArgument>& argum
             Value text;
             text.kind = Value::Kind::Text;
             Unquote(arguments[i], text.text);
-            Assigned(target, type, std::move(text), Type::Varchar(Type::Max));
+            Passed(target, type, std::move(text), Type::Varchar(Type::Max));
         } else if (arguments[i].kind == CallArgument::Kind::Number) {
             Value number;
             number.Set(qint64(std::atoi(std::string(arguments[i].raw).c_str())));
@@ -374,7 +374,7 @@ void Interpreter::RunExecute(const Execute& execute, Frame& frame) {
         given[slot] = true;
         Value plain;
         const Type from = ReadPlain(*value, &frame, plain);
-        Assigned(called.variables[slot], procedure->variables[slot].type, std::move(plain), from);
+        Passed(called.variables[slot], procedure->variables[slot].type, std::move(plain), from);
     }
     for (size_t slot = 0; slot < given.size(); ++slot) {
         if (!given[slot]) {
@@ -493,6 +493,20 @@ void Interpreter::Assigned(Value& target, const Type& type, Value value, const T
     value.Bind(statement.get(), 1);
     m_database.Step(statement.get());
     target.Read(sqlite3_column_value(statement.get(), 0), type);
+}
+
+void Interpreter::Passed(Value& target, const Type& type, Value value, const Type& from) {
+    try {
+        Assigned(target, type, std::move(value), from);
+    } catch (const Failure& failure) {
+        const int number = failure.Number();
+        if (!from.IsText() || (number != 245 && number != 241 && number != 242 && number != 235)) {
+            throw;
+        }
+        const std::string name = type.Name();
+        throw Failure(
+            8114, "Error converting data type varchar to " + name.substr(0, name.find('(')) + ".");
+    }
 }
 
 Plan& Interpreter::PlanOf(Statement& statement, Module& module) {

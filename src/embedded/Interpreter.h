@@ -82,6 +82,8 @@ private:
     /// A constant or variable with its type; a condition's type where the expression is neither.
     Type ReadPlain(const Expression& expression, const Frame* frame, Value& value) const;
     void Assigned(Value& target, const Type& type, Value value, const Type& from);
+    /// A text that does not fit a parameter's type is the caller's error 8114.
+    void Passed(Value& target, const Type& type, Value value, const Type& from);
     void GiveDefault(const Module& module, size_t slot, Value& target);
 
     Database& m_database;

@@ -40,10 +40,16 @@ std::shared_ptr<Module> Modules::Load(const std::string& key, bool function) {
 }
 
 void Modules::Register(const std::string& key, const std::shared_ptr<Module>& function) {
-    const int result = sqlite3_create_function_v2(
-        m_database.Handle(), key.c_str(), int(function->parameters.size()), SQLITE_UTF8,
-        new Registered{this, function}, &Modules::RunFunction, nullptr, nullptr,
-        [](void* registered) { delete static_cast<Registered*>(registered); });
+    const int count = int(function->parameters.size());
+    std::unique_ptr<Registered>& known = m_registered[key + '/' + std::to_string(count)];
+    if (known) {
+        known->function = function;
+        return;
+    }
+    known = std::make_unique<Registered>(Registered{this, function});
+    const int result =
+        sqlite3_create_function_v2(m_database.Handle(), key.c_str(), count, SQLITE_UTF8,
+                                   known.get(), &Modules::RunFunction, nullptr, nullptr, nullptr);
     if (result != SQLITE_OK) {
         throw m_database.LastFailure();
     }
@@ -52,8 +58,9 @@ void Modules::Register(const std::string& key, const std::shared_ptr<Module>& fu
 // SQLite knows no exceptions: a failure goes through it as text.
 void Modules::RunFunction(sqlite3_context* context, int, sqlite3_value** arguments) {
     const auto* registered = static_cast<Registered*>(sqlite3_user_data(context));
+    const std::shared_ptr<Module> function = registered->function;
     try {
-        registered->modules->m_runner(*registered->function, context, arguments);
+        registered->modules->m_runner(*function, context, arguments);
     } catch (const Failure& failure) {
         const std::string text = "#" + std::to_string(failure.Number()) + ":" + failure.Text();
         sqlite3_result_error(context, text.data(), int(text.size()));

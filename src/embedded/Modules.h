@@ -41,6 +41,8 @@ private:
     Runner m_runner;
     std::unordered_map<std::string, std::shared_ptr<Module>> m_procedures;
     std::unordered_map<std::string, std::shared_ptr<Module>> m_functions;
+    /// What SQLite calls, by key and number of arguments: made once, while no statement may run.
+    std::unordered_map<std::string, std::unique_ptr<Registered>> m_registered;
 };
 
 }  // namespace embedded

@@ -59,6 +59,7 @@ private:
     std::shared_ptr<Module> ProcedureNamed(std::string_view name, const std::string& database);
     void RunBatches(const std::string& text);
     void Refresh();
+    void Recheck();
     void Forget();
 
     std::unique_ptr<Database> m_database;
@@ -145,7 +146,6 @@ void Server::Impl::RunScript(const QString& scriptName, const QString& script) {
             throw SyntaxFailure("NUL", 1);
         }
         RunBatches(text);
-        Refresh();
     } catch (const Failure& failure) {
         UndoAll();
         const QString place =
@@ -164,7 +164,7 @@ void Server::Impl::RunBatches(const std::string& text) {
         const auto module = StatementParser::ParseBatch(batch.text, batch.firstLine, database);
         m_interpreter.RunBatch(*module, nowhere);
         database = module->database;
-        Refresh();
+        Recheck();
     }
 }
 
@@ -186,17 +186,18 @@ std::vector<QString> Server::Impl::KeyColumns(const QString& table,
 
 void Server::Impl::UndoAll() {
     m_session.UndoAll();
-    m_dataVersion = 0;
-    Refresh();
+    Recheck();
 }
 
 // Another session may have changed procedures and tables since the last command.
 void Server::Impl::Refresh() {
-    const unsigned dataVersion = m_database->DataVersion();
-    if (dataVersion == m_dataVersion) {
-        return;
+    if (m_database->DataVersion() != m_dataVersion) {
+        Recheck();
     }
-    m_dataVersion = dataVersion;
+}
+
+void Server::Impl::Recheck() {
+    m_dataVersion = m_database->DataVersion();
     const int version = m_catalog.Version();
     if (version != m_version) {
         m_version = version;

@@ -27,8 +27,8 @@ public:
     /// Runs one client command: a procedure call or a plain statement, in any spelling of case.
     /// Unqualified names belong to `defaultDatabase`. Rows go to `sink` (may be null: discarded);
     /// returns the number of rows that the last writing statement changed, -1 where none wrote.
-    /// Throws base::DatabaseError with the server's number and text; the command's own writes,
-    /// and an open transaction, are then undone.
+    /// Throws base::DatabaseError with the server's number and text; the failing statement's
+    /// writes, and an open transaction with all of its writes, are then undone.
     qint64 Execute(const QString& command, const QString& defaultDatabase, RowSink* sink);
 
     /// Runs a script (batches between GO lines). Throws base::DatabaseError whose description

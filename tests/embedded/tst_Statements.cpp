@@ -84,8 +84,8 @@ QStringList tst_Statements::Answer(embedded::Server& server, const Block& block)
     QStringList answer;
     const QString first = block.expected.value(0);
     if (first.startsWith(QStringLiteral("columns")))
-        answer << QStringLiteral("columns %1 %2").arg(rows.Kinds.join(QString()),
-                                                      rows.Columns.join(QLatin1Char(' ')));
+        answer << QStringLiteral("columns %1 %2")
+                      .arg(rows.Kinds.join(QString()), rows.Columns.join(QLatin1Char(' ')));
     if (first.startsWith(QStringLiteral("changed")))
         answer << QStringLiteral("changed %1").arg(changed);
     answer << rows.Lines;
