@@ -43,7 +43,9 @@ public:
     void Return(sqlite3_int64 value) { sqlite3_result_int64(m_context, value); }
     void ReturnReal(double value) { sqlite3_result_double(m_context, value); }
     void Return(std::string_view text) {
-        sqlite3_result_text64(m_context, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+        // An empty text is not null, even where its view points nowhere.
+        sqlite3_result_text64(m_context, text.empty() ? "" : text.data(), text.size(),
+                              SQLITE_TRANSIENT, SQLITE_UTF8);
     }
     void ReturnArgument(int i) { sqlite3_result_value(m_context, m_values[i]); }
     /// The error leaves SQLite as "#<number>:<text>".
