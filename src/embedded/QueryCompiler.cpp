@@ -266,10 +266,8 @@ std::string QueryCompiler::OrderValue(const Expression& value, Branch& first, bo
         return Collated(Value(value, first.scope));
     }
     const Fragment& selected = first.values[size_t(column)];
-    if (!united) {
-        return Collated(selected);
-    }
-    return std::to_string(column + 1) + (selected.type.IsText() ? " COLLATE TEXTS" : "");
+    const bool collated = selected.type.IsText() && (united || !selected.column);
+    return std::to_string(column + 1) + (collated ? " COLLATE TEXTS" : "");
 }
 
 int QueryCompiler::OrderedColumn(const Expression& value, const Branch& first) const {

@@ -185,8 +185,14 @@ std::vector<QString> Server::Impl::KeyColumns(const QString& table,
 }
 
 void Server::Impl::UndoAll() {
-    m_session.UndoAll();
-    Recheck();
+    try {
+        m_session.UndoAll();
+        Recheck();
+    } catch (const Failure&) {
+        // The error that led here is the one to tell; a file that cannot even be read any more
+        // refuses the next command by itself.
+        Forget();
+    }
 }
 
 // Another session may have changed procedures and tables since the last command.
