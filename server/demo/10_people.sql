@@ -162,10 +162,10 @@ SELECT
         CASE a.N % 7 WHEN 0 THEN 'Teacher' WHEN 1 THEN 'Farmer' WHEN 2 THEN 'Retired' WHEN 3
             THEN 'Clerk'
         WHEN 4 THEN 'Seamstress' WHEN 5 THEN 'Driver' END END,
-    CONCAT(1 + a.N % 240, CASE a.N % 4 WHEN 0 THEN ' Harbour Road' WHEN 1 THEN ' Chapel Street'
+    CONCAT(1 + a.N * 37 % 240, CASE a.N / 7 % 4 WHEN 0 THEN ' Harbour Road' WHEN 1 THEN ' Chapel Street'
         WHEN 2 THEN ' Orchard Lane' ELSE ' Mabini Street' END),
     p.Barangay, p.Town, p.Province,
-    CONCAT(1 + a.N % 240, CASE a.N % 4 WHEN 0 THEN ' Harbour Road' WHEN 1 THEN ' Chapel Street'
+    CONCAT(1 + a.N * 37 % 240, CASE a.N / 7 % 4 WHEN 0 THEN ' Harbour Road' WHEN 1 THEN ' Chapel Street'
         WHEN 2 THEN ' Orchard Lane' ELSE ' Mabini Street' END, ', ', p.Barangay, ', ', p.Town, ', ',
             p.Province),
     CASE WHEN a.N % 3 <> 0 THEN CONCAT('555-', 1000 + (a.N * 37) % 9000) END,

@@ -11,6 +11,7 @@ GRANT EXECUTE ON sp_CAPD_ReportIncome TO capd_user
 GRANT EXECUTE ON sp_CAPD_ReportPatients TO capd_user
 GRANT EXECUTE ON sp_CAPD_ReportVisits TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchAdmissions TO capd_user
+GRANT EXECUTE ON sp_CAPD_SearchCurrent TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchRegister TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchVisits TO capd_user
 GRANT SELECT, UPDATE ON tbCAPDSlip TO capd_user

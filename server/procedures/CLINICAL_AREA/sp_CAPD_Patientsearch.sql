@@ -26,15 +26,15 @@ BEGIN
         SET @IdNum = '';
 
     IF @Mode = '1'
-        EXEC sp_CAPD_SearchVisits 'O', 1, @HospNum, @IdNum, @LastName;
+        EXEC sp_CAPD_SearchCurrent 'O', @HospNum, @IdNum, @LastName;
     ELSE IF @Mode = '2'
-        EXEC sp_CAPD_SearchVisits 'O', 0, @HospNum, @IdNum, @LastName;
+        EXEC sp_CAPD_SearchVisits 'O', @HospNum, @IdNum, @LastName;
     ELSE IF @Mode = '3'
         EXEC sp_CAPD_SearchRegister 1, @HospNum, @IdNum, @LastName;
     ELSE IF @Mode = '4'
         EXEC sp_CAPD_SearchRegister 0, @HospNum, @IdNum, @LastName;
     ELSE IF @Mode = '5'
-        EXEC sp_CAPD_SearchVisits 'E', 0, @HospNum, @IdNum, @LastName;
+        EXEC sp_CAPD_SearchVisits 'E', @HospNum, @IdNum, @LastName;
     ELSE IF @Mode = '6'
         EXEC sp_CAPD_SearchAdmissions @HospNum, @IdNum, @LastName;
     ELSE

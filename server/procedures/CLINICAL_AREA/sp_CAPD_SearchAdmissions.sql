@@ -16,6 +16,7 @@ BEGIN
     SET NOCOUNT ON;
     SET XACT_ABORT ON;
 
+    -- Joins add an empty text to the key of the table that leads: it is read first, by its index.
     DECLARE @HospNumPrefix varchar(8000);
     DECLARE @IdNumPrefix varchar(8000);
     DECLARE @LastNamePrefix varchar(8000);
@@ -27,7 +28,7 @@ BEGIN
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbPatient v
-        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
+        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
         LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.IdNum LIKE @IdNumPrefix ESCAPE '!'
             AND CASE WHEN @HospNum = '' OR v.HospNum LIKE @HospNumPrefix ESCAPE '!'
@@ -39,7 +40,7 @@ BEGIN
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbPatient v
-        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
+        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
         LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.HospNum LIKE @HospNumPrefix ESCAPE '!'
             AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
@@ -49,7 +50,7 @@ BEGIN
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbMaster m
-        INNER JOIN PATIENT_DATA..tbPatient v ON v.HospNum = m.HospNum
+        INNER JOIN PATIENT_DATA..tbPatient v ON v.HospNum = m.HospNum + ''
         LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE m.LastName LIKE @LastNamePrefix ESCAPE '!'
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
@@ -57,7 +58,7 @@ BEGIN
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbPatient v
-        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
+        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
         LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
 END

@@ -1,7 +1,7 @@
 -- The patients of the CAPD register with their latest out-patient or emergency visit, newest first.
 -- @Current 1: that visit is today's or not discharged, 0: all; the other fields are prefixes, an
 -- empty one does not narrow. Result columns: those of sp_CAPD_Patientsearch. A patient without a
--- visit is not listed. The register is short: by visit number or without any it is read whole.
+-- visit is not listed. The register is short: but for most of a name or number it is read whole.
 USE CLINICAL_AREA
 GO
 
@@ -18,6 +18,7 @@ BEGIN
     SET NOCOUNT ON;
     SET XACT_ABORT ON;
 
+    -- Joins add an empty text to the key of the table that leads: it is read first, by its index.
     DECLARE @HospNumPrefix varchar(8000);
     DECLARE @IdNumPrefix varchar(8000);
     DECLARE @LastNamePrefix varchar(8000);
@@ -31,7 +32,7 @@ BEGIN
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM tbCAPDPatient c
-        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = c.HospNum
+        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = c.HospNum + ''
         INNER JOIN PATIENT_DATA..tbOutPatient v ON v.IdNum = (
             SELECT TOP (1) x.IdNum FROM PATIENT_DATA..tbOutPatient x
             WHERE x.HospNum = c.HospNum
@@ -43,11 +44,11 @@ BEGIN
             AND CASE WHEN @Current = 0 OR v.DcrDate IS NULL OR v.AdmDate >= @Today
                 THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
-    ELSE IF @LastName <> ''
+    ELSE IF LEN(@LastName) > 3
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbMaster m
-        INNER JOIN tbCAPDPatient c ON c.HospNum = m.HospNum
+        INNER JOIN tbCAPDPatient c ON c.HospNum = m.HospNum + ''
         INNER JOIN PATIENT_DATA..tbOutPatient v ON v.IdNum = (
             SELECT TOP (1) x.IdNum FROM PATIENT_DATA..tbOutPatient x
             WHERE x.HospNum = c.HospNum
@@ -61,12 +62,14 @@ BEGIN
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM tbCAPDPatient c
-        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = c.HospNum
+        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = c.HospNum + ''
         INNER JOIN PATIENT_DATA..tbOutPatient v ON v.IdNum = (
             SELECT TOP (1) x.IdNum FROM PATIENT_DATA..tbOutPatient x
             WHERE x.HospNum = c.HospNum
             ORDER BY x.AdmDate DESC, x.IdNum DESC)
-        WHERE CASE WHEN @IdNum = '' OR v.IdNum LIKE @IdNumPrefix ESCAPE '!' THEN 1 ELSE 0 END = 1
+        WHERE CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
+                THEN 1 ELSE 0 END = 1
+            AND CASE WHEN @IdNum = '' OR v.IdNum LIKE @IdNumPrefix ESCAPE '!' THEN 1 ELSE 0 END = 1
             AND CASE WHEN @Current = 0 OR v.DcrDate IS NULL OR v.AdmDate >= @Today
                 THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;

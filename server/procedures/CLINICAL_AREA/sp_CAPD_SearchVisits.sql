@@ -1,6 +1,6 @@
--- The out-patient and emergency visits of the patient search, newest first.
--- @PatientType: O or E; @Current 1: today's or not discharged, 0: all; the other fields are
--- prefixes, an empty one does not narrow. Result columns: those of sp_CAPD_Patientsearch.
+-- All out-patient or emergency visits of the patient search, newest first.
+-- @PatientType: O or E; the other fields are prefixes, an empty one does not narrow. Result columns:
+-- those of sp_CAPD_Patientsearch.
 -- The narrowest filled field leads the search through its index; the others only filter its rows.
 USE CLINICAL_AREA
 GO
@@ -10,7 +10,6 @@ GO
 
 CREATE PROCEDURE sp_CAPD_SearchVisits
     @PatientType varchar(1),
-    @Current int,
     @HospNum varchar(8000),
     @IdNum varchar(8000),
     @LastName varchar(8000)
@@ -19,20 +18,19 @@ BEGIN
     SET NOCOUNT ON;
     SET XACT_ABORT ON;
 
+    -- Joins add an empty text to the key of the table that leads: it is read first, by its index.
     DECLARE @HospNumPrefix varchar(8000);
     DECLARE @IdNumPrefix varchar(8000);
     DECLARE @LastNamePrefix varchar(8000);
     SET @HospNumPrefix = PATIENT_DATA.dbo.fn_LikePrefix(@HospNum);
     SET @IdNumPrefix = PATIENT_DATA.dbo.fn_LikePrefix(@IdNum);
     SET @LastNamePrefix = PATIENT_DATA.dbo.fn_LikePrefix(@LastName);
-    DECLARE @Today datetime;
-    SET @Today = PATIENT_DATA.dbo.fn_GetToday();
 
     IF @IdNum <> ''
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbOutPatient v
-        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
+        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
         LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.IdNum LIKE @IdNumPrefix ESCAPE '!'
             AND CASE WHEN @HospNum = '' OR v.HospNum LIKE @HospNumPrefix ESCAPE '!'
@@ -40,56 +38,32 @@ BEGIN
             AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
                 THEN 1 ELSE 0 END = 1
             AND v.PatientType = @PatientType
-            AND CASE WHEN @Current = 0 OR v.DcrDate IS NULL OR v.AdmDate >= @Today
-                THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
     ELSE IF @HospNum <> ''
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbOutPatient v
-        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
+        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
         LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.HospNum LIKE @HospNumPrefix ESCAPE '!'
             AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
                 THEN 1 ELSE 0 END = 1
             AND v.PatientType = @PatientType
-            AND CASE WHEN @Current = 0 OR v.DcrDate IS NULL OR v.AdmDate >= @Today
-                THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
     ELSE IF @LastName <> ''
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbMaster m
-        INNER JOIN PATIENT_DATA..tbOutPatient v ON v.HospNum = m.HospNum
+        INNER JOIN PATIENT_DATA..tbOutPatient v ON v.HospNum = m.HospNum + ''
         LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE m.LastName LIKE @LastNamePrefix ESCAPE '!'
             AND v.PatientType = @PatientType
-            AND CASE WHEN @Current = 0 OR v.DcrDate IS NULL OR v.AdmDate >= @Today
-                THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
-    ELSE IF @Current = 1
-        SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
-            v.RoomID AS roomid, m.Address
-        FROM PATIENT_DATA..tbOutPatient v
-        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
-        WHERE v.DcrDate IS NULL
-            AND v.PatientType = @PatientType
-        UNION ALL
-        SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
-            v.RoomID AS roomid, m.Address
-        FROM PATIENT_DATA..tbOutPatient v
-        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
-        WHERE v.AdmDate >= @Today
-            AND v.DcrDate IS NOT NULL
-            AND v.PatientType = @PatientType
-        ORDER BY AdmDate DESC, IdNum DESC;
     ELSE
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbOutPatient v
-        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
+        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
         LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.PatientType = @PatientType
         ORDER BY v.AdmDate DESC, v.IdNum DESC;

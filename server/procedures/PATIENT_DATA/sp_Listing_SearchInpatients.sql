@@ -35,7 +35,7 @@ BEGIN
         SELECT TOP (500) v.IdNum AS IDNumber, v.HospNum AS HospitalNumber, m.LastName, m.FirstName,
             m.MiddleName, v.AdmDate, v.DcrDate, v.RoomID AS roomid
         FROM tbMaster m
-        INNER JOIN tbPatient v ON v.HospNum = m.HospNum
+        INNER JOIN tbPatient v ON v.HospNum = m.HospNum + ''
         WHERE m.LastName LIKE @Prefix ESCAPE '!'
         ORDER BY m.LastName, m.FirstName, v.AdmDate DESC;
 END
