@@ -9,10 +9,17 @@ namespace print {
 
 namespace {
 
+/// The same font in page units. Every property is set anew: what a painter finds unset it takes
+/// from its own device.
 QFont PageFont(const QFont& font) {
-    QFont sized = font;
-    if (font.pointSizeF() > 0)
-        sized.setPixelSize(std::max(1, qRound(font.pointSizeF() * kUnitsPerPoint)));
+    QFont sized(font.families());
+    sized.setStyleHint(QFont::SansSerif);
+    sized.setWeight(font.weight());
+    sized.setItalic(font.italic());
+    sized.setUnderline(font.underline());
+    sized.setPixelSize(font.pointSizeF() > 0
+                           ? std::max(1, qRound(font.pointSizeF() * kUnitsPerPoint))
+                           : font.pixelSize());
     return sized;
 }
 

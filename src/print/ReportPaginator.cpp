@@ -158,12 +158,14 @@ void ReportPaginator::PlaceGroup(int first, int end) {
         totals += Band(m_report.Summary, m_values.Whole()).Height;
     for (int row = first; row < end; ++row) {
         const Block block = Row(row);
-        const double above = row == first ? header.Height : 0;
+        const double above = row == first ? header.Height + GroupGap() : 0;
         const double below = row == end - 1 ? totals : 0;
         if (!Fits(above + block.Height + below))
             StartPage(row);
-        if (row == first)
+        if (row == first) {
+            m_y += GroupGap();
             Put(header);
+        }
         if (block.Height <= Room())
             Put(block);
         else
@@ -172,6 +174,10 @@ void ReportPaginator::PlaceGroup(int first, int end) {
     if (!Fits(footer.Height))
         StartPage(end - 1);
     Put(footer);
+}
+
+double ReportPaginator::GroupGap() const {
+    return m_report.Group && m_y > m_bodyTop ? kBandGap : 0;
 }
 
 void ReportPaginator::PlaceTall(Block row) {

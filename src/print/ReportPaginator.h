@@ -28,6 +28,8 @@ private:
     void PlaceHeadersAndFooters();
     void StartPage(int row);
     void Put(const Block& block);
+    /// The space above a group that does not begin its page.
+    double GroupGap() const;
     double Room() const { return m_bottom - m_y; }
     bool Fits(double height) const { return height <= Room() || m_y <= m_bodyTop; }
 

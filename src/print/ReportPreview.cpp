@@ -38,19 +38,19 @@ ReportPreview::ReportPreview(QWidget* parent)
     m_ui->setupUi(this);
     PageView* view = m_ui->pagView;
     connect(view, &PageView::ViewChanged, this, &ReportPreview::ShowState);
-    connect(m_ui->cmdPrint, &QPushButton::clicked, this, &ReportPreview::Print);
-    connect(m_ui->cmdSave, &QPushButton::clicked, this, &ReportPreview::SaveAsPdf);
-    connect(m_ui->cmdPrevious, &QPushButton::clicked, view,
+    connect(m_ui->cmdPrint, &QToolButton::clicked, this, &ReportPreview::Print);
+    connect(m_ui->cmdSave, &QToolButton::clicked, this, &ReportPreview::SaveAsPdf);
+    connect(m_ui->cmdPrevious, &QToolButton::clicked, view,
             [view] { view->GoToPage(view->CurrentPage() - 1); });
-    connect(m_ui->cmdNext, &QPushButton::clicked, view,
+    connect(m_ui->cmdNext, &QToolButton::clicked, view,
             [view] { view->GoToPage(view->CurrentPage() + 1); });
-    connect(m_ui->cmdZoomIn, &QPushButton::clicked, view,
+    connect(m_ui->cmdZoomIn, &QToolButton::clicked, view,
             [view] { view->SetZoom(view->Zoom() * kZoomStep); });
-    connect(m_ui->cmdZoomOut, &QPushButton::clicked, view,
+    connect(m_ui->cmdZoomOut, &QToolButton::clicked, view,
             [view] { view->SetZoom(view->Zoom() / kZoomStep); });
-    connect(m_ui->cmdFitWidth, &QPushButton::clicked, view, &PageView::FitWidth);
-    connect(m_ui->cmdFindNext, &QPushButton::clicked, this, &ReportPreview::FindNext);
-    connect(m_ui->cmdFindPrevious, &QPushButton::clicked, this, &ReportPreview::FindPrevious);
+    connect(m_ui->cmdFitWidth, &QToolButton::clicked, view, &PageView::FitWidth);
+    connect(m_ui->cmdFindNext, &QToolButton::clicked, this, &ReportPreview::FindNext);
+    connect(m_ui->cmdFindPrevious, &QToolButton::clicked, this, &ReportPreview::FindPrevious);
     connect(m_ui->txtFind, &QLineEdit::returnPressed, this, &ReportPreview::FindNext);
     connect(m_ui->txtFind, &QLineEdit::textChanged, this, &ReportPreview::ForgetHits);
     AddShortcuts();

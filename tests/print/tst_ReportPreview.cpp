@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPrinter>
-#include <QPushButton>
+#include <QToolButton>
 #include <QtTest>
 
 #include "print/PageView.h"
@@ -70,7 +70,7 @@ void tst_ReportPreview::Keys_movePagesAndZoom() {
     QCOMPARE(m_view->CurrentPage(), 0);
     QTest::keyClick(m_view, Qt::Key_End);
     QCOMPARE(m_view->CurrentPage(), m_pages->Count() - 1);
-    QVERIFY(!Child<QPushButton>("cmdNext")->isEnabled());
+    QVERIFY(!Child<QToolButton>("cmdNext")->isEnabled());
     QTest::keyClick(m_view, Qt::Key_Home);
     QCOMPARE(m_view->CurrentPage(), 0);
     int presses = 0;
@@ -79,7 +79,7 @@ void tst_ReportPreview::Keys_movePagesAndZoom() {
     QVERIFY2(presses > 1 && presses < 4, "a page taller than the window is not skipped half read");
     QTest::keyClick(m_view, Qt::Key_PageUp);
     QCOMPARE(m_view->CurrentPage(), 0);
-    Child<QPushButton>("cmdNext")->click();
+    Child<QToolButton>("cmdNext")->click();
     QCOMPARE(Child<QLabel>("lblPage")->text(),
              QStringLiteral("Page 2 of %1").arg(m_pages->Count()));
     const double before = m_view->Zoom();
@@ -101,7 +101,7 @@ void tst_ReportPreview::FitWidth_followsTheWindow() {
     m_preview->resize(900, 700);
     QTest::qWait(0);
     QCOMPARE(m_view->Zoom(), 1.0);
-    Child<QPushButton>("cmdFitWidth")->click();
+    Child<QToolButton>("cmdFitWidth")->click();
     QCOMPARE(m_view->Zoom(), narrow);
 }
 
