@@ -3,20 +3,16 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QMouseEvent>
-#include <QStyle>
 
+#include "toolkit/ColumnFit.h"
 #include "toolkit/Images.h"
+#include "toolkit/Keys.h"
 #include "toolkit/Twips.h"
 
 namespace toolkit {
 
 namespace {
-
-// Enough to see how wide the texts of a column are; measuring all of a long list would be felt.
-constexpr int kMeasuredRows = 50;
-constexpr int kAroundText = 10;
 
 /// A header that carries the list's sort marks.
 class MarkedHeader final : public QHeaderView {
@@ -38,15 +34,6 @@ protected:
 private:
     ListView* m_list;
 };
-
-bool IsCopy(const QKeyEvent& event) {
-    return event.matches(QKeySequence::Copy) ||
-           (event.key() == Qt::Key_Insert && event.modifiers() == Qt::ControlModifier);
-}
-
-bool IsEnter(const QKeyEvent& event) {
-    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-}
 
 }  // namespace
 
@@ -100,20 +87,8 @@ void ListView::SortBy(int column) {
 }
 
 void ListView::WidenColumns() {
-    const int rows = qMin(kMeasuredRows, model()->rowCount());
-    const int mark = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this) + kAroundText;
-    const int margin = 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this);
-    for (int column = 0; column + 1 < model()->columnCount(); ++column) {
-        int width = header()->sectionSizeHint(column);
-        for (int row = 0; row < rows; ++row) {
-            const QModelIndex index = model()->index(row, column);
-            const int text = fontMetrics().horizontalAdvance(index.data().toString());
-            const bool marked = !index.data(Qt::DecorationRole).isNull();
-            width = qMax(width, text + margin + kAroundText + (marked ? mark : 0));
-        }
-        const int widest = qMax(2 * columnWidth(column), header()->sectionSizeHint(column));
-        setColumnWidth(column, qBound(columnWidth(column), width, widest));
-    }
+    for (int column = 0; column + 1 < model()->columnCount(); ++column)
+        setColumnWidth(column, FittedWidth(*this, *header(), column, columnWidth(column)));
 }
 
 void ListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

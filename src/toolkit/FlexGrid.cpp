@@ -1,0 +1,180 @@
+#include "toolkit/FlexGrid.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QScopedValueRollback>
+
+#include "base/Errors.h"
+#include "toolkit/ColumnFit.h"
+#include "toolkit/Keys.h"
+#include "toolkit/Twips.h"
+
+namespace toolkit {
+
+namespace {
+
+constexpr int kNoSuchField = 3265;
+constexpr int kAnchorTwips = 1;
+constexpr int kTwipsToTheInch = 1440;
+constexpr int kNewColumnTwips = 960;
+constexpr int kAirAroundText = 8;
+constexpr int kEmptyListRows = 2;
+
+}  // namespace
+
+FlexGrid::FlexGrid(QWidget* parent)
+    : QTableView(parent),
+      m_model(new FlexGridModel(this)),
+      m_widths{kAnchorTwips, kNewColumnTwips} {
+    setModel(m_model);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setAlternatingRowColors(true);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setShowGrid(false);
+    setCornerButtonEnabled(false);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    horizontalHeader()->setMinimumSectionSize(1);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(false);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kAirAroundText);
+    verticalHeader()->hide();
+    connect(this, &QTableView::clicked, this,
+            [this](const QModelIndex& index) { emit RowClicked(index.row() + 1); });
+    connect(this, &QTableView::doubleClicked, this,
+            [this](const QModelIndex& index) { emit RowOpened(index.row() + 1); });
+    ShowFirstRow();
+}
+
+void FlexGrid::SetRows(int rows) {
+    m_model->SetRows(rows);
+    ShowFirstRow();
+}
+
+void FlexGrid::SetCols(int cols) {
+    m_model->SetCols(cols);
+    m_widths.resize(Cols(), kNewColumnTwips);
+    ShowFirstRow();
+}
+
+void FlexGrid::SetFormatString(const QString& format) {
+    const QStringList parts = format.split(u'|');
+    if (parts.size() > Cols())
+        SetCols(int(parts.size()));
+    for (int col = 0; col < parts.size(); ++col) {
+        QString header = parts[col];
+        const QChar mark = header.isEmpty() ? QChar() : header.front();
+        if (mark == u'<' || mark == u'>' || mark == u'^')
+            header.remove(0, 1);
+        m_model->SetAlignment(col, mark == u'>'   ? Qt::AlignRight
+                                   : mark == u'^' ? Qt::AlignHCenter
+                                                  : Qt::AlignLeft);
+        m_model->SetText(0, col, header);
+        if (col > 0)
+            m_widths[col] = MeasuredTwips(header);
+    }
+    ApplyWidths();
+}
+
+int FlexGrid::MeasuredTwips(const QString& header) const {
+    const int pixels = horizontalHeader()->fontMetrics().horizontalAdvance(header) + kAirAroundText;
+    return pixels * kTwipsToTheInch / logicalDpiX();
+}
+
+void FlexGrid::SetColWidth(int col, int twips) {
+    m_widths.at(col) = twips;
+    ApplyWidths();
+}
+
+void FlexGrid::SetTextMatrix(int row, int col, const QString& text) {
+    m_model->SetText(row, col, text);
+}
+
+void FlexGrid::Clear() {
+    m_model->Empty();
+    ShowFirstRow();
+}
+
+void FlexGrid::FillFrom(const std::shared_ptr<const db::RowStore>& rows,
+                        const QStringList& fields) {
+    if (!rows)
+        return;
+    std::vector<int> positions;
+    for (const QString& field : fields) {
+        positions.push_back(field.isEmpty() ? -1 : rows->ColumnIndex(field));
+        if (!field.isEmpty() && positions.back() < 0)
+            throw base::DatabaseError(kNoSuchField,
+                                      QStringLiteral("The rows have no column %1.").arg(field));
+    }
+    m_model->Append(rows, positions);
+    ShowFirstRow();
+}
+
+void FlexGrid::Bind(const std::shared_ptr<const db::RowStore>& rows) {
+    if (rows) {
+        m_model->Replace(rows);
+        m_widths.resize(Cols(), kNewColumnTwips);
+    } else {
+        m_model->Empty();
+        m_model->SetRows(kEmptyListRows);
+    }
+    ShowFirstRow();
+}
+
+void FlexGrid::SetRow(int row) {
+    if (row >= 1 && row < Rows())
+        setCurrentIndex(m_model->index(row - 1, qMin(1, Cols() - 1)));
+}
+
+/// What was just laid out stands at its top, with a row to go on from by key.
+void FlexGrid::ShowFirstRow() {
+    const QScopedValueRollback<bool> quiet(m_filling, true);
+    ApplyWidths();
+    SetRow(1);
+}
+
+void FlexGrid::ApplyWidths() {
+    for (int col = 0; col < Cols(); ++col) {
+        setColumnHidden(col, m_widths[col] == 0);
+        const int stated = Twips(m_widths[col], this);
+        const bool isAnchor = col == 0 || stated == 1;
+        if (stated > 0)
+            setColumnWidth(
+                col, isAnchor ? stated : FittedWidth(*this, *horizontalHeader(), col, stated));
+    }
+}
+
+void FlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    if (!m_filling && current.row() != previous.row())
+        emit CurrentRowChanged(current.row() + 1);
+}
+
+void FlexGrid::keyPressEvent(QKeyEvent* event) {
+    if (IsCopy(*event)) {
+        QStringList texts;
+        for (int col = 1; Row() > 0 && col < Cols(); ++col)
+            texts.append(TextMatrix(Row(), col));
+        QGuiApplication::clipboard()->setText(texts.join(u'\t'));
+    } else if (IsEnter(*event)) {
+        if (Row() > 0)
+            emit RowOpened(Row());
+    } else if (event->key() == Qt::Key_Home) {
+        SetRow(1);
+    } else if (event->key() == Qt::Key_End) {
+        SetRow(Rows() - 1);
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+QItemSelectionModel::SelectionFlags FlexGrid::selectionCommand(const QModelIndex&,
+                                                               const QEvent*) const {
+    return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+}
+
+}  // namespace toolkit

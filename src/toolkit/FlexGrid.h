@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QTableView>
+#include <memory>
+#include <vector>
+
+#include "db/RowStore.h"
+#include "toolkit/FlexGridModel.h"
+
+namespace toolkit {
+
+/// The read-only list of requests and results. Row 0 is the fixed header; column 0 is an anchor,
+/// 1 twip wide until told otherwise; an empty list has two rows, the header and a blank one. Rows
+/// are chosen whole: arrows, Home and End move, Enter or a double click opens, Ctrl+Insert copies
+/// the row, its cells separated by tabs. Filled columns grow beyond their widths for their texts.
+class FlexGrid final : public QTableView {
+    Q_OBJECT
+public:
+    explicit FlexGrid(QWidget* parent = nullptr);
+
+    /// Header and data rows together, at least 1.
+    int Rows() const { return m_model->Rows(); }
+    void SetRows(int rows);
+    int Cols() const { return m_model->Cols(); }
+    void SetCols(int cols);
+    /// " |<A |>B": one column for each part between bars, `<`, `>` or `^` before a header aligns
+    /// the column left, right or centred, and the header's text with its blanks gives the width
+    /// (not of column 0). Adds the columns that are missing, takes none away.
+    void SetFormatString(const QString& format);
+    /// Width in twips; 0 hides the column. Widths survive every filling.
+    void SetColWidth(int col, int twips);
+    /// As stated; the column may be shown wider for its texts.
+    int ColWidth(int col) const { return m_widths.at(col); }
+
+    /// Empty outside the grid.
+    QString TextMatrix(int row, int col) const { return m_model->Text(row, col); }
+    /// Throws base::RuntimeError 381 outside the grid.
+    void SetTextMatrix(int row, int col, const QString& text);
+    /// Empties every cell, the header too; shape and widths stay.
+    void Clear();
+    /// The row fill: a record goes to row 1 while cell (1, 1) is empty, else to a row of its own
+    /// at the end. `fields` name what columns 1, 2, ... show; an empty name leaves its column.
+    /// Null is shown empty. The rows are shared, nothing is copied. A field that the rows lack
+    /// throws base::DatabaseError 3265 naming it.
+    void FillFrom(const std::shared_ptr<const db::RowStore>& rows, const QStringList& fields);
+    /// Shows exactly these rows, their columns in order from column 1 on, headed by their names;
+    /// null shows an empty list with the columns there are.
+    void Bind(const std::shared_ptr<const db::RowStore>& rows);
+
+    /// The current row; row 1 after each filling, 0 when there is none.
+    int Row() const { return currentIndex().isValid() ? currentIndex().row() + 1 : 0; }
+    /// Ignored outside the data rows.
+    void SetRow(int row);
+
+signals:
+    /// A click on a data row, also on the current one.
+    void RowClicked(int row);
+    /// Enter or a double click on a data row.
+    void RowOpened(int row);
+    /// The user, or SetRow(), went to another row; a filling does not raise it.
+    void CurrentRowChanged(int row);
+
+protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override;
+
+private:
+    void ShowFirstRow();
+    void ApplyWidths();
+    int MeasuredTwips(const QString& header) const;
+
+    FlexGridModel* m_model;
+    std::vector<int> m_widths;
+    bool m_filling = false;
+};
+
+}  // namespace toolkit

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QHash>
+#include <memory>
+#include <vector>
+
+#include "db/RowStore.h"
+
+namespace toolkit {
+
+/// The cells of a flexible grid: each shown row points at a record of the rows it came from, a
+/// cell written by hand lies over that. Row 0 is the header, column 0 the anchor.
+class FlexGridModel final : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    explicit FlexGridModel(QObject* parent = nullptr);
+
+    int Rows() const { return int(m_records.size()); }
+    void SetRows(int rows);
+    int Cols() const { return int(m_alignments.size()); }
+    void SetCols(int cols);
+    void SetAlignment(int col, Qt::Alignment alignment);
+
+    /// Empty outside.
+    QString Text(int row, int col) const;
+    /// Throws base::RuntimeError 381 outside.
+    void SetText(int row, int col, const QString& text);
+    /// Empties every cell, the header too.
+    void Empty();
+    /// Shows the records by the row fill; `fields` are the positions in the rows shown from
+    /// column 1 on, -1 for a column that stays.
+    void Append(std::shared_ptr<const db::RowStore> rows, const std::vector<int>& fields);
+    /// Shows exactly these records, all fields in order; a blank row where there are none.
+    void Replace(std::shared_ptr<const db::RowStore> rows);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+private:
+    /// Rows that were filled in at once, and which of their fields each column shows.
+    struct Filling {
+        std::shared_ptr<const db::RowStore> Rows;
+        std::vector<int> Fields;
+    };
+    /// Where a shown row comes from; Filling -1 for a blank one.
+    struct Record {
+        int Filling = -1;
+        int Row = 0;
+    };
+    static quint64 KeyOf(int row, int col) { return quint64(row) << 32 | quint64(col); }
+    bool Contains(int row, int col) const;
+
+    std::vector<Filling> m_fillings;
+    std::vector<Record> m_records;
+    std::vector<Qt::Alignment> m_alignments;
+    QHash<quint64, QString> m_written;
+};
+
+}  // namespace toolkit
