@@ -5,6 +5,7 @@
 USE CLINICAL_AREA
 GO
 
+GRANT EXECUTE ON Nurse_CheckRequest TO capd_user
 GRANT EXECUTE ON fn_CAPD_FundPaid TO capd_user
 GRANT EXECUTE ON sp_CAPD_Patientsearch TO capd_user
 GRANT EXECUTE ON sp_CAPD_ReportIncome TO capd_user
@@ -24,6 +25,7 @@ GO
 
 GRANT EXECUTE ON fn_GetAge TO capd_user
 GRANT EXECUTE ON fn_GetDoctorName TO capd_user
+GRANT EXECUTE ON fn_GetEmployeeName TO capd_user
 GRANT EXECUTE ON fn_GetOldHospNum TO capd_user
 GRANT EXECUTE ON fn_GetToday TO capd_user
 GRANT EXECUTE ON fn_LikePrefix TO capd_user
@@ -42,6 +44,7 @@ GRANT EXECUTE ON sp_User_Count TO capd_user
 GRANT EXECUTE ON sp_User_Create TO capd_user
 GRANT EXECUTE ON sp_User_Find TO capd_user
 GRANT EXECUTE ON sp_User_RecordLogin TO capd_user
+GRANT SELECT ON tbDoctor TO capd_user
 GRANT SELECT ON tbHospitalInfo TO capd_user
 GRANT SELECT ON tbMaster TO capd_user
 GRANT SELECT ON tbPatient TO capd_user
@@ -74,8 +77,13 @@ GO
 USE STATION
 GO
 
+GRANT EXECUTE ON Nurse_GetCT TO capd_user
+GRANT EXECUTE ON Nurse_GetUltra TO capd_user
+GRANT EXECUTE ON Nurse_GetXray TO capd_user
 GRANT EXECUTE ON sp_Catalogue_Check TO capd_user
 GRANT EXECUTE ON sp_Dosage_Find TO capd_user
 GRANT EXECUTE ON sp_Dosage_Search TO capd_user
+GRANT EXECUTE ON sp_Radiology_Results TO capd_user
 GRANT SELECT ON tbMedicineGiven TO capd_user
+GRANT SELECT ON tbNurseLogBook TO capd_user
 GO

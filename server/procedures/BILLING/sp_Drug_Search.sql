@@ -1,7 +1,7 @@
 -- Medicines or supplies whose code begins with @Text or, where none does, whose name does; an empty
--- text lists all by name. At most 500 rows. @Kind: M medicines, S supplies; @LocationID: only what
--- that stock location keeps, or empty. Returns DrugCode, DrugName, Status (bit, 1 = inactive),
--- SellingPriceIn, SellingPriceOut, Unit, OnHand.
+-- text lists all by name. At most 500 rows. @Kind: M medicines, S supplies, empty for both;
+-- @LocationID: only what that stock location keeps, or empty. Returns DrugCode, DrugName, Status
+-- (bit, 1 = inactive), SellingPriceIn, SellingPriceOut, Unit, OnHand.
 USE BILLING
 GO
 
@@ -22,13 +22,17 @@ BEGIN
     SET @Prefix = PATIENT_DATA.dbo.fn_LikePrefix(@Text);
     SET @LocationID = ISNULL(LTRIM(RTRIM(@LocationID)), '');
 
+    DECLARE @OtherKind varchar(8000);
+    SET @OtherKind = CASE @Kind WHEN '' THEN 'M' ELSE @Kind END;
+    SET @Kind = CASE @Kind WHEN '' THEN 'S' ELSE @Kind END;
+
     DECLARE @ByCode int;
     SET @ByCode = 0;
     IF @Text <> ''
     BEGIN
         IF EXISTS (
             SELECT 1 FROM tbDrug c
-            WHERE c.DrugCode LIKE @Prefix ESCAPE '!' AND c.Kind = @Kind)
+            WHERE c.DrugCode LIKE @Prefix ESCAPE '!' AND c.Kind IN (@Kind, @OtherKind))
             SET @ByCode = 1;
     END
 
@@ -41,7 +45,7 @@ BEGIN
                     WHERE s.DrugCode = d.DrugCode) AS OnHand
             FROM tbDrug d
             WHERE d.DrugCode LIKE @Prefix ESCAPE '!'
-                AND d.Kind = @Kind
+                AND d.Kind IN (@Kind, @OtherKind)
             ORDER BY d.DrugCode;
         ELSE
             SELECT TOP (500) d.DrugCode, d.DrugName, d.Status, d.SellingPriceIn,
@@ -50,7 +54,7 @@ BEGIN
                     WHERE s.DrugCode = d.DrugCode) AS OnHand
             FROM tbDrug d
             WHERE d.DrugName LIKE @Prefix ESCAPE '!'
-                AND d.Kind = @Kind
+                AND d.Kind IN (@Kind, @OtherKind)
             ORDER BY d.DrugName, d.DrugCode;
     END
     ELSE
@@ -62,7 +66,7 @@ BEGIN
             FROM tbDrug d
             INNER JOIN tbDrugStock s ON s.DrugCode = d.DrugCode
             WHERE d.DrugCode LIKE @Prefix ESCAPE '!'
-                AND d.Kind = @Kind
+                AND d.Kind IN (@Kind, @OtherKind)
                 AND s.LocationID = @LocationID
             ORDER BY d.DrugCode;
         ELSE
@@ -72,7 +76,7 @@ BEGIN
             FROM tbDrug d
             INNER JOIN tbDrugStock s ON s.DrugCode = d.DrugCode
             WHERE d.DrugName LIKE @Prefix ESCAPE '!'
-                AND d.Kind = @Kind
+                AND d.Kind IN (@Kind, @OtherKind)
                 AND s.LocationID = @LocationID
             ORDER BY d.DrugName, d.DrugCode;
     END

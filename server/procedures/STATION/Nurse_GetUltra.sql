@@ -1,0 +1,18 @@
+-- The ultrasound examinations of one admission or visit, newest first. @IdNum: exact.
+-- Returns the columns of sp_Radiology_Results.
+USE STATION
+GO
+
+DROP PROCEDURE IF EXISTS Nurse_GetUltra
+GO
+
+CREATE PROCEDURE Nurse_GetUltra
+    @IdNum varchar(8000)
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SET XACT_ABORT ON;
+
+    EXEC sp_Radiology_Results @IdNum, 'U';
+END
+GO
