@@ -7,9 +7,11 @@
 
 namespace components {
 
+/// First and middle name end with one blank, an absent one is empty: joined as they stand they give
+/// the complete name. Who sets blanks of his own trims them.
 struct DoctorRecord {
-    QString FirstName;   ///< ends with one blank when it was picked from the list
-    QString MiddleName;  ///< likewise
+    QString FirstName;
+    QString MiddleName;
     QString LastName;
     QString ResultCode;
 };
@@ -40,7 +42,8 @@ public:
     /// The revenue code whose items list 21 offers.
     virtual void SetOtherSectionID(const QString& revenueId);
     /// True when the text names exactly one row or the user picked one; the list's record then
-    /// holds it, and the text its code.
+    /// holds it, and the text its code. False leaves text and records as they were. Throws
+    /// base::RuntimeError 5 for a list that does not exist.
     virtual bool SearchListing(QString& text, int listing);
     /// Whether the user closed the last list without choosing.
     virtual bool Cancelled() const;

@@ -13,9 +13,10 @@ public:
     /// False when the catalogue cannot be reached over this connection.
     virtual bool InitConnection(const std::shared_ptr<db::Connection>& connection) = 0;
     virtual void SetListTitle(const QString& title);
-    /// True lists medicines, false supplies of a stock location.
+    /// True lists medicines, false supplies or, of a stock location, all that it keeps.
     virtual void SetDrugsORCSR(bool drugs);
-    /// Shows the list narrowed by the text; the chosen code, empty when nothing was chosen.
+    /// The code of the one item that the text names; any other text shows the list narrowed by it
+    /// and gives the chosen code, empty when nothing was chosen.
     virtual QString ShowList(const QString& text, bool byCode, const QString& location = {});
 };
 

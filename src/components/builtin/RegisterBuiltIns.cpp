@@ -1,10 +1,12 @@
 #include "components/Registry.h"
 #include "components/ResultViewer.h"
-#include "components/WardActivity.h"
 #include "components/builtin/clsCodeSearch.h"
+#include "components/builtin/clsConfinements.h"
 #include "components/builtin/clsCurrentUser.h"
 #include "components/builtin/clsPatientFinder.h"
 #include "components/builtin/clsPatientLister.h"
+#include "components/builtin/clsRequest.h"
+#include "components/builtin/clsResults.h"
 #include "components/builtin/clsSupplies.h"
 
 namespace components {
@@ -25,10 +27,10 @@ void RegisterBuiltIns() {
     Offer<clsCodeSearch>("CodeFinder.clsCodeSearch");
     Offer<clsListDrugs>("DrugRoster.clsListDrugs");
     Offer<clsDrug>("DrugCatalog.clsDrug");
-    Offer<WardRequest>("WardActivity.clsRequest");
-    Offer<WardResults>("WardActivity.clsResults");
-    Offer<Confinement>("WardActivity.clsConfinement");
-    Offer<ConfinementResults>("WardActivity.clsConfinementResults");
+    Offer<clsRequest>("WardActivity.clsRequest");
+    Offer<clsResults>("WardActivity.clsResults");
+    Offer<clsConfinement>("WardActivity.clsConfinement");
+    Offer<clsConfinementResults>("WardActivity.clsConfinementResults");
     Offer<ResultViewer>("ResultBrowser.ResultViewer");
 }
 

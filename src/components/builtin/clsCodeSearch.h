@@ -4,7 +4,11 @@
 
 namespace components {
 
-/// The code lists over the session's connection.
+struct CodeList;
+
+/// The code lists over the session's connection. A text names a row by its exact code (where
+/// searching by code is on), else when it alone begins with the text, by code or by name; any other
+/// text shows the pick list.
 class clsCodeSearch final : public CodeSearch {
 public:
     void SetMTS_Server(const QString& name) override;
@@ -14,11 +18,28 @@ public:
     void SetConnection(const std::shared_ptr<db::Connection>& connection) override {
         m_connection = connection;
     }
+    void SetOtherSectionID(const QString& revenueId) override { m_otherSectionId = revenueId; }
+    bool SearchListing(QString& text, int listing) override;
+    bool Cancelled() const override { return m_cancelled; }
+    const DoctorRecord& Doctor() const override { return m_doctor; }
+    const OtherRevenueRecord& OtherRevenue() const override { return m_otherRevenue; }
+    const DosageRecord& Dosage() const override { return m_dosage; }
 
 private:
+    QString Command(const CodeList& list, const QString& procedure, const QString& text) const;
+    std::shared_ptr<db::Recordset> Open(const QString& command) const;
+    std::shared_ptr<db::Recordset> NamedRow(const CodeList& list, const QString& text) const;
+    QString Pick(const CodeList& list, const QString& text) const;
+    void Keep(int listing, db::Recordset& row);
+
     QString m_companyName;
     bool m_byCode = false;
     std::shared_ptr<db::Connection> m_connection;
+    QString m_otherSectionId;
+    bool m_cancelled = false;
+    DoctorRecord m_doctor;
+    OtherRevenueRecord m_otherRevenue;
+    DosageRecord m_dosage;
 };
 
 }  // namespace components

@@ -1,5 +1,6 @@
 #include "components/builtin/frmPickList.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPushButton>
 
@@ -18,9 +19,12 @@ frmPickList::frmPickList(PickListSetup setup, std::shared_ptr<db::Connection> co
     ui->setupUi(this);
     setWindowTitle(m_setup.Title);
     ui->lblHospital->setText(m_setup.Heading);
+    ui->lblHospital->setVisible(!m_setup.Heading.isEmpty());
     ui->lblTitle->setText(m_setup.Title);
     ui->lvwRecords->SetListModel(&m_model, m_setup.Columns);
+    ShowLooks();
     ui->txtSearch->installEventFilter(this);
+    ui->lvwRecords->installEventFilter(this);
     connect(ui->txtSearch, &QLineEdit::textEdited, this, &frmPickList::Search);
     connect(ui->lvwRecords, &toolkit::ListView::RowOpened, this, &frmPickList::cmdSelect_Click);
     connect(ui->cmdSelect, &QPushButton::clicked, this, &frmPickList::cmdSelect_Click);
@@ -35,6 +39,15 @@ QString frmPickList::Pick(const QString& text) {
     ui->txtSearch->selectAll();
     m_code.clear();
     return exec() == Accepted ? m_code : QString();
+}
+
+void frmPickList::ShowLooks() {
+    for (int column = 0; column < int(m_setup.Columns.size()); ++column) {
+        const auto look = m_setup.Looks.find(m_setup.Columns[column].Field);
+        if (look != m_setup.Looks.end())
+            ui->lvwRecords->setItemDelegateForColumn(column,
+                                                     new PickListDelegate(look->second, this));
+    }
 }
 
 void frmPickList::Search() {
@@ -52,14 +65,22 @@ void frmPickList::cmdSelect_Click() {
     const QModelIndex current = ui->lvwRecords->currentIndex();
     if (!current.isValid())
         return;
-    m_code = m_rows->TextAt(m_model.SourceRow(current.row()), m_rows->ColumnIndex(m_setup.CodeField));
+    m_code =
+        m_rows->TextAt(m_model.SourceRow(current.row()), m_rows->ColumnIndex(m_setup.CodeField));
     accept();
 }
 
 bool frmPickList::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down && m_model.rowCount() > 0) {
+    if (event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (watched == ui->txtSearch && key == Qt::Key_Down && m_model.rowCount() > 0) {
         ui->lvwRecords->setFocus();
+        return true;
+    }
+    if (watched == ui->lvwRecords && key == Qt::Key_Up &&
+        ui->lvwRecords->currentIndex().row() <= 0) {
+        ui->txtSearch->setFocus();
         return true;
     }
     return QDialog::eventFilter(watched, event);

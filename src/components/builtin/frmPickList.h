@@ -2,9 +2,11 @@
 
 #include <QDialog>
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
+#include "components/builtin/PickListDelegate.h"
 #include "db/Connection.h"
 #include "toolkit/ListView.h"
 
@@ -23,9 +25,12 @@ struct PickListSetup {
     QString CodeField;
     /// The command that answers a typed text.
     std::function<QString(const QString& text)> Command;
+    /// By result column, the columns that are not plain text.
+    std::map<QString, PickListLook> Looks = {};
 };
 
-/// A list to choose one row from: typing narrows it, Down goes to the rows, Enter takes one.
+/// A list to choose one row from: typing narrows it, Down goes to the rows and Up from the first
+/// one back, Enter takes one.
 class frmPickList final : public QDialog {
     Q_OBJECT
 public:
@@ -40,6 +45,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void ShowLooks();
     void Search();
     void cmdSelect_Click();
 
