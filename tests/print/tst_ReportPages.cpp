@@ -112,7 +112,9 @@ void tst_ReportPages::Paging_printsEveryRowOnceBetweenHeaderAndFooter() {
                                   .arg(rows)));
         const QRectF paper(QPointF(), pages->SheetSize());
         QVERIFY(LowestBaseline(*pages, page) < paper.bottom() - 12 / 25.4 * print::kUnitsPerInch);
-        QCOMPARE(LowestBaseline(*pages, page), pages->Page(page).Texts.back().Baseline.y());
+        const auto& texts = pages->Page(page).Texts;
+        const double lastRow = texts[texts.size() - 2].Baseline.y();
+        QVERIFY(lastRow + 9 * print::kUnitsPerPoint < texts.back().Baseline.y());
     }
 }
 
