@@ -1,0 +1,153 @@
+#include <QMap>
+#include <QRandomGenerator>
+
+#include "EntrySheet.h"
+
+namespace {
+
+/// Presses keys and clicks at random in a sheet whose handler answers at random, and keeps a copy
+/// of what every cell held when it was last accepted.
+class RandomTypist final {
+public:
+    explicit RandomTypist(quint32 seed) : m_random(seed) {
+        m_sheet.OnCommit = [this](int row, int col) { Answer(row, col); };
+        QObject::connect(&m_sheet.Grid, &toolkit::EntryGrid::LineRemoved, &m_sheet.Window,
+                         [this](int row) {
+                             if (m_sheet.Grid.Rows() < int(m_kept.size()))
+                                 m_kept.erase(m_kept.begin() + row);
+                             else
+                                 m_kept[row] = {};
+                         });
+        TakeCopy();
+    }
+
+    int CommitCount() const { return int(m_sheet.Commits.size()); }
+
+    /// One key or click; empty when all is well, else what is wrong.
+    QString PressOne() {
+        m_kept.resize(m_sheet.Grid.Rows());
+        if (!QApplication::focusWidget() || !m_sheet.Grid.isAncestorOf(QApplication::focusWidget()))
+            m_sheet.Grid.setFocus();
+        if (QWidget* popUp = m_sheet.PopUp())
+            QTest::keyClick(popUp, OneOf(kListKeys));
+        else if (Chance(20))
+            m_sheet.Click(1 + Below(m_sheet.Grid.Rows() - 1), 1 + Below(kAmount));
+        else if (Chance(2))
+            QTest::keyClick(QApplication::focusWidget(), char('0' + Below(75)));
+        else
+            QTest::keyClick(QApplication::focusWidget(), OneOf(kKeys),
+                            Chance(12) ? Qt::ControlModifier : Qt::NoModifier);
+        if (Chance(40))
+            m_sheet.Close.setFocus();
+        if (m_sheet.Grid.Rows() > 30)
+            StartAgain();
+        return m_fault.isEmpty() ? Check() : m_fault;
+    }
+
+private:
+    inline static const QList<Qt::Key> kKeys{
+        Qt::Key_Return, Qt::Key_Return, Qt::Key_Tab,    Qt::Key_Backtab,   Qt::Key_Left,
+        Qt::Key_Right,  Qt::Key_Up,     Qt::Key_Down,   Qt::Key_Home,      Qt::Key_End,
+        Qt::Key_PageUp, Qt::Key_Escape, Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_F1,
+        Qt::Key_F2,     Qt::Key_F4,     Qt::Key_C,      Qt::Key_V,         Qt::Key_X};
+    inline static const QList<Qt::Key> kListKeys{Qt::Key_Up, Qt::Key_Down, Qt::Key_Return,
+                                                 Qt::Key_Escape, Qt::Key_Tab};
+
+    int Below(int bound) { return int(m_random.bounded(bound)); }
+    bool Chance(int oneIn) { return Below(oneIn) == 0; }
+    template <class Item>
+    Item OneOf(const QList<Item>& items) {
+        return items[Below(int(items.size()))];
+    }
+
+    /// The window's side of a commit: accepts, refuses, moves, keeps, clears or fills other cells.
+    void Answer(int row, int col) {
+        toolkit::EntryGrid& grid = m_sheet.Grid;
+        if (grid.TextMatrix(row, col) == Kept(row, col))
+            m_fault = QStringLiteral("an unchanged cell was committed");
+        switch (Below(8)) {
+            case 0:
+                return grid.RefuseCommit();
+            case 1:
+                grid.SetCol(Below(9));
+                break;
+            case 2:
+                grid.SetCol(col);
+                break;
+            case 3:
+                grid.SetTextMatrix(row, col, {});
+                grid.RefuseCommit();
+                break;
+            case 4:
+                grid.SetTextMatrix(row, kDescription, QString::number(Below(100)));
+                m_sheet.Close.setFocus();
+                m_sheet.Grid.setFocus();
+                break;
+            default:
+                break;
+        }
+        TakeCopy();
+    }
+
+    QString Kept(int row, int col) const {
+        return row < int(m_kept.size()) ? m_kept[row].value(col) : QString();
+    }
+
+    void TakeCopy() {
+        m_kept.resize(m_sheet.Grid.Rows());
+        for (int row = 1; row < m_sheet.Grid.Rows(); ++row) {
+            for (int col = 0; col < m_sheet.Grid.Cols(); ++col)
+                m_kept[row][col] = m_sheet.Grid.TextMatrix(row, col);
+        }
+    }
+
+    void StartAgain() {
+        m_sheet.LayOut();
+        m_kept.clear();
+        TakeCopy();
+    }
+
+    /// The cursor is on a cell, and no cell holds what was not committed.
+    QString Check() const {
+        const toolkit::EntryGrid& grid = m_sheet.Grid;
+        if (grid.Row() < 1 || grid.Row() >= grid.Rows() || grid.Col() < 1 ||
+            grid.Col() >= grid.Cols())
+            return QStringLiteral("cursor at (%1, %2)").arg(grid.Row()).arg(grid.Col());
+        for (int row = 1; row < grid.Rows(); ++row) {
+            for (int col = 0; col < grid.Cols(); ++col) {
+                if (grid.TextMatrix(row, col) != Kept(row, col))
+                    return QStringLiteral("cell (%1, %2) changed without a commit")
+                        .arg(row)
+                        .arg(col);
+            }
+        }
+        return {};
+    }
+
+    Sheet m_sheet;
+    QRandomGenerator m_random;
+    std::vector<QMap<int, QString>> m_kept;
+    QString m_fault;
+};
+
+}  // namespace
+
+class tst_EntryGridWalk final : public QObject {
+    Q_OBJECT
+private slots:
+    void RandomKeys_commitEachChangeOnce();
+};
+
+void tst_EntryGridWalk::RandomKeys_commitEachChangeOnce() {
+    const int count = qEnvironmentVariableIsSet("CAPD_STRESS") ? 100'000 : 20'000;
+    RandomTypist typist(20'261'122);
+    for (int i = 0; i < count; ++i) {
+        const QString fault = typist.PressOne();
+        QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("key %1: %2").arg(i).arg(fault)));
+    }
+    // The walk went somewhere.
+    QVERIFY(typist.CommitCount() > count / 100);
+}
+
+QTEST_MAIN(tst_EntryGridWalk)
+#include "tst_EntryGridWalk.moc"
