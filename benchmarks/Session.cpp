@@ -1,7 +1,6 @@
 #include "benchmarks/Session.h"
 
 #include "app/modMain.h"
-#include "benchmarks/Hospitals.h"
 #include "components/CurrentUser.h"
 #include "components/Registry.h"
 #include "deploy/HospitalFile.h"
@@ -12,7 +11,7 @@ namespace {
 
 class NobodyAsked final : public components::CurrentUser {
 public:
-    explicit NobodyAsked(const QString& file) : m_connection(Open(file)) {}
+    explicit NobodyAsked(const QString& file) : m_connection(deploy::OpenHospital(file)) {}
     void SetPasswordDeptCode(const QString&) override {}
     void ShowMain() override {}
     bool Connected() const override { return true; }
@@ -28,7 +27,6 @@ private:
 }  // namespace
 
 std::unique_ptr<mdiCAPD> StartSession(const QString& file) {
-    deploy::UpgradeHospital(file);
     components::RegisterBuiltIns();
     components::Register(QStringLiteral("Corvane_User.clsCurrentUser"),
                          [file] { return std::make_shared<NobodyAsked>(file); });

@@ -6,7 +6,6 @@
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(QStringLiteral("capd"));
-    setApplicationDisplayName(toolkit::kProgramName);
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMdiSubWindow>
 #include <QToolButton>
 
@@ -15,7 +16,7 @@
 using components::PatientLister;
 using toolkit::BoxIcon;
 
-mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()) {
+mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new QLabel(this)) {
     ui->setupUi(this);
     connect(ui->mnuNew, &QAction::triggered, this, &mdiCAPD::NewRegistration);
     connect(ui->mnuVist, &QAction::triggered, this, &mdiCAPD::RegisterVisit);
@@ -29,10 +30,17 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()) {
     AddToolButton(QStringLiteral("New"), ui->mnuNew, toolkit::Images::Icon(toolkit::Image::NewSheet));
     AddToolButton(QStringLiteral("Assessment"), ui->mnuAssessmentEntry,
                   toolkit::Images::Icon(toolkit::Image::Assessment));
+    // The chosen patient stays in sight whatever else the status bar says.
+    m_lblChosenPatient->setObjectName(QStringLiteral("lblChosenPatient"));
+    m_lblChosenPatient->setTextFormat(Qt::PlainText);
+    statusBar()->addPermanentWidget(m_lblChosenPatient);
     qApp->installEventFilter(this);
 }
 
-mdiCAPD::~mdiCAPD() = default;
+// The children go last and still send events: nothing of this frame may listen to them any more.
+mdiCAPD::~mdiCAPD() {
+    qApp->removeEventFilter(this);
+}
 
 void mdiCAPD::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
@@ -67,15 +75,21 @@ void mdiCAPD::ShowPatientList() {
     connect(m_patientList, &frmPatientList::PatientOpened, this, &mdiCAPD::PatientOpened);
     connect(m_patientList, &frmPatientList::PatientChosen, this,
             [this](const QString& hospNum, const QString& idNum, const QString& capdNum, const QString& name) {
-                statusBar()->showMessage(
+                m_lblChosenPatient->setText(
                     QStringLiteral("%1    Hosp. No. %2    Adm. No. %3    CAPD No. %4")
                         .arg(name, hospNum, idNum, capdNum.isEmpty() ? QStringLiteral("none") : capdNum));
             });
     connect(m_patientList, &frmPatientList::StatusText, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
     m_patientListFrame = ui->mdiArea->addSubWindow(m_patientList, Qt::CustomizeWindowHint | Qt::WindowTitleHint);
-    m_patientListFrame->installEventFilter(this);
-    m_patientListFrame->showMaximized();
+    m_patientListFrame->show();
+    FitPatientList();
+}
+
+// The list takes the whole frame, under its own caption: a maximized child would put that
+// caption into the frame's.
+void mdiCAPD::FitPatientList() {
+    m_patientListFrame->setGeometry(ui->mdiArea->viewport()->rect());
 }
 
 void mdiCAPD::closeEvent(QCloseEvent* event) {
@@ -89,6 +103,8 @@ bool mdiCAPD::eventFilter(QObject* watched, QEvent* event) {
         event->ignore();
         return true;
     }
+    if (m_patientListFrame && watched == ui->mdiArea->viewport() && event->type() == QEvent::Resize)
+        FitPatientList();
     // In a text box Ctrl+C or Ctrl+A still means the menu; Ctrl+Insert copies.
     if (event->type() == QEvent::ShortcutOverride && isActiveWindow()) {
         const auto* key = static_cast<QKeyEvent*>(event);

@@ -6,6 +6,7 @@
 namespace Ui {
 class mdiCAPD;
 }
+class QLabel;
 class QMdiSubWindow;
 class frmPatientList;
 struct OpenedPatient;
@@ -35,6 +36,7 @@ private:
     void Load();
     bool ConnectSupplyCatalogue();
     void ShowPatientList();
+    void FitPatientList();
     void AddToolButton(const QString& key, const QAction* twin, const QIcon& icon);
     bool IsMenuShortcut(const QKeySequence& keys) const;
     /// False, told in the status bar, where the number is unknown or nobody was picked.
@@ -43,6 +45,7 @@ private:
     void NotBuiltYet(const QString& window);
 
     std::unique_ptr<Ui::mdiCAPD> ui;
+    QLabel* m_lblChosenPatient;
     frmPatientList* m_patientList = nullptr;
     QMdiSubWindow* m_patientListFrame = nullptr;
     bool m_loaded = false;

@@ -78,7 +78,7 @@ std::unique_ptr<mdiCAPD> Main() {
     gConnection->SetCursorLocation(3);
     CreateSupplyCatalogue();
     auto frame = std::make_unique<mdiCAPD>();
-    frame->show();
+    frame->showMaximized();
     return frame;
 }
 

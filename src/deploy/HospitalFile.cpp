@@ -160,14 +160,25 @@ void RunMigrations(Server& server, const ScriptSet& scripts,
     }
 }
 
+/// The beginning of a procedure's script, which drops what stood under its name.
+QString DropOnly(const Script& script) {
+    return script.Text.left(script.Text.indexOf(QStringLiteral("\nCREATE ")) + 1);
+}
+
+/// All changed procedures are dropped before the first is made: one is checked against those it
+/// calls, and must not meet their older form.
 void RenewProcedures(Server& server, const ScriptSet& scripts,
                      const QHash<QString, QString>& deployed) {
+    std::vector<const Script*> changed;
+    for (const Script& script : scripts.Procedures())
+        if (deployed.value(script.Name) != script.Checksum())
+            changed.push_back(&script);
+    for (const Script* script : changed)
+        server.RunScript(script->Name, DropOnly(*script));
     DeployedScripts record(server);
-    for (const Script& script : scripts.Procedures()) {
-        if (deployed.value(script.Name) == script.Checksum())
-            continue;
-        server.RunScript(script.Name, script.Text);
-        record.Record(script);
+    for (const Script* script : changed) {
+        server.RunScript(script->Name, script->Text);
+        record.Record(*script);
     }
     for (const Script& script : scripts.Roles())
         server.RunScript(script.Name, script.Text);

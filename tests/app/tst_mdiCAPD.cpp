@@ -50,6 +50,7 @@ void tst_mdiCAPD::init() {
 void tst_mdiCAPD::cleanup() {
     m_frame.reset();
     QCOMPARE(m_boxes->Leftovers(), QStringList());
+    m_boxes.reset();
 }
 
 // Walks down the list to a row with a star, or to one without.

@@ -1,7 +1,9 @@
 #include <QApplication>
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressDialog>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -58,6 +60,8 @@ void tst_clsCurrentUser::Play(std::vector<Act> acts) {
         return;
     QTimer::singleShot(20, [acts] {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (qobject_cast<QProgressDialog*>(dialog))
+            dialog = nullptr;
         Play(dialog ? std::vector<Act>(acts.begin() + 1, acts.end()) : acts);
         if (dialog)
             acts.front()(*dialog);

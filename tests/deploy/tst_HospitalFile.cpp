@@ -115,6 +115,7 @@ private slots:
     void Make_refusesAnExistingFileAndALockedFolder();
     void Make_byTwoProgramsMakesOneFile();
     void Upgrade_runsWhatTheFileHasNotHad();
+    void Upgrade_letsAProcedureTakeMoreArguments();
     void Upgrade_marksTheMigrationsOfANewFileAsApplied();
     void Upgrade_thatFailsLeavesTheFileAsItWas();
     void Upgrade_refusesTablesThatLackSomething_data();
@@ -255,6 +256,24 @@ void tst_HospitalFile::Upgrade_runsWhatTheFileHasNotHad() {
     QCOMPARE(Ask(File(), kAnswer), QStringLiteral("second"));
     QCOMPARE(Ask(File(), kCountMigrations), QStringLiteral("1"));
     QVERIFY(!deploy::UpgradeHospital(File(), second));
+}
+
+// The caller's script comes first by its name, and is checked against what it calls.
+void tst_HospitalFile::Upgrade_letsAProcedureTakeMoreArguments() {
+    const auto script = [](const char* name, const char* parameters, const char* body) {
+        return Script{QStringLiteral("procedures/PATIENT_DATA/%1.sql").arg(QLatin1String(name)),
+                      QStringLiteral("USE PATIENT_DATA\nGO\nDROP PROCEDURE IF EXISTS %1\nGO\n"
+                                     "CREATE PROCEDURE %1 %2 AS\nBEGIN\n    %3;\nEND\nGO\n")
+                          .arg(QLatin1String(name), QLatin1String(parameters), QLatin1String(body))};
+    };
+    std::vector<Script> scripts = FirstScripts();
+    scripts.push_back(script("sp_Ask", "", "EXEC sp_Echo 'one'"));
+    scripts.push_back(script("sp_Echo", "@A varchar(10)", "SELECT @A AS Answer"));
+    Make(scripts);
+    scripts[scripts.size() - 2] = script("sp_Ask", "", "EXEC sp_Echo 'one', 'two'");
+    scripts.back() = script("sp_Echo", "@A varchar(10), @B varchar(10)", "SELECT @B AS Answer");
+    QVERIFY(deploy::UpgradeHospital(File(), ScriptSet(scripts)));
+    QCOMPARE(Ask(File(), QStringLiteral("PATIENT_DATA..sp_Ask")), QStringLiteral("two"));
 }
 
 void tst_HospitalFile::Upgrade_marksTheMigrationsOfANewFileAsApplied() {

@@ -63,9 +63,12 @@ void Tour::Rest(const Stage& stage) {
             Rest(stage);
             return;
         }
-        if (stage.Pictured)
-            Picture(stage);
-        Next();
+        // What this moment brought up is painted by the next.
+        QTimer::singleShot(kRestMilliseconds, this, [this, stage] {
+            if (stage.Pictured)
+                Picture(stage);
+            Next();
+        });
     });
 }
 

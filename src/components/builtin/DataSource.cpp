@@ -8,15 +8,6 @@
 
 namespace components {
 
-namespace {
-
-std::shared_ptr<db::Connection> OpenFile(const QString& file) {
-    deploy::UpgradeHospital(file);
-    return db::Connection::Open(QStringLiteral("Driver=Embedded;File=%1").arg(file));
-}
-
-}  // namespace
-
 QString DataSource::Title() const {
     switch (Where) {
         case Kind::Demo:
@@ -37,10 +28,10 @@ std::shared_ptr<db::Connection> DataSource::Open(const QString& user, const QStr
     switch (Where) {
         case Kind::Demo:
             MakeDemoHospitalOnce(HospitalFiles::Demo());
-            return OpenFile(HospitalFiles::Demo());
+            return deploy::OpenHospital(HospitalFiles::Demo());
         case Kind::Own:
             MakeOwnHospitalOnce(HospitalFiles::Own());
-            return OpenFile(HospitalFiles::Own());
+            return deploy::OpenHospital(HospitalFiles::Own());
         case Kind::Odbc:
             break;
     }

@@ -15,8 +15,8 @@ const QString kCreate = QStringLiteral("PATIENT_DATA..sp_User_Create");
 const QString kFind = QStringLiteral("PATIENT_DATA..sp_User_Find");
 const QString kRecord = QStringLiteral("PATIENT_DATA..sp_User_RecordLogin");
 
-// What is recorded of an attempt; only a wrong password counts towards the lock.
-const QString kSuccess = QStringLiteral("SUCCESS");
+// What is recorded of an attempt; all but the first count towards the lock.
+const QString kSuccess = QStringLiteral("OK");
 const QString kLocked = QStringLiteral("LOCKED");
 const QString kDepartment = QStringLiteral("DEPARTMENT");
 const QString kWrongPassword = QStringLiteral("WRONG PASSWORD");
