@@ -14,6 +14,7 @@ GRANT EXECUTE ON sp_CAPD_ReportVisits TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchAdmissions TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchCurrent TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchRegister TO capd_user
+GRANT EXECUTE ON sp_CAPD_SearchRevenue TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchVisits TO capd_user
 GRANT SELECT, UPDATE ON tbCAPDSlip TO capd_user
 GRANT SELECT, DELETE ON tbCAPDChargeSlip TO capd_user
@@ -66,11 +67,16 @@ GRANT SELECT ON tbStockCard TO capd_user
 GRANT SELECT ON tbCompanyPayment TO capd_user
 GRANT SELECT ON tbRevenueCode TO capd_user
 GRANT SELECT ON tbDrug TO capd_user
+GRANT SELECT ON tbOtherRevenue TO capd_user
+GRANT SELECT ON tbDiscountRate TO capd_user
 GO
 
 USE RADIOLOGY
 GO
 
+GRANT EXECUTE ON spRadio_CheckPatientClass TO capd_user
+GRANT EXECUTE ON spRadio_GetDiscount TO capd_user
+GRANT EXECUTE ON spRadio_GetDiscountType TO capd_user
 GRANT SELECT ON tbRadResult TO capd_user
 GO
 
