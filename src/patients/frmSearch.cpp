@@ -73,7 +73,7 @@ void frmSearch::Load() {
     setWindowTitle(m_caption);
     ui->lblSTitle->setText(m_caption);
     ui->lblTitle->setText(m_caption);
-    ui->txtSearchStr->setText(m_criteria);
+    ShowInBox(m_criteria);
     Search();
     SetColumnWidths();
 }
@@ -103,6 +103,14 @@ bool frmSearch::eventFilter(QObject* watched, QEvent* event) {
     return QDialog::eventFilter(watched, event);
 }
 
+// Upper case is for what is typed: a description is shown as the server spells it.
+void frmSearch::ShowInBox(const QString& text) {
+    const QValidator* upperCase = ui->txtSearchStr->validator();
+    ui->txtSearchStr->setValidator(nullptr);
+    ui->txtSearchStr->setText(text);
+    ui->txtSearchStr->setValidator(upperCase);
+}
+
 bool frmSearch::SearchBoxKey(int key) {
     switch (key) {
         case Qt::Key_Down:
@@ -125,7 +133,7 @@ void frmSearch::txtSearchStr_Change(const QString& text) {
 }
 
 void frmSearch::grdDispWindow_RowColChange(int row) {
-    ui->txtSearchStr->setText(ui->grdDispWindow->TextMatrix(row, kNameColumn));
+    ShowInBox(ui->grdDispWindow->TextMatrix(row, kNameColumn));
 }
 
 void frmSearch::cmdSelect_Click() {

@@ -42,6 +42,7 @@ private:
     void Load();
     void SetColumnWidths();
     void Search();
+    void ShowInBox(const QString& text);
     bool SearchBoxKey(int key);
     void txtSearchStr_Change(const QString& text);
     void grdDispWindow_RowColChange(int row);

@@ -41,7 +41,7 @@ BEGIN
         AND RevenueID = @RevenueID;
 
     SET @Discount = ROUND(@Price * ISNULL(@Rate, 0), 2);
-    IF @Price IS NOT NULL
-        SELECT @Price - @Discount AS NetAmount, @Discount AS Discount, @Price AS Price;
+    SELECT @Price - @Discount AS NetAmount, @Discount AS Discount, @Price AS Price
+    WHERE @Price IS NOT NULL;
 END
 GO
