@@ -87,7 +87,7 @@ int FlexGrid::MeasuredTwips(const QString& header) const {
 
 void FlexGrid::SetColWidth(int col, int twips) {
     m_widths.at(col) = twips;
-    ApplyWidths();
+    ApplyWidth(col);
 }
 
 void FlexGrid::SetTextMatrix(int row, int col, const QString& text) {
@@ -138,14 +138,17 @@ void FlexGrid::ShowFirstRow() {
 }
 
 void FlexGrid::ApplyWidths() {
-    for (int col = 0; col < Cols(); ++col) {
-        setColumnHidden(col, m_widths[col] == 0);
-        const int stated = Twips(m_widths[col], this);
-        const bool isAnchor = col == 0 || stated == 1;
-        if (stated > 0)
-            setColumnWidth(
-                col, isAnchor ? stated : FittedWidth(*this, *horizontalHeader(), col, stated));
-    }
+    for (int col = 0; col < Cols(); ++col)
+        ApplyWidth(col);
+}
+
+void FlexGrid::ApplyWidth(int col) {
+    setColumnHidden(col, m_widths[col] == 0);
+    const int stated = Twips(m_widths[col], this);
+    const bool isAnchor = col == 0 || stated == 1;
+    if (stated > 0)
+        setColumnWidth(col,
+                       isAnchor ? stated : FittedWidth(*this, *horizontalHeader(), col, stated));
 }
 
 void FlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

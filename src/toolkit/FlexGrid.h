@@ -69,6 +69,7 @@ protected:
 private:
     void ShowFirstRow();
     void ApplyWidths();
+    void ApplyWidth(int col);
     int MeasuredTwips(const QString& header) const;
 
     FlexGridModel* m_model;
