@@ -57,6 +57,7 @@ const std::vector<Measure>& AllMeasures() {
     static const std::vector<Measure> measures{
         {QStringLiteral("procedure-call"), false, ProcedureCall},
         {QStringLiteral("start"), false, Start},
+        {QStringLiteral("code-search-key"), false, CodeSearchKey},
         {QStringLiteral("search-1m"), true, SearchLarge},
         {QStringLiteral("list-100k"), true, ListLarge},
         {QStringLiteral("list-100k-memory"), true, ListLargeMemory}};

@@ -47,5 +47,6 @@ void SearchLarge();
 void ListLarge();
 void ListLargeMemory();
 void Start();
+void CodeSearchKey();
 
 }  // namespace bench
