@@ -4,12 +4,15 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMdiSubWindow>
+#include <QShortcut>
 #include <QToolButton>
 
+#include "hub/frmFinal.h"
 #include "patients/frmPatientList.h"
 #include "reports/UnitReports.h"
 #include "session/modGlobals.h"
 #include "toolkit/Images.h"
+#include "toolkit/ListView.h"
 #include "toolkit/MsgBox.h"
 #include "ui_mdiCAPD.h"
 
@@ -34,12 +37,15 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
     m_lblChosenPatient->setObjectName(QStringLiteral("lblChosenPatient"));
     m_lblChosenPatient->setTextFormat(Qt::PlainText);
     statusBar()->addPermanentWidget(m_lblChosenPatient);
+    connect(new QShortcut(Qt::CTRL | Qt::Key_F6, this), &QShortcut::activated, this, &mdiCAPD::SwitchChild);
     qApp->installEventFilter(this);
 }
 
 // The children go last and still send events: nothing of this frame may listen to them any more.
 mdiCAPD::~mdiCAPD() {
     qApp->removeEventFilter(this);
+    if (m_hub)
+        m_hub->disconnect(this);
 }
 
 void mdiCAPD::showEvent(QShowEvent* event) {
@@ -83,13 +89,15 @@ void mdiCAPD::ShowPatientList() {
             [this](const QString& text) { statusBar()->showMessage(text); });
     m_patientListFrame = ui->mdiArea->addSubWindow(m_patientList, Qt::CustomizeWindowHint | Qt::WindowTitleHint);
     m_patientListFrame->show();
-    FitPatientList();
+    FitChildren();
 }
 
-// The list takes the whole frame, under its own caption: a maximized child would put that
-// caption into the frame's.
-void mdiCAPD::FitPatientList() {
+// A child takes the whole frame, under its own caption: a maximized one would put that caption
+// into the frame's.
+void mdiCAPD::FitChildren() {
     m_patientListFrame->setGeometry(ui->mdiArea->viewport()->rect());
+    if (m_hubFrame)
+        m_hubFrame->setGeometry(ui->mdiArea->viewport()->rect());
 }
 
 void mdiCAPD::closeEvent(QCloseEvent* event) {
@@ -104,7 +112,7 @@ bool mdiCAPD::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (m_patientListFrame && watched == ui->mdiArea->viewport() && event->type() == QEvent::Resize)
-        FitPatientList();
+        FitChildren();
     // In a text box Ctrl+C or Ctrl+A still means the menu; Ctrl+Insert copies.
     if (event->type() == QEvent::ShortcutOverride && isActiveWindow()) {
         const auto* key = static_cast<QKeyEvent*>(event);
@@ -166,8 +174,42 @@ bool mdiCAPD::ListPatient(QString& idNum) {
 }
 
 void mdiCAPD::PatientOpened(const OpenedPatient& patient) {
-    Q_UNUSED(patient);
-    NotBuiltYet(QStringLiteral("CAPD Services"));
+    statusBar()->clearMessage();
+    if (m_hub) {
+        ui->mdiArea->setActiveSubWindow(m_hubFrame);
+        m_hub->Open(patient);
+        return;
+    }
+    // A patient whose lists cannot be read opens no window.
+    auto hub = std::make_unique<frmFinal>();
+    hub->resize(ui->mdiArea->viewport()->size());
+    hub->Open(patient);
+    ShowHub(hub.release());
+}
+
+void mdiCAPD::ShowHub(frmFinal* hub) {
+    m_hub = hub;
+    m_hubFrame = ui->mdiArea->addSubWindow(
+        hub, Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    m_hubFrame->setWindowIcon(toolkit::Images::Icon(toolkit::Image::Blank));
+    connect(hub, &QObject::destroyed, this, &mdiCAPD::ReturnToPatientList);
+    m_hubFrame->setGeometry(ui->mdiArea->viewport()->rect());
+    m_hubFrame->show();
+}
+
+void mdiCAPD::ReturnToPatientList() {
+    if (m_hubFrame)
+        m_hubFrame->close();
+    ui->mdiArea->setActiveSubWindow(m_patientListFrame);
+    m_patientList->findChild<toolkit::ListView*>()->setFocus(Qt::OtherFocusReason);
+}
+
+void mdiCAPD::SwitchChild() {
+    const bool inHub = m_hubFrame && ui->mdiArea->activeSubWindow() == m_hubFrame;
+    if (inHub)
+        ui->mdiArea->setActiveSubWindow(m_patientListFrame);
+    else if (m_hubFrame)
+        ui->mdiArea->setActiveSubWindow(m_hubFrame);
 }
 
 void mdiCAPD::NotBuiltYet(const QString& window) {

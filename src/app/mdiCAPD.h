@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 #include <memory>
 
 namespace Ui {
@@ -8,6 +9,7 @@ class mdiCAPD;
 }
 class QLabel;
 class QMdiSubWindow;
+class frmFinal;
 class frmPatientList;
 struct OpenedPatient;
 
@@ -36,7 +38,11 @@ private:
     void Load();
     bool ConnectSupplyCatalogue();
     void ShowPatientList();
-    void FitPatientList();
+    void FitChildren();
+    void ShowHub(frmFinal* hub);
+    void ReturnToPatientList();
+    /// Between the patient list and the open hub.
+    void SwitchChild();
     void AddToolButton(const QString& key, const QAction* twin, const QIcon& icon);
     bool IsMenuShortcut(const QKeySequence& keys) const;
     /// False, told in the status bar, where the number is unknown or nobody was picked.
@@ -48,6 +54,8 @@ private:
     QLabel* m_lblChosenPatient;
     frmPatientList* m_patientList = nullptr;
     QMdiSubWindow* m_patientListFrame = nullptr;
+    QPointer<frmFinal> m_hub;
+    QPointer<QMdiSubWindow> m_hubFrame;
     bool m_loaded = false;
     bool m_unloading = false;
 };

@@ -1,5 +1,7 @@
 #include <QAction>
 #include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPointer>
 #include <QStatusBar>
 #include <QTest>
 
@@ -7,6 +9,7 @@
 #include "TestHospital.h"
 #include "app/mdiCAPD.h"
 #include "app/modMain.h"
+#include "hub/frmFinal.h"
 #include "patients/frmPatientList.h"
 #include "toolkit/ListView.h"
 #include "toolkit/MsgBox.h"
@@ -26,6 +29,10 @@ private slots:
     void RegisterVisit_stopsWhenThePatientIsUnknown();
     void Shortcuts_winOverTheTextBox();
     void PatientSearch_cannotBeClosedAlone();
+    void Hub_isOneWindowOverTheList();
+    void Hub_closedByKeyGivesTheListBack_data();
+    void Hub_closedByKeyGivesTheListBack();
+    void Hub_thatCannotReadOpensNothing();
 
 private:
     void Choose(bool withCapdNumber);
@@ -136,6 +143,52 @@ void tst_mdiCAPD::Shortcuts_winOverTheTextBox() {
 void tst_mdiCAPD::PatientSearch_cannotBeClosedAlone() {
     m_frame->PatientList().parentWidget()->close();
     QVERIFY(m_frame->PatientList().isVisible());
+}
+
+// Two patients of the first list, one after the other.
+void tst_mdiCAPD::Hub_isOneWindowOverTheList() {
+    auto* list = m_frame->findChild<toolkit::ListView*>();
+    list->setFocus();
+    for (const QString& idNum : {QStringLiteral("A1B"), QStringLiteral("A2B")}) {
+        m_fakes->Patients->Patient.IDNumber = idNum;
+        QTest::keyClick(list, Qt::Key_Return);
+        const auto hubs = m_frame->findChildren<frmFinal*>();
+        QCOMPARE(hubs.size(), 1);
+        QTRY_VERIFY(hubs[0]->isAncestorOf(QApplication::focusWidget()));
+        QCOMPARE(hubs[0]->IdNum(), idNum);
+        QTest::keyClick(m_frame->windowHandle(), Qt::Key_F6, Qt::ControlModifier);
+        QTRY_VERIFY(list->hasFocus());
+    }
+    QTest::keyClick(m_frame->windowHandle(), Qt::Key_F6, Qt::ControlModifier);
+    QTRY_VERIFY(!list->hasFocus());
+}
+
+void tst_mdiCAPD::Hub_closedByKeyGivesTheListBack_data() {
+    QTest::addColumn<int>("key");
+    QTest::newRow("Esc") << int(Qt::Key_Escape);
+    QTest::newRow("Ctrl+F4") << (Qt::CTRL | Qt::Key_F4).toCombined();
+}
+
+void tst_mdiCAPD::Hub_closedByKeyGivesTheListBack() {
+    QFETCH(int, key);
+    auto* list = m_frame->findChild<toolkit::ListView*>();
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Return);
+    QPointer<frmFinal> hub = m_frame->findChild<frmFinal*>();
+    QTRY_VERIFY(hub->isVisible());
+    const auto keys = QKeyCombination::fromCombined(key);
+    QTest::keyClick(m_frame->windowHandle(), keys.key(), keys.keyboardModifiers());
+    QTRY_VERIFY(!hub);
+    QTRY_VERIFY(list->hasFocus());
+    QVERIFY(m_frame->findChildren<QMdiSubWindow*>().size() == 1);
+}
+
+void tst_mdiCAPD::Hub_thatCannotReadOpensNothing() {
+    m_fakes->CurrentUser->Session->SetDefaultDatabase(QStringLiteral("BILLING"));
+    OpenedPatient patient;
+    patient.PatientType = 0;
+    QVERIFY_EXCEPTION_THROWN(emit m_frame->PatientList().PatientOpened(patient), base::DatabaseError);
+    QVERIFY(!m_frame->findChild<frmFinal*>());
 }
 
 QTEST_MAIN(tst_mdiCAPD)

@@ -1,0 +1,292 @@
+#include "hub/frmFinal.h"
+
+#include <QEvent>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QTabBar>
+
+#include "base/Numbers.h"
+#include "charges/frmRequest.h"
+#include "db/Recordset.h"
+#include "session/modGlobals.h"
+#include "toolkit/Busy.h"
+#include "toolkit/MsgBox.h"
+#include "ui_frmFinal.h"
+
+using components::PatientLister;
+using modGlobals::HubTab;
+
+namespace {
+
+// Request types of the ward: what has been processed, and what still waits.
+const QString kProcessed = QStringLiteral("1");
+const QString kPending = QStringLiteral("2");
+
+const QString kAccountClosed = QStringLiteral(
+    "Cannot post charges because the patient's account has already been closed. "
+    "Please contact BILLING DEPARTMENT for further instructions.");
+const QString kNoRequests = QStringLiteral(
+    " |<ITEM DESCRIPTION                                     |QTY|DEPT|<DATE/TIME         "
+    "            |<Code");
+
+constexpr int kOutPatients = 1;
+constexpr int kTwipsToTheInch = 1440;
+constexpr int kColumns = 12;
+constexpr int kColumnsWithoutRequests = 6;
+
+enum OuterTab { Requests, Results, Clinical };
+
+const QStringList& Headers() {
+    static const QStringList headers{QStringLiteral("ITEM DESCRIPTION"),
+                                     QStringLiteral("QTY"),
+                                     QStringLiteral("DEPT"),
+                                     QStringLiteral("REQUEST DATE/TIME"),
+                                     QStringLiteral("Code"),
+                                     QStringLiteral("REQUESTED BY"),
+                                     QStringLiteral("PROCESS DATE/TIME"),
+                                     QStringLiteral("PROCESSED BY"),
+                                     QStringLiteral("RESULT DATE/TIME"),
+                                     QStringLiteral("RESULT BY"),
+                                     QStringLiteral("REMARKS")};
+    return headers;
+}
+
+// The fields are named as the headers; the server's own spelling of the last one differs.
+const QStringList& Fields() {
+    static const QStringList fields = Headers().mid(0, kColumns - 2) << QStringLiteral("Remarks");
+    return fields;
+}
+
+bool& NeedsLoad(HubTab tab) {
+    return modGlobals::gTabNeedsLoad[size_t(tab)];
+}
+
+void SetRequestWidths(toolkit::FlexGrid& grid) {
+    const double width = grid.width() * double(kTwipsToTheInch) / grid.logicalDpiX();
+    const int anchor = 1;
+    const int thirteenth = base::ToInt16(width / 13);
+    const int fifth = base::ToInt16(width / 5);
+    const int widths[kColumns] = {anchor,        anchor + 3000,    thirteenth, thirteenth,
+                                  anchor + 2000, thirteenth + 200, fifth,      anchor + 2000,
+                                  fifth,         anchor + 2000,    fifth,      anchor + 3000};
+    for (int col = 0; col < kColumns; ++col)
+        grid.SetColWidth(col, widths[col]);
+}
+
+}  // namespace
+
+frmFinal::frmFinal(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::frmFinal>()) {
+    ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    for (toolkit::FlexGrid* grid : {ui->mshflexProcessed0, ui->mshflexProcessed1})
+        grid->installEventFilter(this);
+    connect(ui->tabSSTab1, &QTabWidget::currentChanged, this, &frmFinal::tabSSTab1_Click);
+    connect(ui->tabSSTab2, &QTabWidget::currentChanged, this, &frmFinal::tabSSTab2_Click);
+    connect(ui->cmdPostCharges, &QPushButton::clicked, this, &frmFinal::cmdPostCharges_Click);
+    connect(ui->cmdCentralSupply, &QPushButton::clicked, this,
+            [this] { NotBuiltYet(QStringLiteral("Central Supply")); });
+    connect(ui->cmdPharmacy, &QPushButton::clicked, this,
+            [this] { NotBuiltYet(QStringLiteral("Pharmacy")); });
+    connect(ui->cmdNextPatient, &QPushButton::clicked, this, &QWidget::close);
+    auto* escape = new QShortcut(Qt::Key_Escape, this);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(escape, &QShortcut::activated, this, &QWidget::close);
+}
+
+frmFinal::~frmFinal() = default;
+
+void frmFinal::Open(const OpenedPatient& patient) {
+    const bool first = !m_loaded;
+    m_loaded = true;
+    EmptyLists();
+    ShowHeader(patient);
+    m_ptNeedsLoad = true;
+    ui->lblStatus->clear();
+    if (first)
+        Load(patient.PatientType);
+    else if (!ui->tabSSTab1->isTabEnabled(Requests))
+        DisableActivity(
+            QStringLiteral("Close this window and open the patient again to see whether "
+                           "charges can be posted."));
+    LoadShownTab();
+    if (ui->tabSSTab1->currentIndex() == Requests)
+        ui->cmdPostCharges->setFocus();
+    else
+        ui->tabSSTab1->tabBar()->setFocus();
+}
+
+void frmFinal::ShowHeader(const OpenedPatient& patient) {
+    const components::ListedPatient& record = patient.Record;
+    SetIdNum(record.IDNumber);
+    ui->txtHospNum->setText(record.HospitalNumber);
+    ui->txtIdNum->setText(record.IDNumber);
+    ui->txtLastName->setText(record.LastName);
+    ui->txtFirstName->setText(record.FirstName);
+    ui->txtMiddleName->setText(record.MiddleName);
+    ui->txtAge->setText(record.Age);
+    ui->txtSex->setText(record.Sex);
+    ui->txtRoomID->setText(patient.Room);
+    SetRoomClassID(patient.RoomClassID);
+    ui->txtCompany->setText(patient.Company);
+    ui->txtCAPDNum->setText(patient.CAPDNum);
+    // A long name is read from its beginning, and whole under the mouse.
+    for (QLineEdit* box : ui->fraPatient->findChildren<QLineEdit*>()) {
+        box->setCursorPosition(0);
+        box->setToolTip(box->text().toHtmlEscaped());
+    }
+}
+
+void frmFinal::SetRoomClassID(const QString& roomClassId) {
+    m_roomClassId = roomClassId;
+    ui->txtPatClass->setText(roomClassId);
+}
+
+void frmFinal::Load(int patientType) {
+    const QSignalBlocker untilLoaded(ui->tabSSTab1);
+    if (patientType == kOutPatients) {
+        DisableActivity(
+            QStringLiteral("Opened from \"Out Patients\": nothing is requested or charged "
+                           "from this window."));
+    } else if (IsAccountClosed()) {
+        DisableActivity(QStringLiteral("The patient's account is closed."));
+        toolkit::MsgBox(kAccountClosed, toolkit::BoxIcon::Exclamation);
+        return;
+    }
+    Get_CanPenProc();
+    NeedsLoad(HubTab::Requests) = false;
+}
+
+bool frmFinal::IsAccountClosed() {
+    QString idNum = m_idNum;
+    const auto& listing = modGlobals::gOutpatientSearch;
+    return listing->PatientListing(idNum, PatientLister::kOutpatients, false) &&
+           !listing->Outpatient().BillingDate.isEmpty();
+}
+
+// The bar then shows the results, the next tab in the row.
+void frmFinal::DisableActivity(const QString& why) {
+    ui->tabSSTab1->setTabEnabled(Requests, false);
+    ui->tabSSTab1->setTabToolTip(Requests, why);
+    ui->lblStatus->setText(why);
+}
+
+void frmFinal::EmptyLists() {
+    for (toolkit::FlexGrid* grid : {ui->mshflexProcessed0, ui->mshflexProcessed1})
+        LayOutRequests(*grid);
+}
+
+void frmFinal::Get_CanPenProc() {
+    const toolkit::Busy busy;
+    EmptyLists();
+    modGlobals::gCurrentUser->SQLConnection()->SetCursorLocation(3);
+    FillRequests(*ui->mshflexProcessed1, kPending);
+    FillRequests(*ui->mshflexProcessed0, kProcessed);
+}
+
+void frmFinal::LayOutRequests(toolkit::FlexGrid& grid) {
+    grid.Clear();
+    grid.SetRows(2);
+    grid.SetCols(kColumns);
+    SetRequestWidths(grid);
+    for (int col = 1; col < kColumns; ++col)
+        grid.SetTextMatrix(0, col, Headers().at(col - 1));
+    grid.clearSelection();
+}
+
+void frmFinal::FillRequests(toolkit::FlexGrid& grid, const QString& requestType) {
+    const auto requests = modGlobals::gWardRequest->GetRequests(
+        modGlobals::gCurrentUser->SQLConnection()->ConnectionString(), m_idNum, requestType);
+    if (requests->Eof()) {
+        grid.SetCols(kColumnsWithoutRequests);
+        grid.SetFormatString(kNoRequests);
+        grid.SetRows(2);
+        grid.clearSelection();
+    } else {
+        grid.FillFrom(requests->Rows(), Fields());
+    }
+    requests->Close();
+}
+
+// Columns stated as parts of the grid's width follow the window.
+bool frmFinal::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize) {
+        auto* grid = static_cast<toolkit::FlexGrid*>(watched);
+        if (grid->Cols() == kColumns)
+            SetRequestWidths(*grid);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void frmFinal::tabSSTab1_Click() {
+    ui->lblStatus->setText(ui->tabSSTab1->tabToolTip(Requests));
+    // The results are entered by their first list.
+    if (ui->tabSSTab1->currentIndex() == Results)
+        ui->tabSSTab2->setCurrentIndex(0);
+    LoadShownTab();
+}
+
+void frmFinal::LoadShownTab() {
+    switch (ui->tabSSTab1->currentIndex()) {
+        case Requests:
+            if (NeedsLoad(HubTab::Requests))
+                Get_CanPenProc();
+            NeedsLoad(HubTab::Requests) = false;
+            break;
+        case Results:
+            tabSSTab2_Click();
+            break;
+        default:
+            NeedsLoad(HubTab::Clinical) = false;
+    }
+}
+
+void frmFinal::tabSSTab2_Click() {
+    static constexpr HubTab kFlags[] = {
+        HubTab::Xray,   HubTab::Ultrasound, HubTab::HeartStation, HubTab::Laboratory,
+        HubTab::CtScan, HubTab::Count,      HubTab::Nuclear};
+    const HubTab shown = kFlags[ui->tabSSTab2->currentIndex()];
+    if (shown == HubTab::Count)
+        m_ptNeedsLoad = false;
+    else
+        NeedsLoad(shown) = false;
+}
+
+void frmFinal::cmdPostCharges_Click() {
+    ui->lblStatus->clear();
+    frmRequest request(*this, this);
+    request.SetIdNum(ui->txtIdNum->text().trimmed());
+    request.SetHospNum(ui->txtHospNum->text().trimmed());
+    request.exec();
+}
+
+void frmFinal::NotBuiltYet(const QString& window) {
+    ui->lblStatus->setText(QStringLiteral("\"%1\" is not part of this version yet.").arg(window));
+}
+
+QString frmFinal::HospNum() const {
+    return ui->txtHospNum->text();
+}
+QString frmFinal::IdNum() const {
+    return ui->txtIdNum->text();
+}
+QString frmFinal::CAPDNum() const {
+    return ui->txtCAPDNum->text();
+}
+QString frmFinal::LastName() const {
+    return ui->txtLastName->text();
+}
+QString frmFinal::FirstName() const {
+    return ui->txtFirstName->text();
+}
+QString frmFinal::MiddleName() const {
+    return ui->txtMiddleName->text();
+}
+QString frmFinal::Age() const {
+    return ui->txtAge->text();
+}
+QString frmFinal::Sex() const {
+    return ui->txtSex->text();
+}
+QString frmFinal::Company() const {
+    return ui->txtCompany->text();
+}
