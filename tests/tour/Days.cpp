@@ -10,6 +10,7 @@
 
 #include "app/modMain.h"
 #include "components/builtin/clsCurrentUser.h"
+#include "hub/frmFinal.h"
 #include "patients/frmPatientList.h"
 #include "toolkit/FileNames.h"
 #include "toolkit/ListView.h"
@@ -130,7 +131,8 @@ void Day::ChoosePatients() {
     });
     m_tour.Step(QStringLiteral("opened by Enter"), [this] {
         Tour::Press(Qt::Key_Return);
-        m_tour.Expect(Status().contains(QStringLiteral("CAPD Services")), QStringLiteral("nothing was said of the hub"));
+        m_tour.Expect(Tour::Find<frmFinal>("frmFinal")->HospNum() == Patients().HospNum(),
+                      QStringLiteral("the hub shows another patient"));
     });
     m_tour.Step(QStringLiteral("visit of a registered patient"), [this] {
         Tour::Press(Qt::Key_R, Qt::ControlModifier);

@@ -8,6 +8,7 @@
 #include "components/builtin/HospitalFiles.h"
 #include "toolkit/Theme.h"
 #include "tour/Days.h"
+#include "tour/HubDay.h"
 
 // Walks a working day through the real windows: capd_tour DIR.
 int main(int argc, char* argv[]) {
@@ -28,6 +29,10 @@ int main(int argc, char* argv[]) {
     day.LogIn();
     day.FindPatients();
     day.ChoosePatients();
+    HubDay hub(tour);
+    hub.ReadRequests();
+    hub.MeetClosedAccounts();
+    hub.OpenAnotherPatient();
     day.PrintReports();
     return tour.Walk() == 0 ? 0 : 1;
 }
