@@ -48,5 +48,6 @@ void ListLarge();
 void ListLargeMemory();
 void Start();
 void CodeSearchKey();
+void HubOpen();
 
 }  // namespace bench
