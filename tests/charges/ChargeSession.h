@@ -1,0 +1,226 @@
+#pragma once
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include "TestHospital.h"
+#include "base/Errors.h"
+#include "base/Numbers.h"
+#include "charges/ChargeRules.h"
+#include "charges/frmRequest.h"
+#include "components/builtin/clsCodeSearch.h"
+#include "components/builtin/clsSupplies.h"
+#include "db/EmbeddedDriver.h"
+#include "db/Recordset.h"
+#include "patients/PatientOnScreen.h"
+#include "session/modGlobals.h"
+#include "toolkit/EntryGrid.h"
+
+/// The embedded server with a plug that can be pulled.
+class PluggedDriver final : public db::Driver {
+public:
+    explicit PluggedDriver(const QString& file) : m_engine(file) {}
+    static inline bool Gone = false;
+    /// With Gone: so many commands are still answered.
+    static inline int Left = 0;
+
+    qint64 Execute(const QString& command, embedded::RowSink& sink) override {
+        if (Gone && Left-- <= 0)
+            throw base::DatabaseError(10054, QStringLiteral("The server is gone."), command);
+        return m_engine.Execute(command, sink);
+    }
+    void SetDefaultDatabase(const QString& name) override { m_engine.SetDefaultDatabase(name); }
+    void BeginTrans() override { m_engine.BeginTrans(); }
+    void CommitTrans() override { m_engine.CommitTrans(); }
+    void RollbackTrans() override { m_engine.RollbackTrans(); }
+    std::vector<QString> KeyColumns(const QString& table) override {
+        return m_engine.KeyColumns(table);
+    }
+
+private:
+    db::EmbeddedDriver m_engine;
+};
+
+class SessionUser final : public components::CurrentUser {
+public:
+    explicit SessionUser(std::shared_ptr<db::Connection> connection)
+        : m_connection(std::move(connection)) {}
+    void SetPasswordDeptCode(const QString&) override {}
+    void ShowMain() override {}
+    bool Connected() const override { return true; }
+    std::shared_ptr<db::Connection> SQLConnection() const override { return m_connection; }
+    QString EmployeeCode() const override { return QStringLiteral("4601"); }
+    QString employeename() const override { return QStringLiteral("Nurse One"); }
+    QString ServerName() const override { return {}; }
+
+private:
+    std::shared_ptr<db::Connection> m_connection;
+};
+
+/// A session on a demo hospital of its own, with the program's own components.
+class ChargeSession final {
+public:
+    ChargeSession() {
+        using namespace modGlobals;
+        PluggedDriver::Gone = false;
+        Connection =
+            std::make_shared<db::Connection>(std::make_unique<PluggedDriver>(m_hospital.File()));
+        Connection->SetDefaultDatabase(QStringLiteral("CLINICAL_AREA"));
+        gCurrentUser = std::make_shared<SessionUser>(Connection);
+        gConnection = Connection;
+        ApplyDepartmentCode(QStringLiteral("46"));
+        auto codes = std::make_shared<components::clsCodeSearch>();
+        codes->Initialize_Classes();
+        codes->SetSearchMode(true);
+        codes->SetConnection(Connection);
+        gCodeSearch = codes;
+        gSupplyList = std::make_shared<components::clsListDrugs>();
+        gSupplyInfo = std::make_shared<components::clsDrug>();
+        if (!gSupplyList->InitConnection(Connection) || !gSupplyInfo->InitConnect(Connection))
+            throw std::runtime_error("the catalogue cannot be reached");
+    }
+
+    /// A visit with this discount type; of a patient with this social service class, or none.
+    QString Visit(const QString& discountType, const QString& classification = {}) const {
+        const auto found = Connection->Execute(
+            QStringLiteral("SELECT TOP (1) v.IdNum FROM PATIENT_DATA..tbOutPatient v INNER JOIN "
+                           "PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum WHERE v.DiscType = "
+                           "'%1' AND ISNULL(m.MSSClassification, '') = '%2' ORDER BY v.IdNum")
+                .arg(discountType, classification));
+        return found->Fields(0).Text();
+    }
+
+    std::shared_ptr<db::Connection> Connection;
+
+private:
+    TestHospital m_hospital;
+};
+
+class ScreenPatient final : public PatientOnScreen {
+public:
+    explicit ScreenPatient(QString idNum) : m_idNum(std::move(idNum)) {}
+    QString HospNum() const override { return QStringLiteral("200021"); }
+    QString IdNum() const override { return m_idNum; }
+    QString CAPDNum() const override { return QStringLiteral("C7"); }
+    QString LastName() const override { return QStringLiteral("O'HARA"); }
+    QString FirstName() const override { return QStringLiteral("Ana"); }
+    QString MiddleName() const override { return QStringLiteral("Luz"); }
+    QString Age() const override { return QStringLiteral("61"); }
+    QString Sex() const override { return QStringLiteral("F"); }
+    QString Company() const override { return QStringLiteral("A-17 <b>Kidney & Sons"); }
+    void Get_CanPenProc() override {}
+
+private:
+    QString m_idNum;
+};
+
+/// The charge window on screen, with the keyboard in the sheet.
+struct ChargeWindow {
+    ScreenPatient Patient;
+    frmRequest Window;
+    toolkit::EntryGrid& Grid;
+
+    explicit ChargeWindow(const QString& idNum)
+        : Patient(idNum), Window(Patient), Grid(*Window.findChild<toolkit::EntryGrid*>()) {
+        Window.show();
+        if (!QTest::qWaitForWindowActive(&Window))
+            qFatal("the window does not come to the front");
+        Grid.setFocus();
+    }
+
+    template <class Control>
+    Control& Find(const char* name) const {
+        auto* found = Window.findChild<Control*>(QLatin1String(name));
+        if (!found)
+            qFatal("there is no %s", name);
+        return *found;
+    }
+    QString Box(const char* name) const { return Find<QLineEdit>(name).text(); }
+    QString Label(const char* name) const { return Find<QLabel>(name).text(); }
+    QString Cell(int row, int col) const { return Grid.TextMatrix(row, col); }
+    QPoint At() const { return {Grid.Row(), Grid.Col()}; }
+    QString Focus() const {
+        return Window.focusWidget() ? Window.focusWidget()->objectName() : QString();
+    }
+
+    /// Who has the keyboard. A list that was just closed gives it back to nobody where there is no
+    /// window manager.
+    static QWidget* Focused() {
+        const auto isSomebody = [] {
+            const QWidget* focused = QApplication::focusWidget();
+            return focused && focused->isVisible();
+        };
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (!isSomebody() && !QApplication::activeModalWidget() && window->isVisible())
+                window->activateWindow();
+        }
+        if (!QTest::qWaitFor(isSomebody))
+            qFatal("nobody has the keyboard");
+        return QApplication::focusWidget();
+    }
+    static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(Focused(), key, modifiers);
+    }
+    /// Each key to whoever has the keyboard then: the first one opens the cell's editor.
+    static void Type(const QString& text) {
+        for (const QChar letter : text)
+            QTest::keyClick(Focused(), letter.toLatin1());
+    }
+    /// Types into the current cell and confirms it.
+    static void Enter(const QString& text) {
+        Type(text);
+        Key(Qt::Key_Return);
+    }
+    void EnterAt(int row, int col, const QString& text) {
+        Grid.setFocus();
+        Grid.SetCell(row, col);
+        Enter(text);
+    }
+    /// One whole line in the last row: revenue code, item and, where given, the quantity.
+    void Charge(const QString& revenueId, const QString& item, const QString& quantity = {}) {
+        if (!Cell(Grid.Rows() - 1, ChargeColumn::Code).isEmpty())
+            Grid.AddLine();
+        const int row = Grid.Rows() - 1;
+        EnterAt(row, ChargeColumn::Dept, revenueId);
+        EnterAt(row, ChargeColumn::Code, item);
+        if (!quantity.isEmpty())
+            EnterAt(row, ChargeColumn::Quantity, quantity);
+    }
+    QStringList Totals() const {
+        return {Box("txtGross"), Box("txtDiscount"), Box("txtNetAmount")};
+    }
+    QStringList Line(int row) const {
+        QStringList cells;
+        for (int col = 0; col < Grid.Cols(); ++col)
+            cells << Cell(row, col);
+        return cells;
+    }
+
+    /// Empty when every line's net amount is its amount less its discount and the totals are the
+    /// columns' sums; else what is wrong.
+    QString Fault() const {
+        using namespace ChargeColumn;
+        double sums[3] = {};
+        for (int row = 1; row < Grid.Rows(); ++row) {
+            const double amount = base::Val(Cell(row, Amount));
+            const double discount = base::Val(Cell(row, Discount));
+            const double netAmount = base::Val(Cell(row, NetAmount));
+            if (qAbs(amount - discount - netAmount) > 0.001)
+                return QStringLiteral("line %1: %2").arg(row).arg(Line(row).join(u'|'));
+            if (Cell(row, Code).isEmpty() && amount != 0)
+                return QStringLiteral("line %1 has an amount and no item").arg(row);
+            sums[0] += amount;
+            sums[1] += discount;
+            sums[2] += netAmount;
+        }
+        QStringList totals;
+        for (const double sum : sums)
+            totals << base::MoneyText(sum);
+        return totals == Totals() ? QString()
+                                  : QStringLiteral("totals %1, not %2")
+                                        .arg(Totals().join(u'|'), totals.join(u'|'));
+    }
+};
