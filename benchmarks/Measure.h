@@ -49,5 +49,6 @@ void ListLargeMemory();
 void Start();
 void CodeSearchKey();
 void HubOpen();
+void ItemEnter();
 
 }  // namespace bench

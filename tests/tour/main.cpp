@@ -7,6 +7,7 @@
 #include "components/Registry.h"
 #include "components/builtin/HospitalFiles.h"
 #include "toolkit/Theme.h"
+#include "tour/ChargesDay.h"
 #include "tour/Days.h"
 #include "tour/HubDay.h"
 
@@ -29,6 +30,11 @@ int main(int argc, char* argv[]) {
     day.LogIn();
     day.FindPatients();
     day.ChoosePatients();
+    ChargesDay charges(tour);
+    charges.NameTheDoctor();
+    charges.TypeSupplies();
+    charges.TypeFees();
+    charges.LeaveTheSheet();
     HubDay hub(tour);
     hub.ReadRequests();
     hub.MeetClosedAccounts();
