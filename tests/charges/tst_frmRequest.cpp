@@ -3,7 +3,6 @@
 #include <QClipboard>
 #include <QDialog>
 #include <QGroupBox>
-#include <QRandomGenerator>
 #include <QTimer>
 
 #include "ChargeSession.h"
@@ -64,14 +63,6 @@ private slots:
 
     void Saving_isNotPartYet();
     void Closing_looksNothingUp();
-
-    void Doctor_isLookedUpByCode();
-    void Doctor_isPickedByTheButton();
-    void Doctor_cancelledIsTold();
-    void Doctor_notOnFileIsTyped();
-    void Doctor_endsTheSheetsEditing();
-
-    void RandomKeys_keepTheSums();
 
 private:
     std::unique_ptr<ChargeSession> m_session;
@@ -616,165 +607,6 @@ void tst_frmRequest::Closing_looksNothingUp() {
     QTest::mouseClick(&window.Find<QPushButton>("cmdClose"), Qt::LeftButton);
     QVERIFY(!window.Window.isVisible());
     QVERIFY(m_boxes->Shown().empty());
-}
-
-void tst_frmRequest::Doctor_isLookedUpByCode() {
-    ChargeWindow& window = Open();
-    window.Find<QLineEdit>("txtDoctorID").setFocus();
-    window.Enter(QStringLiteral("101"));
-    QCOMPARE(window.Box("txtDoctor"), QStringLiteral("DR. Clara Abernathy"));
-    QCOMPARE(window.Box("txtDoctorID"), QStringLiteral("101"));
-    QCOMPARE(window.Focus(), QStringLiteral("grdInput"));
-    QVERIFY(window.Window.isVisible());
-}
-
-void tst_frmRequest::Doctor_isPickedByTheButton() {
-    ChargeWindow& window = Open();
-    window.Find<QLineEdit>("txtDoctorID").setFocus();
-    PickListKeys keys([](QDialog& list) {
-        QTest::keyClicks(PickListKeys::Box(list), QStringLiteral("fair"));
-        QTest::keyClick(PickListKeys::Box(list), Qt::Key_Return);
-    });
-    QTest::mouseClick(&window.Find<QPushButton>("cmdDoctor"), Qt::LeftButton);
-    QCOMPARE(keys.Shown, 1);
-    QCOMPARE(window.Box("txtDoctor"), QStringLiteral("DR. Simon Fairweather"));
-    QCOMPARE(window.Box("txtDoctorID"), QStringLiteral("104"));
-    QCOMPARE(window.Focus(), QStringLiteral("grdInput"));
-}
-
-void tst_frmRequest::Doctor_cancelledIsTold() {
-    ChargeWindow& window = Open();
-    auto& code = window.Find<QLineEdit>("txtDoctorID");
-    code.setFocus();
-    PickListKeys cancelled;
-    m_boxes->Answer(BoxAnswer::Ok);
-    window.Enter(QStringLiteral("1'"));
-    ExpectBox("You must fill in the Requesting Doctor First!", BoxIcon::Critical, "DoctorId");
-    QCOMPARE(code.text(), QStringLiteral("1'"));
-    QCOMPARE(window.Box("txtDoctor"), QString());
-    QCOMPARE(window.Focus(), QStringLiteral("txtDoctorID"));
-    m_boxes->Answer(BoxAnswer::Ok);
-    window.Find<QPushButton>("cmdDoctor").click();
-    QCOMPARE(cancelled.Shown, 2);
-}
-
-void tst_frmRequest::Doctor_notOnFileIsTyped() {
-    ChargeWindow& window = Open();
-    auto& code = window.Find<QLineEdit>("txtDoctorID");
-    auto& name = window.Find<QLineEdit>("txtDoctor");
-    QVERIFY(name.isReadOnly());
-    code.setFocus();
-    window.Type(QStringLiteral("0"));
-    QCOMPARE(window.Focus(), QStringLiteral("txtDoctor"));
-    QVERIFY(!window.Find<QPushButton>("cmdDoctor").isEnabled());
-    window.Type(QStringLiteral("Dr. O'Neil"));
-    QCOMPARE(name.text(), QStringLiteral("Dr. O'Neil"));
-    code.setFocus();
-    window.Key(Qt::Key_Return);
-    QCOMPARE(window.Focus(), QStringLiteral("txtDoctor"));
-    code.setFocus();
-    code.selectAll();
-    window.Type(QStringLiteral("1"));
-    QVERIFY(name.isReadOnly());
-    QVERIFY(window.Find<QPushButton>("cmdDoctor").isEnabled());
-    QCOMPARE(name.text(), QStringLiteral("Dr. O'Neil"));
-}
-
-void tst_frmRequest::Doctor_endsTheSheetsEditing() {
-    ChargeWindow& window = Open();
-    window.Type(QStringLiteral("CA"));
-    window.Find<QLineEdit>("txtDoctor").setText(QStringLiteral("Quill"));
-    QTest::mouseClick(&window.Find<QPushButton>("cmdDoctor"), Qt::LeftButton);
-    QCOMPARE(window.Box("txtDoctor"), QStringLiteral("DR. Beatrice Quill"));
-    QVERIFY(!window.Grid.InEditMode());
-    QCOMPARE(window.Cell(1, Dept), QStringLiteral("CA"));
-    QCOMPARE(window.At(), QPoint(1, Code));
-}
-
-namespace {
-
-const QStringList kTexts{
-    QStringLiteral("CA"),  QStringLiteral("CY"),  QStringLiteral("MD"),    QStringLiteral("C"),
-    QStringLiteral("101"), QStringLiteral("105"), QStringLiteral("501"),   QStringLiteral("510"),
-    QStringLiteral("802"), QStringLiteral("2"),   QStringLiteral("2.5"),   QStringLiteral("0"),
-    QStringLiteral("450"), QStringLiteral("99"),  QStringLiteral("40000"), QStringLiteral("drain")};
-const QList<Qt::Key> kKeys{Qt::Key_Return,  Qt::Key_Return, Qt::Key_Return, Qt::Key_Tab,
-                           Qt::Key_Backtab, Qt::Key_Left,   Qt::Key_Right,  Qt::Key_Up,
-                           Qt::Key_Down,    Qt::Key_Home,   Qt::Key_Escape, Qt::Key_Delete,
-                           Qt::Key_F1,      Qt::Key_F2,     Qt::Key_F4,     Qt::Key_Backspace};
-
-/// Picks from every other list that is shown and cancels the rest.
-class ListAnswers final {
-public:
-    explicit ListAnswers(QRandomGenerator& random) {
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [&] {
-            auto* list = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (!list)
-                return;
-            ++Shown;
-            try {
-                if (random.bounded(2) == 0 && list->focusWidget())
-                    QTest::keyClick(list->focusWidget(), Qt::Key_Return);
-            } catch (const base::RuntimeError&) {
-            }
-            if (list->isVisible())
-                list->reject();
-        });
-        m_timer.start(0);
-    }
-    int Shown = 0;
-
-private:
-    QTimer m_timer;
-};
-
-void PressOne(ChargeWindow& window, QRandomGenerator& random) {
-    const auto below = [&](qsizetype bound) { return int(random.bounded(int(bound))); };
-    QWidget* focused = ChargeWindow::Focused();
-    if (QWidget* popUp = QApplication::activePopupWidget())
-        QTest::keyClick(popUp, below(2) ? Qt::Key_Return : Qt::Key_Down);
-    else if (focused != &window.Grid && !window.Grid.isAncestorOf(focused))
-        window.Grid.setFocus();
-    else if (below(4) == 0)
-        ChargeWindow::Type(kTexts[below(kTexts.size())]);
-    else
-        QTest::keyClick(focused, kKeys[below(kKeys.size())],
-                        below(12) == 0 ? Qt::ControlModifier : Qt::NoModifier);
-    if (below(400) == 0)
-        PluggedDriver::Gone = !PluggedDriver::Gone;
-}
-
-}  // namespace
-
-void tst_frmRequest::RandomKeys_keepTheSums() {
-    const int count = qEnvironmentVariableIsSet("CAPD_STRESS") ? 100'000 : 5'000;
-    ChargeWindow& window = Open();
-    QRandomGenerator random(20'261'122);
-    int commits = 0, failures = 0;
-    connect(&window.Grid, &toolkit::EntryGrid::CellCommitted, &window.Window, [&] { ++commits; });
-    ListAnswers lists(random);
-    m_watch.stop();
-    BoxScript anyBox;
-    size_t answered = 0;
-    for (int i = 0; i < count; ++i) {
-        for (; answered <= anyBox.Shown().size() + 2; ++answered)
-            anyBox.Answer(BoxAnswer::Ok);
-        try {
-            PressOne(window, random);
-        } catch (const base::RuntimeError&) {
-            ++failures;
-        }
-        const QString fault = window.Fault();
-        QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("key %1: %2").arg(i).arg(fault)));
-        QVERIFY(window.Window.isVisible());
-        if (window.Grid.Rows() > 12)
-            window.Grid.RemoveLine();
-    }
-    const QString went = QStringLiteral("%1 commits, %2 failures, %3 lists")
-                             .arg(commits)
-                             .arg(failures)
-                             .arg(lists.Shown);
-    QVERIFY2(commits > count / 50 && failures > 0 && lists.Shown > 0, qPrintable(went));
 }
 
 QTEST_MAIN(tst_frmRequest)
