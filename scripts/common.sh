@@ -46,7 +46,9 @@ has_screen() { [[ -n ${DISPLAY:-} || -n ${WAYLAND_DISPLAY:-} ]]; }
 # Runs a program on a virtual screen of its own, with a window manager: windows take the keys only
 # where somebody hands them out.
 on_virtual_screen() {
+    : "${XDG_RUNTIME_DIR:=$(mktemp -d)}"
+    export XDG_RUNTIME_DIR
     env -u WAYLAND_DISPLAY QT_QPA_PLATFORM=xcb \
         xvfb-run -a -s "-screen 0 1280x800x24 -nolisten tcp" \
-        bash -c 'openbox 2>/dev/null & sleep 0.5; "$@"; status=$?; kill %1; exit $status' run "$@"
+        bash -c 'openbox >/dev/null 2>&1 & sleep 0.5; "$@"; status=$?; kill %1; exit $status' run "$@"
 }
