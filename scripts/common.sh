@@ -34,7 +34,7 @@ build() {
     shift
     log=$(mktemp)
     if ! { cmake --preset "$preset" && cmake --build --preset "$preset" -j "${JOBS:-2}" --target "$@"; } >"$log" 2>&1; then
-        grep -E 'error|Error|FAILED|warning' -A 8 "$log" | head -n 60 >&2
+        grep -E 'error:|CMake Error|undefined reference|FAILED:' -A 8 "$log" | head -n 60 >&2
         echo "The build failed; all of it is in $log" >&2
         exit 1
     fi
