@@ -17,10 +17,13 @@ void ProcedureCall() {
     const QString file = DemoHospital();
     const auto connection = Open(file);
     const BareSqlite bare(file);
-    BareStatement statement(bare, "SELECT UserName, EmployeeCode, EmployeeName, PasswordHash, DeptCode, Failures, "
-                                  "LockedUntil, CASE WHEN LockedUntil > ?2 THEN 1 ELSE 0 END AS IsLocked "
-                                  "FROM \"PATIENT_DATA..tbUser\" WHERE UserName = ?1");
-    const QString command = db::Call(QStringLiteral("PATIENT_DATA..sp_User_Find"), {QStringLiteral("nurse1")});
+    BareStatement statement(
+        bare,
+        "SELECT UserName, EmployeeCode, EmployeeName, PasswordHash, DeptCode, Failures, "
+        "LockedUntil, CASE WHEN LockedUntil > ?2 THEN 1 ELSE 0 END AS IsLocked "
+        "FROM \"PATIENT_DATA..tbUser\" WHERE UserName = ?1");
+    const QString command =
+        db::Call(QStringLiteral("PATIENT_DATA..sp_User_Find"), {QStringLiteral("nurse1")});
     db::Recordset rows;
     Figures figures = Alternate(
         QStringLiteral("procedure-call"), 51,

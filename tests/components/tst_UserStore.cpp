@@ -103,7 +103,10 @@ void tst_UserStore::LogIn_forgetsRefusalsAfterASuccess() {
 
 void tst_UserStore::LogIn_recordsEveryAttempt() {
     const auto count = [this] {
-        return m_connection->Execute(QStringLiteral("SELECT COUNT(*) FROM PATIENT_DATA..tbLoginLog"))->Fields(0).Number();
+        return m_connection
+            ->Execute(QStringLiteral("SELECT COUNT(*) FROM PATIENT_DATA..tbLoginLog"))
+            ->Fields(0)
+            .Number();
     };
     const double before = count();
     LogIn(kUser, kPassword);
@@ -114,7 +117,8 @@ void tst_UserStore::LogIn_recordsEveryAttempt() {
 
 void tst_UserStore::Add_refusesATakenName() {
     UserStore users(*m_connection);
-    const User user{QStringLiteral("new.nurse"), QStringLiteral("E77"), QStringLiteral("Zoë O'Hara"), QStringLiteral("46")};
+    const User user{QStringLiteral("new.nurse"), QStringLiteral("E77"),
+                    QStringLiteral("Zoë O'Hara"), QStringLiteral("46")};
     users.Add(user, QStringLiteral("a long secret"));
     QVERIFY(LogIn(user.UserName, QStringLiteral("a long secret")));
     QVERIFY_THROWS_EXCEPTION(base::DatabaseError, users.Add(user, QStringLiteral("another one")));

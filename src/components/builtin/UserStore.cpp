@@ -50,8 +50,9 @@ std::optional<User> UserStore::Admit(const QString& userName, const QString& dep
     return Decide(userName, Find(userName), true, deptCode);
 }
 
-std::optional<User> UserStore::Decide(const QString& userName, const std::optional<StoredUser>& user,
-                                      bool matches, const QString& deptCode) {
+std::optional<User> UserStore::Decide(const QString& userName,
+                                      const std::optional<StoredUser>& user, bool matches,
+                                      const QString& deptCode) {
     QString outcome = kSuccess;
     if (user && user->Locked)
         outcome = kLocked;
@@ -70,9 +71,10 @@ std::optional<UserStore::StoredUser> UserStore::Find(const QString& userName) co
     const auto text = [&row](const char* column) {
         return row->Fields(QLatin1String(column)).Text();
     };
-    return StoredUser{{text("UserName"), text("EmployeeCode"), text("EmployeeName"), text("DeptCode")},
-                      text("PasswordHash"),
-                      row->Fields(QStringLiteral("IsLocked")).Number() != 0};
+    return StoredUser{
+        {text("UserName"), text("EmployeeCode"), text("EmployeeName"), text("DeptCode")},
+        text("PasswordHash"),
+        row->Fields(QStringLiteral("IsLocked")).Number() != 0};
 }
 
 }  // namespace components

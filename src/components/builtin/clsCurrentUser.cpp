@@ -24,7 +24,8 @@ constexpr int kServerRefusedLogIn = 18456;
 void clsCurrentUser::ShowMain() {
     QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("capd"));
     frmLogin dialog(AllDataSources());
-    dialog.Choose(settings.value(kSourceSetting).toString(), settings.value(kUserSetting).toString());
+    dialog.Choose(settings.value(kSourceSetting).toString(),
+                  settings.value(kUserSetting).toString());
     while (dialog.exec() == QDialog::Accepted) {
         const QString refusal = LogIn(dialog);
         if (refusal.isEmpty()) {
