@@ -55,7 +55,7 @@ public:
     /// One step that returns nothing, ready for the next.
     void Write() {
         if (sqlite3_step(m_statement) != SQLITE_DONE)
-            throw std::runtime_error("a row could not be written");
+            throw std::runtime_error(sqlite3_errmsg(sqlite3_db_handle(m_statement)));
         sqlite3_reset(m_statement);
     }
     /// Reads every column of every row as text and returns the number of rows.

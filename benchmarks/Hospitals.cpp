@@ -81,7 +81,7 @@ void WriteRegister(BareSqlite& file) {
     BareStatement sheet(
         file,
         "INSERT INTO \"CLINICAL_AREA..tbCAPDPatient\" (HospNum, CAPDNum, RegisteredAt, "
-        "RegisteredBy) VALUES (?1, ?2, '2026-01-01 00:00:00.000', 'bench')");
+        "RegisteredBy, WithPeritonitis) VALUES (?1, ?2, '2026-01-01 00:00:00.000', 'bench', 'N')");
     for (int number = 0; number < kPatients; number += 250) {
         sheet.Bind(1, Number("%08d", number));
         sheet.Bind(2, Number("%d", number));
