@@ -20,8 +20,8 @@ void ProcedureCall() {
     BareStatement statement(
         bare,
         "SELECT UserName, EmployeeCode, EmployeeName, PasswordHash, DeptCode, Failures, "
-        "LockedUntil, CASE WHEN LockedUntil > ?2 THEN 1 ELSE 0 END AS IsLocked "
-        "FROM \"PATIENT_DATA..tbUser\" WHERE UserName = ?1");
+        "LockedUntil, t_bit(CASE WHEN LockedUntil > ?2 THEN 1 ELSE 0 END) AS IsLocked "
+        "FROM \"PATIENT_DATA..tbUser\" WHERE UserName = t_ltrim(t_rtrim(?1))");
     const QString command =
         db::Call(QStringLiteral("PATIENT_DATA..sp_User_Find"), {QStringLiteral("nurse1")});
     db::Recordset rows;

@@ -11,7 +11,8 @@ namespace {
 const std::string kColumns =
     "SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum, "
     "v.RoomID, m.Address FROM ";
-const std::string kNewestFirst = " ORDER BY v.AdmDate DESC, v.IdNum DESC";
+// The plus keeps the yardstick from walking two million stays by date to spare itself a sort.
+const std::string kNewestFirst = " ORDER BY +v.AdmDate DESC, v.IdNum DESC";
 const std::string kMaster = "\"PATIENT_DATA..tbMaster\" m ";
 const std::string kSheet = "\"CLINICAL_AREA..tbCAPDPatient\" c ";
 
