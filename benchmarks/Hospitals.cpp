@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "benchmarks/BareSqlite.h"
+#include "db/CommandText.h"
 #include "deploy/HospitalFile.h"
 
 namespace bench {
@@ -116,6 +117,14 @@ void MakeLargeHospital() {
     const QString half = LargePath() + QStringLiteral(".half");
     QFile::remove(half);
     deploy::MakeHospital(half, deploy::Contents::Empty);
+    Open(half)->Execute(
+        db::Call(QStringLiteral("PATIENT_DATA..sp_Hospital_SetUp"), {QStringLiteral("Bench"),
+                                                                     QStringLiteral("Dunmarrow"),
+                                                                     QStringLiteral("bench"),
+                                                                     QStringLiteral("1"),
+                                                                     QStringLiteral("Bench"),
+                                                                     {},
+                                                                     QStringLiteral("46")}));
     {
         BareSqlite file(half);
         file.Run("PRAGMA cache_size=-500000");

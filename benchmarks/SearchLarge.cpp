@@ -22,6 +22,10 @@ struct Mode {
     const char* Title;
     std::string Rows;
     std::string Condition;
+    /// Beginnings of numbers that some hundred rows of this mode have.
+    const char* HospNum;
+    const char* IdNum;
+    const char* HospNumColumn = "v.HospNum";
 };
 
 std::string Visits(const std::string& table) {
@@ -39,12 +43,12 @@ const std::string kLatest = kSheet + "JOIN " + kMaster +
 const std::vector<Mode>& Modes() {
     static const std::vector<Mode> modes{
         {"1", "out-current", Visits("tbOutPatient"),
-         " AND v.PatientType = 'O' AND v.DcrDate IS NULL"},
-        {"2", "out-all", Visits("tbOutPatient"), " AND v.PatientType = 'O'"},
-        {"3", "capd-current", kLatest, " AND v.DcrDate IS NULL"},
-        {"4", "capd-all", kLatest, ""},
-        {"5", "emergency", Visits("tbOutPatient"), " AND v.PatientType = 'E'"},
-        {"6", "in", Visits("tbPatient"), ""}};
+         " AND v.PatientType = 'O' AND v.DcrDate IS NULL", "0006", "A0012"},
+        {"2", "out-all", Visits("tbOutPatient"), " AND v.PatientType = 'O'", "000600", "A001200"},
+        {"3", "capd-current", kLatest, " AND v.DcrDate IS NULL", "000", "A001", "c.HospNum"},
+        {"4", "capd-all", kLatest, "", "0006", "A001", "c.HospNum"},
+        {"5", "emergency", Visits("tbOutPatient"), " AND v.PatientType = 'E'", "00064", "A00128"},
+        {"6", "in", Visits("tbPatient"), "", "00068", "00136"}};
     return modes;
 }
 
@@ -57,11 +61,9 @@ struct Search {
 };
 
 std::vector<Search> Searches(const Mode& mode) {
-    const QString visit =
-        mode.Number[0] == '6' ? QStringLiteral("001201") : QStringLiteral("A001201");
     return {{"lastname", {}, {}, QStringLiteral("Name0250"), "m.LastName"},
-            {"hospnum", QStringLiteral("0006002"), {}, {}, "v.HospNum"},
-            {"idnum", {}, visit, {}, "v.IdNum"}};
+            {"hospnum", QLatin1String(mode.HospNum), {}, {}, mode.HospNumColumn},
+            {"idnum", {}, QLatin1String(mode.IdNum), {}, "v.IdNum"}};
 }
 
 void Compare(const QString& name, db::Connection& connection, const QString& command,

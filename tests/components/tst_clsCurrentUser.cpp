@@ -123,7 +123,8 @@ void tst_clsCurrentUser::ShowMain_asksANewHospitalsFirstUser() {
     boxes.Answer(toolkit::BoxAnswer::Ok);
     const auto fill = [](const QString& repeat) {
         return [repeat](QDialog& dialog) {
-            for (const auto& [box, text] : {std::pair("txtUser", "head.nurse"),
+            for (const auto& [box, text] : {std::pair("txtHospital", "St. Anne's"),
+                                            {"txtUser", "head.nurse"},
                                             {"txtName", "Head Nurse"},
                                             {"txtEmployeeCode", "E001"},
                                             {"txtPassword", "long enough"}})

@@ -70,7 +70,7 @@ bool clsCurrentUser::AskFirstUser(UserStore& users, QString& userName, QString& 
         return false;
     User first = dialog.Entered();
     first.DeptCode = m_deptCode;
-    users.Add(first, dialog.Password());
+    users.SetUpHospital(dialog.HospitalName(), dialog.Address(), first, dialog.Password());
     userName = first.UserName;
     password = dialog.Password();
     return true;
