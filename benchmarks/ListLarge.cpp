@@ -62,7 +62,7 @@ void ListLarge() {
                             "m.HospNum LEFT JOIN \"CLINICAL_AREA..tbCAPDPatient\" c ON c.HospNum = "
                             "v.HospNum WHERE m.LastName >= "
                             "'Quill' AND m.LastName < 'Quill\uFFFD' AND v.PatientType = 'O' ORDER "
-                            "BY v.AdmDate DESC, v.IdNum DESC");
+                            "BY +v.AdmDate DESC, v.IdNum DESC");
     Print(Alternate(
         QStringLiteral("list-100k"), 7, [&frame] { SearchQuills(*frame); },
         [&statement] {
