@@ -15,7 +15,8 @@ namespace bench {
 class BareSqlite final {
 public:
     explicit BareSqlite(const QString& file) {
-        Check(sqlite3_open_v2(file.toUtf8().constData(), &m_database, SQLITE_OPEN_READWRITE, nullptr));
+        Check(sqlite3_open_v2(file.toUtf8().constData(), &m_database, SQLITE_OPEN_READWRITE,
+                              nullptr));
         embedded::RegisterFunctions(m_database);
         Run("PRAGMA journal_mode=WAL");
         Run("PRAGMA synchronous=FULL");
@@ -39,7 +40,8 @@ private:
 class BareStatement final {
 public:
     BareStatement(const BareSqlite& database, const std::string& sql) {
-        if (sqlite3_prepare_v2(database.Handle(), sql.c_str(), -1, &m_statement, nullptr) != SQLITE_OK)
+        if (sqlite3_prepare_v2(database.Handle(), sql.c_str(), -1, &m_statement, nullptr) !=
+            SQLITE_OK)
             throw std::runtime_error(sqlite3_errmsg(database.Handle()) + (": " + sql));
     }
     ~BareStatement() { sqlite3_finalize(m_statement); }
@@ -53,7 +55,7 @@ public:
     /// One step that returns nothing, ready for the next.
     void Write() {
         if (sqlite3_step(m_statement) != SQLITE_DONE)
-            throw std::runtime_error("a row could not be written");
+            throw std::runtime_error(sqlite3_errmsg(sqlite3_db_handle(m_statement)));
         sqlite3_reset(m_statement);
     }
     /// Reads every column of every row as text and returns the number of rows.
@@ -63,7 +65,8 @@ public:
         while (sqlite3_step(m_statement) == SQLITE_ROW) {
             for (int column = 0; column < columns; ++column)
                 m_bytes += size_t(sqlite3_column_text(m_statement, column)
-                                      ? sqlite3_column_bytes(m_statement, column) : 0);
+                                      ? sqlite3_column_bytes(m_statement, column)
+                                      : 0);
             ++rows;
         }
         sqlite3_reset(m_statement);

@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "benchmarks/BareSqlite.h"
+#include "db/CommandText.h"
 #include "deploy/HospitalFile.h"
 
 namespace bench {
@@ -30,11 +31,13 @@ std::string DayBefore(const QDate& today, int days) {
 }
 
 void WritePatients(BareSqlite& file) {
-    BareStatement patient(file, "INSERT INTO \"PATIENT_DATA..tbMaster\" (HospNum, LastName, FirstName, "
-                                "MiddleName, Sex, Address) VALUES (?1, ?2, ?3, 'Middle', 'F', ?4)");
+    BareStatement patient(file,
+                          "INSERT INTO \"PATIENT_DATA..tbMaster\" (HospNum, LastName, FirstName, "
+                          "MiddleName, Sex, Address) VALUES (?1, ?2, ?3, 'Middle', 'F', ?4)");
     for (int number = 0; number < kPatients; ++number) {
         patient.Bind(1, Number("%08d", number));
-        patient.Bind(2, number < kNamedQuill ? Number("Quill%03d", number % 500) : Number("Name%04d", number % 4000));
+        patient.Bind(2, number < kNamedQuill ? Number("Quill%03d", number % 500)
+                                             : Number("Name%04d", number % 4000));
         patient.Bind(3, Number("First%05d", number % 77777));
         patient.Bind(4, Number("%d Harbour Street, Dunmarrow", number % 900));
         patient.Write();
@@ -45,11 +48,16 @@ void WritePatients(BareSqlite& file) {
 // one in four came to the emergency room.
 void WriteStays(BareSqlite& file) {
     const QDate today = QDate::currentDate();
-    BareStatement visit(file, "INSERT INTO \"PATIENT_DATA..tbOutPatient\" (IdNum, HospNum, AdmDate, DcrDate, "
-                              "PatientType, RoomID) VALUES (?1, ?2, ?3, ?4, ?5, 'OPD')");
-    BareStatement admission(file, "INSERT INTO \"PATIENT_DATA..tbPatient\" (IdNum, HospNum, AdmDate, DcrDate, "
-                                  "RoomID) VALUES (?1, ?2, ?3, ?3, '101')");
-    BareStatement open(file, "UPDATE \"PATIENT_DATA..tbOutPatient\" SET DcrDate = NULL WHERE IdNum = ?1");
+    BareStatement visit(
+        file,
+        "INSERT INTO \"PATIENT_DATA..tbOutPatient\" (IdNum, HospNum, AdmDate, DcrDate, "
+        "PatientType, RoomID) VALUES (?1, ?2, ?3, ?4, ?5, 'OPD')");
+    BareStatement admission(
+        file,
+        "INSERT INTO \"PATIENT_DATA..tbPatient\" (IdNum, HospNum, AdmDate, DcrDate, "
+        "RoomID) VALUES (?1, ?2, ?3, ?3, '101')");
+    BareStatement open(file,
+                       "UPDATE \"PATIENT_DATA..tbOutPatient\" SET DcrDate = NULL WHERE IdNum = ?1");
     for (int stay = 0; stay < 2 * kPatients; ++stay) {
         const int patient = stay / 2;
         const int group = patient < kNamedQuill || stay % 2 == 0 ? 2 : (patient / 4000) % 4;
@@ -71,8 +79,10 @@ void WriteStays(BareSqlite& file) {
 }
 
 void WriteRegister(BareSqlite& file) {
-    BareStatement sheet(file, "INSERT INTO \"CLINICAL_AREA..tbCAPDPatient\" (HospNum, CAPDNum, RegisteredAt, "
-                              "RegisteredBy) VALUES (?1, ?2, '2026-01-01 00:00:00.000', 'bench')");
+    BareStatement sheet(
+        file,
+        "INSERT INTO \"CLINICAL_AREA..tbCAPDPatient\" (HospNum, CAPDNum, RegisteredAt, "
+        "RegisteredBy, WithPeritonitis) VALUES (?1, ?2, '2026-01-01 00:00:00.000', 'bench', 'N')");
     for (int number = 0; number < kPatients; number += 250) {
         sheet.Bind(1, Number("%08d", number));
         sheet.Bind(2, Number("%d", number));
@@ -107,6 +117,14 @@ void MakeLargeHospital() {
     const QString half = LargePath() + QStringLiteral(".half");
     QFile::remove(half);
     deploy::MakeHospital(half, deploy::Contents::Empty);
+    Open(half)->Execute(
+        db::Call(QStringLiteral("PATIENT_DATA..sp_Hospital_SetUp"), {QStringLiteral("Bench"),
+                                                                     QStringLiteral("Dunmarrow"),
+                                                                     QStringLiteral("bench"),
+                                                                     QStringLiteral("1"),
+                                                                     QStringLiteral("Bench"),
+                                                                     {},
+                                                                     QStringLiteral("46")}));
     {
         BareSqlite file(half);
         file.Run("PRAGMA cache_size=-500000");

@@ -40,9 +40,11 @@ std::unique_ptr<mdiCAPD> OpenFrame() {
 // Peak memory of a child process, in MB, as the system counts it.
 double PeakMegabytes(const QString& child) {
     QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--child"), child, QString()});
+    process.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--child"), child, QString()});
     if (!process.waitForFinished(120'000) || process.exitCode() != 0)
-        throw std::runtime_error("a child of the bench failed: " + process.readAllStandardError().toStdString());
+        throw std::runtime_error("a child of the bench failed: " +
+                                 process.readAllStandardError().toStdString());
     return process.readAllStandardOutput().trimmed().toDouble();
 }
 
@@ -52,23 +54,29 @@ void ListLarge() {
     const QString file = LargeHospital();
     const auto frame = OpenFrame();
     const BareSqlite bare(file);
-    BareStatement statement(
-        bare, "SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum, v.RoomID, "
-              "m.Address FROM \"PATIENT_DATA..tbMaster\" m JOIN \"PATIENT_DATA..tbOutPatient\" v ON v.HospNum = "
-              "m.HospNum LEFT JOIN \"CLINICAL_AREA..tbCAPDPatient\" c ON c.HospNum = v.HospNum WHERE m.LastName >= "
-              "'Quill' AND m.LastName < 'Quill\uFFFD' AND v.PatientType = 'O' ORDER BY v.AdmDate DESC, v.IdNum DESC");
-    Print(Alternate(QStringLiteral("list-100k"), 7, [&frame] { SearchQuills(*frame); },
-                    [&statement] {
-                        if (statement.ReadAll() != kRows)
-                            throw std::runtime_error("the yardstick read another list");
-                    }));
+    BareStatement statement(bare,
+                            "SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, "
+                            "m.MiddleName, c.CAPDNum, v.RoomID, "
+                            "m.Address FROM \"PATIENT_DATA..tbMaster\" m JOIN "
+                            "\"PATIENT_DATA..tbOutPatient\" v ON v.HospNum = "
+                            "m.HospNum LEFT JOIN \"CLINICAL_AREA..tbCAPDPatient\" c ON c.HospNum = "
+                            "v.HospNum WHERE m.LastName >= "
+                            "'Quill' AND m.LastName < 'Quill\uFFFD' AND v.PatientType = 'O' ORDER "
+                            "BY +v.AdmDate DESC, v.IdNum DESC");
+    Print(Alternate(
+        QStringLiteral("list-100k"), 7, [&frame] { SearchQuills(*frame); },
+        [&statement] {
+            if (statement.ReadAll() != kRows)
+                throw std::runtime_error("the yardstick read another list");
+        }));
 }
 
 void ListLargeMemory() {
     LargeHospital();
-    Print(AlternateTimed(QStringLiteral("list-100k-memory"), QStringLiteral("MB"), 3,
-                         [] { return PeakMegabytes(QStringLiteral("list-100k")); },
-                         [] { return PeakMegabytes(QStringLiteral("empty-memory")); }));
+    Print(AlternateTimed(
+        QStringLiteral("list-100k-memory"), QStringLiteral("MB"), 3,
+        [] { return PeakMegabytes(QStringLiteral("list-100k")); },
+        [] { return PeakMegabytes(QStringLiteral("empty-memory")); }));
 }
 
 void ListLargeInChild() {

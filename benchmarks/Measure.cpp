@@ -31,7 +31,8 @@ Figures Alternate(const QString& name, int rounds, const std::function<void()>& 
 }
 
 Figures AlternateTimed(const QString& name, const QString& unit, int rounds,
-                       const std::function<double()>& ours, const std::function<double()>& yardstick) {
+                       const std::function<double()>& ours,
+                       const std::function<double()>& yardstick) {
     std::vector<double> oursTaken;
     std::vector<double> yardstickTaken;
     for (int round = 0; round <= rounds; ++round) {
@@ -49,8 +50,8 @@ void Print(const Figures& figures) {
     const auto number = [](double value) { return QString::number(value, 'g', 4).toStdString(); };
     const std::string unit = ' ' + figures.Unit.toStdString();
     std::cout << figures.Name.toStdString() << '\t' << number(figures.Ours) << unit << '\t'
-              << number(figures.Yardstick) << unit << '\t' << number(figures.Ours / figures.Yardstick)
-              << " x" << std::endl;
+              << number(figures.Yardstick) << unit << '\t'
+              << number(figures.Ours / figures.Yardstick) << " x" << std::endl;
 }
 
 const std::vector<Measure>& AllMeasures() {

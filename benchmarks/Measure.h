@@ -24,7 +24,8 @@ Figures Alternate(const QString& name, int rounds, const std::function<void()>& 
 
 /// As Alternate, for work that says itself what it took.
 Figures AlternateTimed(const QString& name, const QString& unit, int rounds,
-                       const std::function<double()>& ours, const std::function<double()>& yardstick);
+                       const std::function<double()>& ours,
+                       const std::function<double()>& yardstick);
 
 /// Name, ours, yardstick, ratio, tab-separated.
 void Print(const Figures& figures);

@@ -17,10 +17,15 @@ void ProcedureCall() {
     const QString file = DemoHospital();
     const auto connection = Open(file);
     const BareSqlite bare(file);
-    BareStatement statement(bare, "SELECT UserName, EmployeeCode, EmployeeName, PasswordHash, DeptCode, Failures, "
-                                  "LockedUntil, CASE WHEN LockedUntil > ?2 THEN 1 ELSE 0 END AS IsLocked "
-                                  "FROM \"PATIENT_DATA..tbUser\" WHERE UserName = ?1");
-    const QString command = db::Call(QStringLiteral("PATIENT_DATA..sp_User_Find"), {QStringLiteral("nurse1")});
+    const QString doctor =
+        connection->Execute(QStringLiteral("SELECT TOP (1) DoctorID FROM PATIENT_DATA..tbDoctor"))
+            ->Fields(0)
+            .Text();
+    const QString command = db::Call(QStringLiteral("PATIENT_DATA..sp_Doctor_Find"), {doctor});
+    BareStatement statement(bare,
+                            "SELECT DoctorID, LastName, FirstName, MiddleName, Specialty FROM "
+                            "\"PATIENT_DATA..tbDoctor\" WHERE DoctorID = t_ltrim(t_rtrim(?1))");
+    const std::string bound = doctor.toStdString();
     db::Recordset rows;
     Figures figures = Alternate(
         QStringLiteral("procedure-call"), 51,
@@ -33,10 +38,9 @@ void ProcedureCall() {
         },
         [&] {
             for (int call = 0; call < kCalls; ++call) {
-                statement.Bind(1, "nurse1");
-                statement.Bind(2, "2026-01-01 00:00:00.000");
+                statement.Bind(1, bound);
                 if (statement.ReadAll() != 1)
-                    throw std::runtime_error("the demo hospital has no nurse1");
+                    throw std::runtime_error("the demo hospital has no doctors");
             }
         });
     figures.Unit = QStringLiteral("us");

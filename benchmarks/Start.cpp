@@ -38,9 +38,11 @@ void RunUntilPainted(QWidget* widget) {
 double ChildMilliseconds(const QString& child, const QString& argument) {
     return Milliseconds([&] {
         QProcess process;
-        process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--child"), child, argument});
+        process.start(QCoreApplication::applicationFilePath(),
+                      {QStringLiteral("--child"), child, argument});
         if (!process.waitForFinished(60'000) || process.exitCode() != 0)
-            throw std::runtime_error("a child of the bench failed: " + process.readAllStandardError().toStdString());
+            throw std::runtime_error("a child of the bench failed: " +
+                                     process.readAllStandardError().toStdString());
     });
 }
 
@@ -58,9 +60,10 @@ void PrintPeakMemory() {
 // From the start of the process to the first list painted, beside an empty window of this build.
 void Start() {
     const QString file = DemoHospital();
-    Print(AlternateTimed(QStringLiteral("start"), QStringLiteral("ms"), 15,
-                         [&file] { return ChildMilliseconds(QStringLiteral("start"), file); },
-                         [] { return ChildMilliseconds(QStringLiteral("empty"), QString()); }));
+    Print(AlternateTimed(
+        QStringLiteral("start"), QStringLiteral("ms"), 15,
+        [&file] { return ChildMilliseconds(QStringLiteral("start"), file); },
+        [] { return ChildMilliseconds(QStringLiteral("empty"), QString()); }));
 }
 
 int RunChild(const QString& name, const QString& argument) {

@@ -34,7 +34,7 @@ build() {
     shift
     log=$(mktemp)
     if ! { cmake --preset "$preset" && cmake --build --preset "$preset" -j "${JOBS:-2}" --target "$@"; } >"$log" 2>&1; then
-        grep -E 'error|Error|FAILED|warning' -A 8 "$log" | head -n 60 >&2
+        grep -E 'error:|CMake Error|undefined reference|FAILED:' -A 8 "$log" | head -n 60 >&2
         echo "The build failed; all of it is in $log" >&2
         exit 1
     fi
@@ -46,7 +46,9 @@ has_screen() { [[ -n ${DISPLAY:-} || -n ${WAYLAND_DISPLAY:-} ]]; }
 # Runs a program on a virtual screen of its own, with a window manager: windows take the keys only
 # where somebody hands them out.
 on_virtual_screen() {
+    : "${XDG_RUNTIME_DIR:=$(mktemp -d)}"
+    export XDG_RUNTIME_DIR
     env -u WAYLAND_DISPLAY QT_QPA_PLATFORM=xcb \
         xvfb-run -a -s "-screen 0 1280x800x24 -nolisten tcp" \
-        bash -c 'openbox 2>/dev/null & sleep 0.5; "$@"; status=$?; kill %1; exit $status' run "$@"
+        bash -c 'openbox >/dev/null 2>&1 & sleep 0.5; "$@"; status=$?; kill %1; exit $status' run "$@"
 }

@@ -20,7 +20,9 @@ inline QStringList& Log() {
 
 class User final : public components::CurrentUser {
 public:
-    void SetPasswordDeptCode(const QString& code) override { Log() << QStringLiteral("PasswordDeptCode ") + code; }
+    void SetPasswordDeptCode(const QString& code) override {
+        Log() << QStringLiteral("PasswordDeptCode ") + code;
+    }
     void ShowMain() override { Log() << QStringLiteral("ShowMain"); }
     bool Connected() const override { return Admitted; }
     std::shared_ptr<db::Connection> SQLConnection() const override { return Session; }
@@ -35,9 +37,15 @@ public:
 class Lister final : public components::PatientLister {
 public:
     void Initialize_Classes() override { Log() << QStringLiteral("Lister.Initialize_Classes"); }
-    void SetInitConnection(const std::shared_ptr<db::Connection>&) override { Log() << QStringLiteral("Lister.InitConnection"); }
-    void SetHospital(const QString& name) override { Log() << QStringLiteral("Lister.Hospital ") + name; }
-    void SetRevenueID(const QString& code) override { Log() << QStringLiteral("Lister.RevenueID ") + code; }
+    void SetInitConnection(const std::shared_ptr<db::Connection>&) override {
+        Log() << QStringLiteral("Lister.InitConnection");
+    }
+    void SetHospital(const QString& name) override {
+        Log() << QStringLiteral("Lister.Hospital ") + name;
+    }
+    void SetRevenueID(const QString& code) override {
+        Log() << QStringLiteral("Lister.RevenueID ") + code;
+    }
     bool PatientListing(QString& idNumber, int code, bool flag) override {
         Log() << QStringLiteral("PatientListing %1,%2,%3").arg(idNumber).arg(code).arg(flag);
         return Found;
@@ -60,11 +68,19 @@ public:
 
 class Codes final : public components::CodeSearch {
 public:
-    void SetMTS_Server(const QString& name) override { Log() << QStringLiteral("Codes.MTS_Server ") + name; }
+    void SetMTS_Server(const QString& name) override {
+        Log() << QStringLiteral("Codes.MTS_Server ") + name;
+    }
     void Initialize_Classes() override { Log() << QStringLiteral("Codes.Initialize_Classes"); }
-    void SetCompanyName(const QString& name) override { Log() << QStringLiteral("Codes.CompanyName ") + name; }
-    void SetSearchMode(bool byCode) override { Log() << QStringLiteral("Codes.SearchMode %1").arg(byCode); }
-    void SetConnection(const std::shared_ptr<db::Connection>&) override { Log() << QStringLiteral("Codes.Connection"); }
+    void SetCompanyName(const QString& name) override {
+        Log() << QStringLiteral("Codes.CompanyName ") + name;
+    }
+    void SetSearchMode(bool byCode) override {
+        Log() << QStringLiteral("Codes.SearchMode %1").arg(byCode);
+    }
+    void SetConnection(const std::shared_ptr<db::Connection>&) override {
+        Log() << QStringLiteral("Codes.Connection");
+    }
 };
 
 class Supplies final : public components::SupplyList {

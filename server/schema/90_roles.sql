@@ -42,6 +42,7 @@ GRANT EXECUTE ON sp_Listing_Search TO capd_user
 GRANT EXECUTE ON sp_Listing_SearchInpatients TO capd_user
 GRANT EXECUTE ON sp_Listing_SearchOutpatients TO capd_user
 GRANT EXECUTE ON sp_User_Count TO capd_user
+GRANT EXECUTE ON sp_Hospital_SetUp TO capd_user
 GRANT EXECUTE ON sp_User_Create TO capd_user
 GRANT EXECUTE ON sp_User_Find TO capd_user
 GRANT EXECUTE ON sp_User_RecordLogin TO capd_user

@@ -30,7 +30,8 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
     connect(ui->mnuCAPDVisits, &QAction::triggered, this, &modMain::PrintCAPDVisits);
     connect(ui->mnuIncomeReport, &QAction::triggered, this, &modMain::PrintIncome);
     connect(ui->mnuCAPDPatients, &QAction::triggered, this, &modMain::PrintCAPDPatients);
-    AddToolButton(QStringLiteral("New"), ui->mnuNew, toolkit::Images::Icon(toolkit::Image::NewSheet));
+    AddToolButton(QStringLiteral("New"), ui->mnuNew,
+                  toolkit::Images::Icon(toolkit::Image::NewSheet));
     AddToolButton(QStringLiteral("Assessment"), ui->mnuAssessmentEntry,
                   toolkit::Images::Icon(toolkit::Image::Assessment));
     // The chosen patient stays in sight whatever else the status bar says.
@@ -80,14 +81,17 @@ void mdiCAPD::ShowPatientList() {
     m_patientList = new frmPatientList;
     connect(m_patientList, &frmPatientList::PatientOpened, this, &mdiCAPD::PatientOpened);
     connect(m_patientList, &frmPatientList::PatientChosen, this,
-            [this](const QString& hospNum, const QString& idNum, const QString& capdNum, const QString& name) {
+            [this](const QString& hospNum, const QString& idNum, const QString& capdNum,
+                   const QString& name) {
                 m_lblChosenPatient->setText(
                     QStringLiteral("%1    Hosp. No. %2    Adm. No. %3    CAPD No. %4")
-                        .arg(name, hospNum, idNum, capdNum.isEmpty() ? QStringLiteral("none") : capdNum));
+                        .arg(name, hospNum, idNum,
+                             capdNum.isEmpty() ? QStringLiteral("none") : capdNum));
             });
     connect(m_patientList, &frmPatientList::StatusText, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
-    m_patientListFrame = ui->mdiArea->addSubWindow(m_patientList, Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+    m_patientListFrame =
+        ui->mdiArea->addSubWindow(m_patientList, Qt::CustomizeWindowHint | Qt::WindowTitleHint);
     m_patientListFrame->show();
     FitChildren();
 }
@@ -134,7 +138,8 @@ bool mdiCAPD::IsMenuShortcut(const QKeySequence& keys) const {
 
 void mdiCAPD::AddToolButton(const QString& key, const QAction* twin, const QIcon& icon) {
     auto* action = ui->Toolbar1->addAction(icon, key);
-    action->setToolTip(QStringLiteral("%1 (%2)").arg(twin->text().remove(u'&'), twin->shortcut().toString()));
+    action->setToolTip(
+        QStringLiteral("%1 (%2)").arg(twin->text().remove(u'&'), twin->shortcut().toString()));
     connect(action, &QAction::triggered, this, [this, key] { Toolbar1_ButtonClick(key); });
 }
 
@@ -168,8 +173,9 @@ bool mdiCAPD::ListPatient(QString& idNum) {
     if (modGlobals::gOutpatientSearch->PatientListing(idNum, PatientLister::kOutpatients, false))
         return true;
     statusBar()->showMessage(
-        wanted.isEmpty() ? QStringLiteral("No patient was chosen.")
-                         : QStringLiteral("There is no out-patient visit with the number %1.").arg(wanted));
+        wanted.isEmpty()
+            ? QStringLiteral("No patient was chosen.")
+            : QStringLiteral("There is no out-patient visit with the number %1.").arg(wanted));
     return false;
 }
 

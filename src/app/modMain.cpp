@@ -25,13 +25,19 @@ void ReadHospital() {
 }
 
 void CreateComponents() {
-    gResultViewer = CreateObject<components::ResultViewer>(QStringLiteral("ResultBrowser.ResultViewer"));
-    gPatientSearch = CreateObject<components::PatientFinder>(QStringLiteral("PatientFinder.clsPatientSearch"));
+    gResultViewer =
+        CreateObject<components::ResultViewer>(QStringLiteral("ResultBrowser.ResultViewer"));
+    gPatientSearch =
+        CreateObject<components::PatientFinder>(QStringLiteral("PatientFinder.clsPatientSearch"));
     gCodeSearch = CreateObject<components::CodeSearch>(QStringLiteral("CodeFinder.clsCodeSearch"));
-    gOutpatientSearch = CreateObject<components::PatientLister>(QStringLiteral("PatientLister.clsRadioSearch"), {});
-    gWardRequest = CreateObject<components::WardRequest>(QStringLiteral("WardActivity.clsRequest"), gMtsServerName);
-    gWardResults = CreateObject<components::WardResults>(QStringLiteral("WardActivity.clsResults"), gMtsServerName);
-    gConfinement = CreateObject<components::Confinement>(QStringLiteral("WardActivity.clsConfinement"), gMtsServerName);
+    gOutpatientSearch =
+        CreateObject<components::PatientLister>(QStringLiteral("PatientLister.clsRadioSearch"), {});
+    gWardRequest = CreateObject<components::WardRequest>(QStringLiteral("WardActivity.clsRequest"),
+                                                         gMtsServerName);
+    gWardResults = CreateObject<components::WardResults>(QStringLiteral("WardActivity.clsResults"),
+                                                         gMtsServerName);
+    gConfinement = CreateObject<components::Confinement>(
+        QStringLiteral("WardActivity.clsConfinement"), gMtsServerName);
     gConfinementResults = CreateObject<components::ConfinementResults>(
         QStringLiteral("WardActivity.clsConfinementResults"), gMtsServerName);
 }
@@ -62,7 +68,8 @@ void CreateSupplyCatalogue() {
 
 std::unique_ptr<mdiCAPD> Main() {
     ApplyDepartmentCode(kDepartmentCode);
-    gCurrentUser = CreateObject<components::CurrentUser>(QStringLiteral("Corvane_User.clsCurrentUser"));
+    gCurrentUser =
+        CreateObject<components::CurrentUser>(QStringLiteral("Corvane_User.clsCurrentUser"));
     gCurrentUser->SetPasswordDeptCode(kDepartmentCode);
     gCurrentUser->ShowMain();
     if (!gCurrentUser->Connected())
@@ -72,7 +79,8 @@ std::unique_ptr<mdiCAPD> Main() {
     CreateComponents();
     InitializeCodeSearch();
     InitializePatientListing();
-    if (!gPatientSearch->InitConnection(gCurrentUser->SQLConnection()->ConnectionString(), gMtsServerName))
+    if (!gPatientSearch->InitConnection(gCurrentUser->SQLConnection()->ConnectionString(),
+                                        gMtsServerName))
         return nullptr;
     gConnection = gCurrentUser->SQLConnection();
     gConnection->SetCursorLocation(3);

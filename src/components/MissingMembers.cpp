@@ -125,7 +125,8 @@ void ResultViewer::Show_Results() {
     MissingMember("ResultBrowser.ResultViewer", "Show_Results");
 }
 
-std::shared_ptr<db::Recordset> WardRequest::GetRequests(const db::ConnectionRef&, const QString&, const QString&) {
+std::shared_ptr<db::Recordset> WardRequest::GetRequests(const db::ConnectionRef&, const QString&,
+                                                        const QString&) {
     MissingMember("WardActivity.clsRequest", "GetRequests");
 }
 
@@ -133,7 +134,8 @@ void WardRequest::CloseRecordset() {
     MissingMember("WardActivity.clsRequest", "CloseRecordset");
 }
 
-std::shared_ptr<db::Recordset> WardResults::GetResults(const db::ConnectionRef&, const QString&, const QString&) {
+std::shared_ptr<db::Recordset> WardResults::GetResults(const db::ConnectionRef&, const QString&,
+                                                       const QString&) {
     MissingMember("WardActivity.clsResults", "GetResults");
 }
 
@@ -141,11 +143,14 @@ void WardResults::CloseRecordset() {
     MissingMember("WardActivity.clsResults", "CloseRecordset");
 }
 
-std::shared_ptr<db::Recordset> Confinement::GetConfinementPeriod(const db::ConnectionRef&, const QString&, const QString&) {
+std::shared_ptr<db::Recordset> Confinement::GetConfinementPeriod(const db::ConnectionRef&,
+                                                                 const QString&, const QString&) {
     MissingMember("WardActivity.clsConfinement", "GetConfinementPeriod");
 }
 
-std::shared_ptr<db::Recordset> ConfinementResults::GetConfinementResults(const db::ConnectionRef&, const QString&, const QString&) {
+std::shared_ptr<db::Recordset> ConfinementResults::GetConfinementResults(const db::ConnectionRef&,
+                                                                         const QString&,
+                                                                         const QString&) {
     MissingMember("WardActivity.clsConfinementResults", "GetConfinementResults");
 }
 

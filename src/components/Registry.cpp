@@ -26,7 +26,8 @@ std::shared_ptr<Component> Create(const QString& progId, const QString& serverNa
 }
 
 base::RuntimeError NoSuchComponent(const QString& progId) {
-    return base::RuntimeError(429, QStringLiteral("The component %1 cannot be created.").arg(progId));
+    return base::RuntimeError(429,
+                              QStringLiteral("The component %1 cannot be created.").arg(progId));
 }
 
 }  // namespace components

@@ -42,9 +42,8 @@ public:
 class ConfinementResults : public Component {
 public:
     /// Types "1" medicines, "2" x-ray, "3" ultrasound, "4" CT scan.
-    virtual std::shared_ptr<db::Recordset> GetConfinementResults(const db::ConnectionRef& connection,
-                                                                 const QString& idNum,
-                                                                 const QString& type);
+    virtual std::shared_ptr<db::Recordset> GetConfinementResults(
+        const db::ConnectionRef& connection, const QString& idNum, const QString& type);
 };
 
 }  // namespace components

@@ -16,8 +16,8 @@ QStringList NamesIn(SQLHENV environment) {
     SQLSMALLINT nameLength = 0;
     SQLSMALLINT descriptionLength = 0;
     SQLUSMALLINT direction = SQL_FETCH_FIRST;
-    while (SQL_SUCCEEDED(SQLDataSourcesW(environment, direction, name.data(), SQLSMALLINT(name.size()),
-                                         &nameLength, description.data(),
+    while (SQL_SUCCEEDED(SQLDataSourcesW(environment, direction, name.data(),
+                                         SQLSMALLINT(name.size()), &nameLength, description.data(),
                                          SQLSMALLINT(description.size()), &descriptionLength))) {
         names << QString::fromUtf16(reinterpret_cast<const char16_t*>(name.data()), nameLength);
         direction = SQL_FETCH_NEXT;

@@ -19,7 +19,17 @@
 namespace modGlobals {
 
 /// The tabs of the patient hub that load when they are first shown for a patient.
-enum class HubTab { Requests, Xray, Ultrasound, HeartStation, Laboratory, CtScan, Nuclear, Clinical, Count };
+enum class HubTab {
+    Requests,
+    Xray,
+    Ultrasound,
+    HeartStation,
+    Laboratory,
+    CtScan,
+    Nuclear,
+    Clinical,
+    Count
+};
 
 inline std::shared_ptr<components::CurrentUser> gCurrentUser;
 inline std::shared_ptr<db::Connection> gConnection;
@@ -35,7 +45,7 @@ inline std::shared_ptr<components::WardRequest> gWardRequest;
 inline std::shared_ptr<components::WardResults> gWardResults;
 inline std::shared_ptr<components::Confinement> gConfinement;
 inline std::shared_ptr<components::ConfinementResults> gConfinementResults;
-inline std::shared_ptr<components::SupplyList> gSupplyList;   ///< charges and central supply
+inline std::shared_ptr<components::SupplyList> gSupplyList;  ///< charges and central supply
 inline std::shared_ptr<components::SupplyInfo> gSupplyInfo;
 inline std::shared_ptr<components::SupplyList> gSupplyList2;  ///< pharmacy
 inline std::shared_ptr<print::Report> gReport;                ///< the report last opened

@@ -15,8 +15,8 @@ enum class BoxAnswer { Ok, Yes, No };
 inline const QString kProgramName = QStringLiteral("CAPD");
 
 /// Shows a box over the active window and waits for the answer. Closing it answers Ok or No.
-BoxAnswer MsgBox(const QString& text, BoxIcon icon = BoxIcon::None, const QString& title = kProgramName,
-                 BoxButtons buttons = BoxButtons::Ok);
+BoxAnswer MsgBox(const QString& text, BoxIcon icon = BoxIcon::None,
+                 const QString& title = kProgramName, BoxButtons buttons = BoxButtons::Ok);
 
 /// What a box said, for tests.
 struct ShownBox {

@@ -76,10 +76,13 @@ void tst_mdiCAPD::Menus_haveTheirCaptionsAndShortcuts_data() {
     QTest::addColumn<QString>("shortcut");
     QTest::newRow("mnuNew") << QStringLiteral("&New Registration") << QStringLiteral("Ctrl+N");
     QTest::newRow("mnuVist") << QStringLiteral("Register &Visit") << QStringLiteral("Ctrl+R");
-    QTest::newRow("mnuAssessmentEntry") << QStringLiteral("&Assessment Entry") << QStringLiteral("Ctrl+A");
-    QTest::newRow("mnuAssessmentStatus") << QStringLiteral("Assessment &Status") << QStringLiteral("Ctrl+S");
+    QTest::newRow("mnuAssessmentEntry")
+        << QStringLiteral("&Assessment Entry") << QStringLiteral("Ctrl+A");
+    QTest::newRow("mnuAssessmentStatus")
+        << QStringLiteral("Assessment &Status") << QStringLiteral("Ctrl+S");
     QTest::newRow("mnuCAPDVisits") << QStringLiteral("&CAPD Visits") << QStringLiteral("Ctrl+C");
-    QTest::newRow("mnuIncomeReport") << QStringLiteral("&Income Report") << QStringLiteral("Ctrl+I");
+    QTest::newRow("mnuIncomeReport")
+        << QStringLiteral("&Income Report") << QStringLiteral("Ctrl+I");
     QTest::newRow("mnuCAPDPatients") << QStringLiteral("&CAPD Patients") << QString();
 }
 

@@ -44,33 +44,34 @@ void tst_modMain::Main_takesItsStepsInOrder() {
     const auto frame = modMain::Main();
     db::Connection::SetCommandHook({});
     QVERIFY(frame && frame->isVisible());
-    QCOMPARE(frame->windowTitle(), QStringLiteral("Velmora: Continuous Ambulatory Peritoneal Dialysis"));
-    const QStringList expected{
-        QStringLiteral("create Corvane_User.clsCurrentUser"),
-        QStringLiteral("PasswordDeptCode 46"),
-        QStringLiteral("ShowMain"),
-        QStringLiteral("create PatientFinder.clsPatientSearch"),
-        QStringLiteral("create CodeFinder.clsCodeSearch"),
-        QStringLiteral("create PatientLister.clsRadioSearch"),
-        QStringLiteral("Codes.MTS_Server "),
-        QStringLiteral("Codes.Initialize_Classes"),
-        QStringLiteral("Codes.CompanyName ") + gCompany,
-        QStringLiteral("Codes.SearchMode 1"),
-        QStringLiteral("Codes.Connection"),
-        QStringLiteral("Lister.Initialize_Classes"),
-        QStringLiteral("Lister.InitConnection"),
-        QStringLiteral("Lister.Hospital ") + gCompany,
-        QStringLiteral("Lister.RevenueID CY"),
-        QStringLiteral("Finder.InitConnection ") + gMtsServerName,
-        QStringLiteral("create DrugRoster.clsListDrugs"),
-        QStringLiteral("create DrugCatalog.clsDrug"),
-        QStringLiteral("create DrugRoster.clsListDrugs"),
-        QStringLiteral("Supplies.InitConnection"),
-        QStringLiteral("Supplies.InitConnection"),
-        QStringLiteral("SupplyRecord.InitConnect")};
+    QCOMPARE(frame->windowTitle(),
+             QStringLiteral("Velmora: Continuous Ambulatory Peritoneal Dialysis"));
+    const QStringList expected{QStringLiteral("create Corvane_User.clsCurrentUser"),
+                               QStringLiteral("PasswordDeptCode 46"),
+                               QStringLiteral("ShowMain"),
+                               QStringLiteral("create PatientFinder.clsPatientSearch"),
+                               QStringLiteral("create CodeFinder.clsCodeSearch"),
+                               QStringLiteral("create PatientLister.clsRadioSearch"),
+                               QStringLiteral("Codes.MTS_Server "),
+                               QStringLiteral("Codes.Initialize_Classes"),
+                               QStringLiteral("Codes.CompanyName ") + gCompany,
+                               QStringLiteral("Codes.SearchMode 1"),
+                               QStringLiteral("Codes.Connection"),
+                               QStringLiteral("Lister.Initialize_Classes"),
+                               QStringLiteral("Lister.InitConnection"),
+                               QStringLiteral("Lister.Hospital ") + gCompany,
+                               QStringLiteral("Lister.RevenueID CY"),
+                               QStringLiteral("Finder.InitConnection ") + gMtsServerName,
+                               QStringLiteral("create DrugRoster.clsListDrugs"),
+                               QStringLiteral("create DrugCatalog.clsDrug"),
+                               QStringLiteral("create DrugRoster.clsListDrugs"),
+                               QStringLiteral("Supplies.InitConnection"),
+                               QStringLiteral("Supplies.InitConnection"),
+                               QStringLiteral("SupplyRecord.InitConnect")};
     QCOMPARE(fakes::Log(), expected);
-    QCOMPARE(commands, QStringList({QStringLiteral("Select * from PATIENT_DATA..tbHospitalInfo"),
-                                    QStringLiteral("CLINICAL_AREA..sp_CAPD_Patientsearch '1','','A',''")}));
+    QCOMPARE(commands,
+             QStringList({QStringLiteral("Select * from PATIENT_DATA..tbHospitalInfo"),
+                          QStringLiteral("CLINICAL_AREA..sp_CAPD_Patientsearch '1','','A',''")}));
     QVERIFY(!gCompany.isEmpty());
     QVERIFY(!gAddress1.isEmpty());
     QCOMPARE(gConnection, gCurrentUser->SQLConnection());
@@ -95,7 +96,8 @@ void tst_modMain::Main_endsSilentlyWithoutThePatientSearch() {
 }
 
 void tst_modMain::Main_namesAMissingComponent() {
-    components::Register(QStringLiteral("WardActivity.clsConfinement"), [] { return std::make_shared<fakes::Lister>(); });
+    components::Register(QStringLiteral("WardActivity.clsConfinement"),
+                         [] { return std::make_shared<fakes::Lister>(); });
     try {
         modMain::Main();
         QFAIL("a component of another kind was taken");
@@ -114,8 +116,11 @@ void tst_modMain::Main_readsTheFirstOfSeveralHospitalRows() {
     auto& session = *m_fakes->CurrentUser->Session;
     session.Execute(QStringLiteral("DELETE PATIENT_DATA..tbHospitalInfo"));
     for (int row = 1; row <= 2; ++row)
-        session.Execute(QStringLiteral("INSERT INTO PATIENT_DATA..tbHospitalInfo (HospitalID, Company, address1, "
-                                       "MtsServerName) VALUES (%1, 'Hospital %1', 'Somewhere', 'MTS')").arg(row));
+        session.Execute(
+            QStringLiteral(
+                "INSERT INTO PATIENT_DATA..tbHospitalInfo (HospitalID, Company, address1, "
+                "MtsServerName) VALUES (%1, 'Hospital %1', 'Somewhere', 'MTS')")
+                .arg(row));
     QVERIFY(modMain::Main());
     QCOMPARE(gCompany, QStringLiteral("Hospital 1"));
     QVERIFY(fakes::Log().contains(QStringLiteral("Finder.InitConnection MTS")));

@@ -30,8 +30,10 @@ void tst_Registry::BuiltIns_answerForEveryProgId() {
     QVERIFY(CreateObject<CodeSearch>(QStringLiteral("CODEFINDER.clscodesearch")));
     QVERIFY(CreateObject<SupplyInfo>(QStringLiteral("DrugCatalog.clsDrug")));
     QVERIFY(CreateObject<ResultViewer>(QStringLiteral("ResultBrowser.ResultViewer")));
-    QVERIFY(CreateObject<WardRequest>(QStringLiteral("WardActivity.clsRequest"), QStringLiteral("MTS")));
-    QVERIFY(CreateObject<WardResults>(QStringLiteral("WardActivity.clsResults"), QStringLiteral("MTS")));
+    QVERIFY(CreateObject<WardRequest>(QStringLiteral("WardActivity.clsRequest"),
+                                      QStringLiteral("MTS")));
+    QVERIFY(CreateObject<WardResults>(QStringLiteral("WardActivity.clsResults"),
+                                      QStringLiteral("MTS")));
     QVERIFY(CreateObject<Confinement>(QStringLiteral("WardActivity.clsConfinement")));
     QVERIFY(CreateObject<ConfinementResults>(QStringLiteral("WardActivity.clsConfinementResults")));
     // Charges and the pharmacy each have a list of their own.

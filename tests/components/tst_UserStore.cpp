@@ -6,6 +6,7 @@
 #include "components/builtin/UserStore.h"
 #include "components/builtin/clsCurrentUser.h"
 #include "db/Recordset.h"
+#include "deploy/HospitalFile.h"
 
 using components::clsCurrentUser;
 using components::User;
@@ -24,7 +25,7 @@ private slots:
     void LogIn_locksAfterFiveRefusals();
     void LogIn_forgetsRefusalsAfterASuccess();
     void LogIn_recordsEveryAttempt();
-    void Add_refusesATakenName();
+    void SetUpHospital_happensOnce();
     void Passwords_areSaltedAndNeverEmpty();
 
 private:
@@ -103,7 +104,10 @@ void tst_UserStore::LogIn_forgetsRefusalsAfterASuccess() {
 
 void tst_UserStore::LogIn_recordsEveryAttempt() {
     const auto count = [this] {
-        return m_connection->Execute(QStringLiteral("SELECT COUNT(*) FROM PATIENT_DATA..tbLoginLog"))->Fields(0).Number();
+        return m_connection
+            ->Execute(QStringLiteral("SELECT COUNT(*) FROM PATIENT_DATA..tbLoginLog"))
+            ->Fields(0)
+            .Number();
     };
     const double before = count();
     LogIn(kUser, kPassword);
@@ -112,13 +116,29 @@ void tst_UserStore::LogIn_recordsEveryAttempt() {
     QCOMPARE(count(), before + 3);
 }
 
-void tst_UserStore::Add_refusesATakenName() {
+void tst_UserStore::SetUpHospital_happensOnce() {
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("new.db"));
+    deploy::MakeHospital(file, deploy::Contents::Empty);
+    m_connection = deploy::OpenHospital(file);
     UserStore users(*m_connection);
-    const User user{QStringLiteral("new.nurse"), QStringLiteral("E77"), QStringLiteral("Zoë O'Hara"), QStringLiteral("46")};
-    users.Add(user, QStringLiteral("a long secret"));
-    QVERIFY(LogIn(user.UserName, QStringLiteral("a long secret")));
-    QVERIFY_THROWS_EXCEPTION(base::DatabaseError, users.Add(user, QStringLiteral("another one")));
-    QVERIFY(LogIn(user.UserName, QStringLiteral("a long secret")));
+    QVERIFY(users.IsEmpty());
+    const User user{QStringLiteral("new.nurse"), QStringLiteral("E77"),
+                    QStringLiteral("Zoë O'Hara"), QStringLiteral("46")};
+    const QString password = QStringLiteral("a long secret");
+    users.SetUpHospital(QStringLiteral("St. Anne's"), QStringLiteral("Harbour Road"), user,
+                        password);
+    QVERIFY(!users.IsEmpty());
+    QVERIFY(LogIn(user.UserName, password));
+    QCOMPARE(
+        m_connection->Execute(QStringLiteral("SELECT Company FROM PATIENT_DATA..tbHospitalInfo"))
+            ->Fields(0)
+            .Text(),
+        QStringLiteral("St. Anne's"));
+    QVERIFY_THROWS_EXCEPTION(
+        base::DatabaseError,
+        users.SetUpHospital(QStringLiteral("Another"), {}, user, QStringLiteral("another secret")));
+    QVERIFY(LogIn(user.UserName, password));
 }
 
 void tst_UserStore::Passwords_areSaltedAndNeverEmpty() {

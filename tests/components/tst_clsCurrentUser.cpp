@@ -68,7 +68,8 @@ void tst_clsCurrentUser::Play(std::vector<Act> acts) {
     });
 }
 
-tst_clsCurrentUser::Act tst_clsCurrentUser::Type(const QString& user, const QString& password, int source) {
+tst_clsCurrentUser::Act tst_clsCurrentUser::Type(const QString& user, const QString& password,
+                                                 int source) {
     return [=](QDialog& dialog) {
         dialog.findChild<QComboBox*>(QStringLiteral("cboSource"))->setCurrentIndex(source);
         auto* box = dialog.findChild<QLineEdit*>(QStringLiteral("txtUser"));
@@ -122,8 +123,11 @@ void tst_clsCurrentUser::ShowMain_asksANewHospitalsFirstUser() {
     boxes.Answer(toolkit::BoxAnswer::Ok);
     const auto fill = [](const QString& repeat) {
         return [repeat](QDialog& dialog) {
-            for (const auto& [box, text] : {std::pair("txtUser", "head.nurse"), {"txtName", "Head Nurse"},
-                                            {"txtEmployeeCode", "E001"}, {"txtPassword", "long enough"}})
+            for (const auto& [box, text] : {std::pair("txtHospital", "St. Anne's"),
+                                            {"txtUser", "head.nurse"},
+                                            {"txtName", "Head Nurse"},
+                                            {"txtEmployeeCode", "E001"},
+                                            {"txtPassword", "long enough"}})
                 dialog.findChild<QLineEdit*>(QLatin1String(box))->setText(QLatin1String(text));
             dialog.findChild<QLineEdit*>(QStringLiteral("txtRepeat"))->setText(repeat);
             QTest::keyClick(&dialog, Qt::Key_Return);

@@ -29,12 +29,15 @@ private slots:
 private:
     QString FirstNumber(const char* table) {
         return m_connection
-            ->Execute(QStringLiteral("SELECT TOP (1) IdNum FROM PATIENT_DATA..%1 ORDER BY IdNum").arg(QLatin1String(table)))
-            ->Fields(0).Text();
+            ->Execute(QStringLiteral("SELECT TOP (1) IdNum FROM PATIENT_DATA..%1 ORDER BY IdNum")
+                          .arg(QLatin1String(table)))
+            ->Fields(0)
+            .Text();
     }
     // Does something to the pick list once it is on the screen.
     static void WhenShown(std::function<void(QDialog&)> act) {
-        QTimer::singleShot(0, [act] { act(*qobject_cast<QDialog*>(QApplication::activeModalWidget())); });
+        QTimer::singleShot(
+            0, [act] { act(*qobject_cast<QDialog*>(QApplication::activeModalWidget())); });
     }
 
     std::unique_ptr<TestHospital> m_hospital;
@@ -62,7 +65,8 @@ void tst_clsPatientLister::PatientListing_findsAStayByItsNumber() {
     const QString number = FirstNumber(table.constData());
     QString asked = QStringLiteral("  %1 ").arg(number);
     QVERIFY(m_lister.PatientListing(asked, code, false));
-    const auto& patient = code == PatientLister::kInpatients ? m_lister.Inpatient() : m_lister.Outpatient();
+    const auto& patient =
+        code == PatientLister::kInpatients ? m_lister.Inpatient() : m_lister.Outpatient();
     QCOMPARE(patient.IDNumber, number);
     QVERIFY(!patient.HospitalNumber.isEmpty());
     QVERIFY(!patient.LastName.isEmpty());

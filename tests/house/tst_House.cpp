@@ -25,8 +25,10 @@ struct Reserved {
 const std::vector<Reserved>& ReservedWords() {
     static const std::vector<Reserved> words{
         {QRegularExpression(QStringLiteral("sqlite3\\.h|sqlite3_")), {QStringLiteral("embedded")}},
-        {QRegularExpression(QStringLiteral("#include <sql(ext|types|ucode)?\\.h>")), {QStringLiteral("db")}},
-        {QRegularExpression(QStringLiteral("QMessageBox|QFileDialog")), {QStringLiteral("toolkit")}},
+        {QRegularExpression(QStringLiteral("#include <sql(ext|types|ucode)?\\.h>")),
+         {QStringLiteral("db")}},
+        {QRegularExpression(QStringLiteral("QMessageBox|QFileDialog")),
+         {QStringLiteral("toolkit")}},
         {QRegularExpression(QStringLiteral("currentDateTime|QDate::currentDate")),
          {QStringLiteral("base"), QStringLiteral("print")}},
         {QRegularExpression(QStringLiteral("<(unistd|fcntl|sys/[a-z]+|pthread|dlfcn)\\.h>")), {}}};
@@ -49,7 +51,8 @@ QString FolderOf(const QString& file, const QString& root) {
 
 QStringList LinesOf(const QString& path) {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).split(u'\n') : QStringList();
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).split(u'\n')
+                                          : QStringList();
 }
 
 int FloorOf(const QString& folder) {
@@ -82,7 +85,8 @@ QStringList MisplacedWords(const QString& root) {
     for (const QString& file : SourceFiles(root))
         for (const QString& line : LinesOf(file))
             for (const Reserved& reserved : ReservedWords())
-                if (line.contains(reserved.Word) && !reserved.Folders.contains(FolderOf(file, root)))
+                if (line.contains(reserved.Word) &&
+                    !reserved.Folders.contains(FolderOf(file, root)))
                     faults << QStringLiteral("%1: %2").arg(file, line.trimmed());
     return faults;
 }
@@ -117,7 +121,8 @@ void tst_House::Symbols_stayInTheirFolder() {
 
 void tst_House::Symbols_elsewhereAreNamed() {
     QTemporaryDir dir;
-    Write(dir.filePath(QStringLiteral("db/Bad.cpp")), "#include <sqlite3.h>\nQMessageBox box;\n#include <sql.h>\n");
+    Write(dir.filePath(QStringLiteral("db/Bad.cpp")),
+          "#include <sqlite3.h>\nQMessageBox box;\n#include <sql.h>\n");
     QCOMPARE(MisplacedWords(dir.path()).size(), 2);
 }
 

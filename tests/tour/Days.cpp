@@ -28,10 +28,12 @@ void Day::TypeLogIn(const QString& user, const QString& password) {
 
 void Day::LogIn() {
     m_tour.Step(QStringLiteral("start"), [this] { m_frame = modMain::Main(); });
-    m_tour.Step(QStringLiteral("log-in refused"),
-                [this] { TypeLogIn(clsCurrentUser::kDemoUser, QStringLiteral("not the password")); });
+    m_tour.Step(QStringLiteral("log-in refused"), [this] {
+        TypeLogIn(clsCurrentUser::kDemoUser, QStringLiteral("not the password"));
+    });
     m_tour.Quietly(QStringLiteral("the refusal is told"), [this] {
-        m_tour.Expect(Tour::Find<QLabel>("lblRefusal")->isVisible(), QStringLiteral("nothing told of the refusal"));
+        m_tour.Expect(Tour::Find<QLabel>("lblRefusal")->isVisible(),
+                      QStringLiteral("nothing told of the refusal"));
     });
     m_tour.Quietly(QStringLiteral("log-in"),
                    [this] { TypeLogIn(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword); });
@@ -136,11 +138,13 @@ void Day::ChoosePatients() {
     });
     m_tour.Step(QStringLiteral("visit of a registered patient"), [this] {
         Tour::Press(Qt::Key_R, Qt::ControlModifier);
-        m_tour.Expect(Status().contains(QStringLiteral("Register Visit")), QStringLiteral("the visit was refused"));
+        m_tour.Expect(Status().contains(QStringLiteral("Register Visit")),
+                      QStringLiteral("the visit was refused"));
     });
 }
 
-void Day::PrintReport(const QString& title, const QString& file, bool dated, std::function<void()> open) {
+void Day::PrintReport(const QString& title, const QString& file, bool dated,
+                      std::function<void()> open) {
     m_tour.Quietly(title + QStringLiteral(" asked for"), std::move(open));
     if (dated) {
         m_tour.Step(title + QStringLiteral(" dates"), [] {
@@ -152,7 +156,8 @@ void Day::PrintReport(const QString& title, const QString& file, bool dated, std
         m_tour.Quietly(title + QStringLiteral(" entered"), [] { Tour::Press(Qt::Key_Return); });
     }
     m_tour.Step(title, [this, title] {
-        m_tour.Expect(Tour::Window()->windowTitle() == title, QStringLiteral("the viewer is not there"));
+        m_tour.Expect(Tour::Window()->windowTitle() == title,
+                      QStringLiteral("the viewer is not there"));
     });
     m_tour.Quietly(title + QStringLiteral(" saved"), [this, file] {
         toolkit::FileNameScript names;
@@ -169,8 +174,9 @@ void Day::PrintReports() {
                 [] { Tour::Press(Qt::Key_C, Qt::ControlModifier); });
     PrintReport(QStringLiteral("IncomeReport"), QStringLiteral("income.pdf"), true,
                 [] { Tour::Press(Qt::Key_I, Qt::ControlModifier); });
-    PrintReport(QStringLiteral("List of CAPD Patients"), QStringLiteral("capd-patients.pdf"), false,
-                [this] { Frame().findChild<QAction*>(QStringLiteral("mnuCAPDPatients"))->trigger(); });
+    PrintReport(
+        QStringLiteral("List of CAPD Patients"), QStringLiteral("capd-patients.pdf"), false,
+        [this] { Frame().findChild<QAction*>(QStringLiteral("mnuCAPDPatients"))->trigger(); });
     m_tour.Quietly(QStringLiteral("the frame is closed"), [this] {
         Frame().close();
         m_tour.Expect(!Frame().isVisible(), QStringLiteral("the frame stayed"));
@@ -188,7 +194,10 @@ frmPatientList& Day::Patients() const {
 }
 
 int Day::ShownRows() const {
-    return Frame().findChild<toolkit::ListView*>(QStringLiteral("lvwSearchPatient"))->model()->rowCount();
+    return Frame()
+        .findChild<toolkit::ListView*>(QStringLiteral("lvwSearchPatient"))
+        ->model()
+        ->rowCount();
 }
 
 QString Day::Status() const {

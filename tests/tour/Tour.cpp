@@ -34,7 +34,8 @@ int Tour::Walk() {
     m_stages.push_back({{}, [&day] { day.quit(); }, false});
     QTimer::singleShot(0, this, &Tour::Next);
     day.exec();
-    std::cout << "tour: " << m_stages.size() - 1 << " steps, " << m_failed << " failed" << std::endl;
+    std::cout << "tour: " << m_stages.size() - 1 << " steps, " << m_failed << " failed"
+              << std::endl;
     return m_failed;
 }
 
@@ -46,7 +47,8 @@ void Tour::Next() {
         Rest(stage);
     const auto fail = [&](const QString& why) {
         ++m_failed;
-        std::cout << "FAILED " << stage.Name.toStdString() << ": " << why.toStdString() << std::endl;
+        std::cout << "FAILED " << stage.Name.toStdString() << ": " << why.toStdString()
+                  << std::endl;
     };
     try {
         stage.Act();

@@ -1,6 +1,5 @@
 #include "components/builtin/DataSource.h"
 
-
 #include "components/builtin/HospitalFiles.h"
 #include "components/builtin/HospitalMaking.h"
 #include "db/OdbcDataSources.h"
@@ -24,7 +23,8 @@ QString DataSource::ServerName() const {
     return IsEmbedded() ? QStringLiteral("(embedded)") : Name;
 }
 
-std::shared_ptr<db::Connection> DataSource::Open(const QString& user, const QString& password) const {
+std::shared_ptr<db::Connection> DataSource::Open(const QString& user,
+                                                 const QString& password) const {
     switch (Where) {
         case Kind::Demo:
             MakeDemoHospitalOnce(HospitalFiles::Demo());

@@ -20,7 +20,8 @@ QString MadeSetting(const QString& file) {
 }
 
 void Make(const QString& file, deploy::Contents contents) {
-    QProgressDialog progress(QStringLiteral("Making the hospital file. This happens once."), {}, 0, 0);
+    QProgressDialog progress(QStringLiteral("Making the hospital file. This happens once."), {}, 0,
+                             0);
     progress.setWindowTitle(QStringLiteral("Log-in"));
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(0);
@@ -47,9 +48,10 @@ void MakeOwnHospitalOnce(const QString& file) {
         return;
     }
     if (settings.value(made).toBool())
-        throw base::RuntimeError(kFileNotFound,
-                                 QStringLiteral("The hospital file %1 is missing. Restore it from its backup.")
-                                     .arg(file));
+        throw base::RuntimeError(
+            kFileNotFound,
+            QStringLiteral("The hospital file %1 is missing. Restore it from its backup.")
+                .arg(file));
     Make(file, deploy::Contents::Empty);
     settings.setValue(made, true);
 }

@@ -11,7 +11,7 @@ namespace components {
 namespace {
 
 const QString kCount = QStringLiteral("PATIENT_DATA..sp_User_Count");
-const QString kCreate = QStringLiteral("PATIENT_DATA..sp_User_Create");
+const QString kSetUp = QStringLiteral("PATIENT_DATA..sp_Hospital_SetUp");
 const QString kFind = QStringLiteral("PATIENT_DATA..sp_User_Find");
 const QString kRecord = QStringLiteral("PATIENT_DATA..sp_User_RecordLogin");
 
@@ -33,9 +33,11 @@ bool UserStore::IsEmpty() const {
     return m_connection.Execute(kCount)->Fields(QStringLiteral("CanLogIn")).Number() == 0;
 }
 
-void UserStore::Add(const User& user, const QString& password) {
-    m_connection.Execute(db::Call(kCreate, {user.UserName, user.EmployeeCode, user.EmployeeName,
-                                            Passwords::Hash(password), user.DeptCode}));
+void UserStore::SetUpHospital(const QString& name, const QString& address, const User& first,
+                              const QString& password) {
+    m_connection.Execute(
+        db::Call(kSetUp, {name, address, first.UserName, first.EmployeeCode, first.EmployeeName,
+                          Passwords::Hash(password), first.DeptCode}));
 }
 
 std::optional<User> UserStore::LogIn(const QString& userName, const QString& password,
@@ -50,8 +52,9 @@ std::optional<User> UserStore::Admit(const QString& userName, const QString& dep
     return Decide(userName, Find(userName), true, deptCode);
 }
 
-std::optional<User> UserStore::Decide(const QString& userName, const std::optional<StoredUser>& user,
-                                      bool matches, const QString& deptCode) {
+std::optional<User> UserStore::Decide(const QString& userName,
+                                      const std::optional<StoredUser>& user, bool matches,
+                                      const QString& deptCode) {
     QString outcome = kSuccess;
     if (user && user->Locked)
         outcome = kLocked;
@@ -70,9 +73,10 @@ std::optional<UserStore::StoredUser> UserStore::Find(const QString& userName) co
     const auto text = [&row](const char* column) {
         return row->Fields(QLatin1String(column)).Text();
     };
-    return StoredUser{{text("UserName"), text("EmployeeCode"), text("EmployeeName"), text("DeptCode")},
-                      text("PasswordHash"),
-                      row->Fields(QStringLiteral("IsLocked")).Number() != 0};
+    return StoredUser{
+        {text("UserName"), text("EmployeeCode"), text("EmployeeName"), text("DeptCode")},
+        text("PasswordHash"),
+        row->Fields(QStringLiteral("IsLocked")).Number() != 0};
 }
 
 }  // namespace components

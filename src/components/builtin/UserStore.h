@@ -21,8 +21,10 @@ public:
     explicit UserStore(db::Connection& connection) : m_connection(connection) {}
 
     bool IsEmpty() const;
-    /// Adds a user; refused by the server where the name is taken.
-    void Add(const User& user, const QString& password);
+    /// Opens a new hospital with its name, its address and its first user, all of it or nothing.
+    /// Throws base::DatabaseError where it is open already.
+    void SetUpHospital(const QString& name, const QString& address, const User& first,
+                       const QString& password);
 
     /// The user of that name and password, when not locked and of that department. Nothing
     /// otherwise, and nothing tells which it was. Both are recorded in the hospital.

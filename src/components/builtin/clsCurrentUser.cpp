@@ -24,7 +24,8 @@ constexpr int kServerRefusedLogIn = 18456;
 void clsCurrentUser::ShowMain() {
     QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("capd"));
     frmLogin dialog(AllDataSources());
-    dialog.Choose(settings.value(kSourceSetting).toString(), settings.value(kUserSetting).toString());
+    dialog.Choose(settings.value(kSourceSetting).toString(),
+                  settings.value(kUserSetting).toString());
     while (dialog.exec() == QDialog::Accepted) {
         const QString refusal = LogIn(dialog);
         if (refusal.isEmpty()) {
@@ -69,7 +70,7 @@ bool clsCurrentUser::AskFirstUser(UserStore& users, QString& userName, QString& 
         return false;
     User first = dialog.Entered();
     first.DeptCode = m_deptCode;
-    users.Add(first, dialog.Password());
+    users.SetUpHospital(dialog.HospitalName(), dialog.Address(), first, dialog.Password());
     userName = first.UserName;
     password = dialog.Password();
     return true;

@@ -68,20 +68,22 @@ bool clsPatientLister::PatientListing(QString& idNumber, int listingCode, bool f
 }
 
 QString clsPatientLister::PickNumber(int listingCode) const {
-    frmPickList list({.Title = listingCode == kInpatients ? QStringLiteral("In-Patients")
-                                                          : QStringLiteral("Out-Patients"),
-                      .Heading = m_hospital,
-                      .Columns = {{QStringLiteral("Adm. No."), 1300, QStringLiteral("IDNumber")},
-                                  {QStringLiteral("Hosp.No."), 1300, QStringLiteral("HospitalNumber")},
-                                  {QStringLiteral("Last Name"), 2200, QStringLiteral("LastName")},
-                                  {QStringLiteral("First Name"), 2000, QStringLiteral("FirstName")},
-                                  {QStringLiteral("Middle Name"), 1800, QStringLiteral("MiddleName")},
-                                  {QStringLiteral("Adm.Date"), 2300, QStringLiteral("AdmDate")}},
-                      .CodeField = QStringLiteral("IDNumber"),
-                      .Command = [listingCode](const QString& text) {
-                          return db::Call(kSearch, {QString::number(listingCode), text});
-                      }},
-                     m_connection);
+    frmPickList list(
+        {.Title = listingCode == kInpatients ? QStringLiteral("In-Patients")
+                                             : QStringLiteral("Out-Patients"),
+         .Heading = m_hospital,
+         .Columns = {{QStringLiteral("Adm. No."), 1300, QStringLiteral("IDNumber")},
+                     {QStringLiteral("Hosp.No."), 1300, QStringLiteral("HospitalNumber")},
+                     {QStringLiteral("Last Name"), 2200, QStringLiteral("LastName")},
+                     {QStringLiteral("First Name"), 2000, QStringLiteral("FirstName")},
+                     {QStringLiteral("Middle Name"), 1800, QStringLiteral("MiddleName")},
+                     {QStringLiteral("Adm.Date"), 2300, QStringLiteral("AdmDate")}},
+         .CodeField = QStringLiteral("IDNumber"),
+         .Command =
+             [listingCode](const QString& text) {
+                 return db::Call(kSearch, {QString::number(listingCode), text});
+             }},
+        m_connection);
     return list.Pick({});
 }
 

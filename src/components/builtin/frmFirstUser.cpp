@@ -16,6 +16,14 @@ frmFirstUser::frmFirstUser(QWidget* parent)
 
 frmFirstUser::~frmFirstUser() = default;
 
+QString frmFirstUser::HospitalName() const {
+    return ui->txtHospital->text().trimmed();
+}
+
+QString frmFirstUser::Address() const {
+    return ui->txtAddress->text().trimmed();
+}
+
 User frmFirstUser::Entered() const {
     return {.UserName = ui->txtUser->text().trimmed(),
             .EmployeeCode = ui->txtEmployeeCode->text().trimmed(),
@@ -37,6 +45,8 @@ void frmFirstUser::cmdSave_Click() {
 
 QString frmFirstUser::WhatIsMissing() const {
     const User user = Entered();
+    if (HospitalName().isEmpty())
+        return QStringLiteral("Please enter the hospital's name.");
     if (user.UserName.isEmpty() || user.EmployeeCode.isEmpty() || user.EmployeeName.isEmpty())
         return QStringLiteral("Please enter the user, the full name and the employee code.");
     if (Password().size() < kShortestPassword)

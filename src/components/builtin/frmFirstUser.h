@@ -11,7 +11,7 @@ class frmFirstUser;
 
 namespace components {
 
-/// Asks a new hospital's first user for a name and a password.
+/// Asks for a new hospital's name and its first user.
 class frmFirstUser final : public QDialog {
     Q_OBJECT
 public:
@@ -20,6 +20,8 @@ public:
     explicit frmFirstUser(QWidget* parent = nullptr);
     ~frmFirstUser() override;
 
+    QString HospitalName() const;
+    QString Address() const;
     /// What was entered; the department is the caller's.
     User Entered() const;
     QString Password() const;

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <QFile>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include "base/Errors.h"
+#include "embedded/Server.h"
+#include "embedded/TextRows.h"
+
+// A *.test file is a row of blocks, each a line that says what to do, the text to send, "----", and
+// what must come back, up to an empty line (an empty first line is a row with one empty text):
+//
+//   script            statements as a script        ok, or error [<number>[: part of its text]]
+//   run               one command of a client       ok, rows (cells joined by "|"), changed <n>,
+//                                                   columns <kinds> <names>, or error ...
+//   begin, commit, rollback                         the client's own transaction
+//
+// Only accepted statements stand in them, so that they hold on either engine.
+namespace StatementFile {
+
+struct Block {
+    int Line = 0;
+    QString Action;
+    QString Text;
+    QStringList Expected;
+};
+
+inline QString TextOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+inline QList<Block> Read(const QString& path) {
+    const QStringList lines = TextOf(path).split(QLatin1Char('\n'));
+    QList<Block> blocks;
+    for (int i = 0; i < lines.size(); ++i) {
+        if (lines[i].isEmpty() || lines[i].startsWith(QLatin1Char('#')))
+            continue;
+        Block block{i + 1, lines[i], {}, {}};
+        while (++i < lines.size() && lines[i] != QStringLiteral("----"))
+            block.Text += lines[i] + QLatin1Char('\n');
+        do
+            block.Expected << lines.value(++i);
+        while (!lines.value(i + 1).isEmpty());
+        blocks << block;
+    }
+    return blocks;
+}
+
+inline QStringList Answer(embedded::Server& server, const Block& block) {
+    TextRows rows;
+    qint64 changed = -1;
+    try {
+        if (block.Action == QStringLiteral("script"))
+            server.RunScript(QStringLiteral("made.sql"), block.Text);
+        else if (block.Action == QStringLiteral("begin"))
+            server.BeginTrans();
+        else if (block.Action == QStringLiteral("commit"))
+            server.CommitTrans();
+        else if (block.Action == QStringLiteral("rollback"))
+            server.RollbackTrans();
+        else
+            changed = server.Execute(block.Text, QStringLiteral("CLINICAL_AREA"), &rows);
+    } catch (const base::DatabaseError& error) {
+        return {QStringLiteral("error %1: %2").arg(error.Number()).arg(error.Description())};
+    }
+    QStringList answer;
+    const QString first = block.Expected.value(0);
+    if (first.startsWith(QStringLiteral("columns")))
+        answer << QStringLiteral("columns %1 %2")
+                      .arg(rows.Kinds.join(QString()), rows.Columns.join(QLatin1Char(' ')));
+    if (first.startsWith(QStringLiteral("changed")))
+        answer << QStringLiteral("changed %1").arg(changed);
+    answer << rows.Lines;
+    return answer.isEmpty() ? QStringList{QStringLiteral("ok")} : answer;
+}
+
+inline bool IsExpected(const QStringList& answer, const QStringList& expected) {
+    if (expected.size() != 1 || !expected[0].startsWith(QStringLiteral("error")))
+        return answer == expected;
+    const QString number = expected[0].section(QLatin1Char(':'), 0, 0);
+    const QString part = expected[0].section(QLatin1Char(':'), 1).trimmed();
+    const QString got = answer.value(0);
+    return (number == QStringLiteral("error") ? got.startsWith(number)
+                                              : got.section(QLatin1Char(':'), 0, 0) == number) &&
+           got.contains(part);
+}
+
+/// Runs a file; what differed, empty where nothing did.
+inline QString Run(embedded::Server& server, const QString& path) {
+    const QString next = QStringLiteral("\n             ");
+    QString differences;
+    const QList<Block> blocks = Read(path);
+    if (blocks.isEmpty())
+        return path + QStringLiteral(" holds no tests");
+    for (const Block& block : blocks) {
+        const QStringList answer = Answer(server, block);
+        if (!IsExpected(answer, block.Expected))
+            differences += QStringLiteral("\nline %1, %2\n   expected: %3\n   answered: %4")
+                               .arg(block.Line)
+                               .arg(block.Text.simplified().left(100), block.Expected.join(next),
+                                    answer.mid(0, 20).join(next));
+    }
+    return differences;
+}
+
+}  // namespace StatementFile
