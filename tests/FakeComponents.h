@@ -83,13 +83,19 @@ public:
     }
 };
 
+/// What a component broken by its server throws.
+inline const base::RuntimeError kBroken(2812, QStringLiteral("Could not find stored procedure."));
+
 class Supplies final : public components::SupplyList {
 public:
     bool InitConnection(const std::shared_ptr<db::Connection>&) override {
         Log() << QStringLiteral("Supplies.InitConnection");
+        if (Broken)
+            throw kBroken;
         return Reachable;
     }
     static inline bool Reachable = true;
+    static inline bool Broken = false;
 };
 
 class SupplyRecord final : public components::SupplyInfo {
@@ -110,6 +116,7 @@ struct Set {
     Set() {
         Log().clear();
         Supplies::Reachable = true;
+        Supplies::Broken = false;
         SupplyRecord::Reachable = true;
         components::RegisterBuiltIns();
         Offer(QStringLiteral("Corvane_User.clsCurrentUser"), CurrentUser);

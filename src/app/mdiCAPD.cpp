@@ -38,7 +38,8 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
     m_lblChosenPatient->setObjectName(QStringLiteral("lblChosenPatient"));
     m_lblChosenPatient->setTextFormat(Qt::PlainText);
     statusBar()->addPermanentWidget(m_lblChosenPatient);
-    connect(new QShortcut(Qt::CTRL | Qt::Key_F6, this), &QShortcut::activated, this, &mdiCAPD::SwitchChild);
+    connect(new QShortcut(Qt::CTRL | Qt::Key_F6, this), &QShortcut::activated, this,
+            &mdiCAPD::SwitchChild);
     qApp->installEventFilter(this);
 }
 
@@ -47,14 +48,6 @@ mdiCAPD::~mdiCAPD() {
     qApp->removeEventFilter(this);
     if (m_hub)
         m_hub->disconnect(this);
-}
-
-void mdiCAPD::showEvent(QShowEvent* event) {
-    QMainWindow::showEvent(event);
-    if (m_loaded)
-        return;
-    m_loaded = true;
-    Load();
 }
 
 void mdiCAPD::Load() {
@@ -88,6 +81,7 @@ void mdiCAPD::ShowPatientList() {
                         .arg(name, hospNum, idNum,
                              capdNum.isEmpty() ? QStringLiteral("none") : capdNum));
             });
+    connect(m_patientList, &frmPatientList::PatientChosen, statusBar(), &QStatusBar::clearMessage);
     connect(m_patientList, &frmPatientList::StatusText, this,
             [this](const QString& text) { statusBar()->showMessage(text); });
     m_patientListFrame =
@@ -195,8 +189,9 @@ void mdiCAPD::PatientOpened(const OpenedPatient& patient) {
 
 void mdiCAPD::ShowHub(frmFinal* hub) {
     m_hub = hub;
-    m_hubFrame = ui->mdiArea->addSubWindow(
-        hub, Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    m_hubFrame =
+        ui->mdiArea->addSubWindow(hub, Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     m_hubFrame->setWindowIcon(toolkit::Images::Icon(toolkit::Image::Blank));
     connect(hub, &QObject::destroyed, this, &mdiCAPD::ReturnToPatientList);
     m_hubFrame->setGeometry(ui->mdiArea->viewport()->rect());

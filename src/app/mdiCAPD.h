@@ -20,6 +20,11 @@ public:
     mdiCAPD();
     ~mdiCAPD() override;
 
+    /// Opens the patient search and connects the supply catalogue; closes the frame, after a
+    /// message, where that cannot be reached. Throws base::RuntimeError: a frame that could not
+    /// load is of no use.
+    void Load();
+
     frmPatientList& PatientList() { return *m_patientList; }
 
     /// The registration sheet of the patient chosen in the search.
@@ -30,12 +35,10 @@ public:
     void Toolbar1_ButtonClick(const QString& key);
 
 protected:
-    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void Load();
     bool ConnectSupplyCatalogue();
     void ShowPatientList();
     void FitChildren();
@@ -56,6 +59,5 @@ private:
     QMdiSubWindow* m_patientListFrame = nullptr;
     QPointer<frmFinal> m_hub;
     QPointer<QMdiSubWindow> m_hubFrame;
-    bool m_loaded = false;
     bool m_unloading = false;
 };

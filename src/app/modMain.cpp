@@ -87,6 +87,7 @@ std::unique_ptr<mdiCAPD> Main() {
     CreateSupplyCatalogue();
     auto frame = std::make_unique<mdiCAPD>();
     frame->showMaximized();
+    frame->Load();
     return frame;
 }
 

@@ -86,6 +86,8 @@ public:
             throw NotMade(m_target, kFileAccess,
                           QStringLiteral("its last rows could not be written."));
         QFile made(m_name);
+        // Patients and password hashes: nobody else's to read. What SQLite keeps beside it follows.
+        made.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
         if (!made.rename(m_target))
             throw NotMade(m_target, kFileAccess, made.errorString() + u'.');
     }

@@ -37,7 +37,8 @@ const std::vector<toolkit::ListColumn>& Columns() {
     return columns;
 }
 
-const QString kHintToSearch = QStringLiteral("Type a number or a last name, then press Enter.");
+const QString kHintNobody =
+    QStringLiteral("Nobody was found. Type a number or a last name, then press Enter.");
 const QString kHintToOpen =
     QStringLiteral("Enter or double click opens the patient.  A star marks a CAPD patient.");
 
@@ -138,7 +139,7 @@ void frmPatientList::Search(const QString& hospNum, const QString& idNum, const 
 }
 
 void frmPatientList::ShowRows() {
-    ui->lblHint->setText(m_recordset.Eof() ? kHintToSearch : kHintToOpen);
+    ui->lblHint->setText(m_recordset.Eof() ? kHintNobody : kHintToOpen);
     if (m_recordset.Eof()) {
         ui->lvwSearchPatient->setEnabled(false);
         m_rows->SetRows(nullptr);

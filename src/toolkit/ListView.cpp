@@ -87,7 +87,7 @@ void ListView::SortBy(int column) {
 }
 
 void ListView::WidenColumns() {
-    for (int column = 0; column + 1 < model()->columnCount(); ++column)
+    for (int column = 0; column < model()->columnCount(); ++column)
         setColumnWidth(column, FittedWidth(*this, *header(), column, columnWidth(column)));
 }
 

@@ -190,7 +190,8 @@ void tst_mdiCAPD::Hub_thatCannotReadOpensNothing() {
     m_fakes->CurrentUser->Session->SetDefaultDatabase(QStringLiteral("BILLING"));
     OpenedPatient patient;
     patient.PatientType = 0;
-    QVERIFY_EXCEPTION_THROWN(emit m_frame->PatientList().PatientOpened(patient), base::DatabaseError);
+    QVERIFY_EXCEPTION_THROWN(emit m_frame->PatientList().PatientOpened(patient),
+                             base::DatabaseError);
     QVERIFY(!m_frame->findChild<frmFinal*>());
 }
 

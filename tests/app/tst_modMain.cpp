@@ -24,6 +24,7 @@ private slots:
     void Main_readsTheFirstOfSeveralHospitalRows();
     void Frame_unloadsWithoutTheCatalogue_data();
     void Frame_unloadsWithoutTheCatalogue();
+    void Frame_thatCannotLoadEndsStartUp();
     void ApplyDepartmentCode_knowsOnlyTheUnit();
 
 private:
@@ -145,6 +146,11 @@ void tst_modMain::Frame_unloadsWithoutTheCatalogue() {
     QCOMPARE(boxes.Shown().front().Text, message);
     QCOMPARE(boxes.Shown().front().Title, toolkit::kProgramName);
     QCOMPARE(boxes.Shown().front().Icon, toolkit::BoxIcon::Critical);
+}
+
+void tst_modMain::Frame_thatCannotLoadEndsStartUp() {
+    fakes::Supplies::Broken = true;
+    QVERIFY_THROWS_EXCEPTION(base::RuntimeError, modMain::Main());
 }
 
 void tst_modMain::ApplyDepartmentCode_knowsOnlyTheUnit() {

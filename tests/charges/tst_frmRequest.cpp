@@ -283,7 +283,7 @@ void tst_frmRequest::StockItem_isFoundByItsName() {
     });
     window.Charge(QStringLiteral("CA"), QStringLiteral("dialysis"));
     QCOMPARE(keys.Shown, 1);
-    QCOMPARE(narrowed, QStringLiteral("dialysis"));
+    QCOMPARE(narrowed, QStringLiteral("DIALYSIS"));
     QVERIFY(window.Cell(2, Description).startsWith(QStringLiteral("DIALYSIS SOLUTION")));
     QCOMPARE(window.At(), QPoint(2, Type));
 }

@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "db/Recordset.h"
+#include "toolkit/UpperCase.h"
 #include "ui_frmPickList.h"
 
 namespace components {
@@ -23,6 +24,7 @@ frmPickList::frmPickList(PickListSetup setup, std::shared_ptr<db::Connection> co
     ui->lblTitle->setText(m_setup.Title);
     ui->lvwRecords->SetListModel(&m_model, m_setup.Columns);
     ShowLooks();
+    ui->txtSearch->setValidator(new toolkit::UpperCase(ui->txtSearch));
     ui->txtSearch->installEventFilter(this);
     ui->lvwRecords->installEventFilter(this);
     connect(ui->txtSearch, &QLineEdit::textEdited, this, &frmPickList::Search);
