@@ -6,7 +6,7 @@ namespace toolkit {
 
 /// A date box for typing: "M/d/yyyy" with a calendar behind its arrow. A slash typed after a part
 /// that was complete by itself (the "9" of "9/1/2025" has already led on to the day) is not taken
-/// for a second step.
+/// for a second step; "25" is the year 2025.
 class DateEdit final : public QDateEdit {
     Q_OBJECT
 public:
@@ -15,8 +15,12 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    /// A typed year of two digits is one of this century.
+    void TakeShortYear();
+
     bool m_ledOn = false;
 };
 

@@ -16,6 +16,7 @@ void tst_DateEdit::Typing_readsTheDateAsItIsWritten_data() {
     QTest::newRow("two-digit month") << QStringLiteral("12/3/2024") << QDate(2024, 12, 3);
     QTest::newRow("two-digit day") << QStringLiteral("2/28/2024") << QDate(2024, 2, 28);
     QTest::newRow("day that leads on") << QStringLiteral("1/9/2023") << QDate(2023, 1, 9);
+    QTest::newRow("two-digit year") << QStringLiteral("11/1/25") << QDate(2025, 11, 1);
     QTest::newRow("long both") << QStringLiteral("10/31/2022") << QDate(2022, 10, 31);
 }
 
@@ -28,6 +29,7 @@ void tst_DateEdit::Typing_readsTheDateAsItIsWritten() {
     box.clearFocus();
     box.setFocus(Qt::TabFocusReason);
     QTest::keyClicks(&box, typed);
+    box.clearFocus();
     QTEST(box.date(), "date");
 }
 

@@ -61,7 +61,9 @@ void Tour::Next() {
 
 void Tour::Rest(const Stage& stage) {
     QTimer::singleShot(kRestMilliseconds, this, [this, stage] {
-        if (qobject_cast<QProgressDialog*>(QApplication::activeModalWidget())) {
+        // A dialog that has hidden itself is about to ask again; only the last step leaves nothing.
+        const bool between = !Window() && m_next + 1 < m_stages.size();
+        if (between || qobject_cast<QProgressDialog*>(QApplication::activeModalWidget())) {
             Rest(stage);
             return;
         }
