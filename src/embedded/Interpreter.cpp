@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "embedded/NoRows.h"
 #include "embedded/QueryCompiler.h"
 #include "embedded/StatementParser.h"
 #include "embedded/Text.h"
@@ -29,18 +30,6 @@ public:
 
 private:
     int& m_depth;
-};
-
-/// The rows of a function's own reading go nowhere.
-class NoRows final : public RowSink {
-public:
-    void BeginResult(const std::vector<ResultColumn>&) override {}
-    void Null() override {}
-    void Integer(qint64) override {}
-    void Double(double) override {}
-    void Text(std::string_view) override {}
-    void DateTime(std::string_view) override {}
-    void EndRow() override {}
 };
 
 }  // namespace

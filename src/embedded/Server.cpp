@@ -7,6 +7,7 @@
 #include "embedded/CallText.h"
 #include "embedded/HospitalFile.h"
 #include "embedded/Interpreter.h"
+#include "embedded/NoRows.h"
 #include "embedded/ScriptText.h"
 #include "embedded/StatementParser.h"
 #include "embedded/Text.h"
@@ -16,18 +17,6 @@ namespace embedded {
 namespace {
 
 constexpr size_t MostKeptCommands = 100;
-
-/// Stands where the caller wants no rows.
-class Discard final : public RowSink {
-public:
-    void BeginResult(const std::vector<ResultColumn>&) override {}
-    void Null() override {}
-    void Integer(qint64) override {}
-    void Double(double) override {}
-    void Text(std::string_view) override {}
-    void DateTime(std::string_view) override {}
-    void EndRow() override {}
-};
 
 base::DatabaseError ErrorOf(const Failure& failure, const QString& command = {}) {
     return base::DatabaseError(failure.Number(), QString::fromStdString(failure.Text()), command);
@@ -158,7 +147,7 @@ void Server::Impl::RunScript(const QString& scriptName, const QString& script) {
 }
 
 void Server::Impl::RunBatches(const std::string& text) {
-    Discard nowhere;
+    NoRows nowhere;
     std::string database;
     for (const ScriptBatch& batch : Batches(text)) {
         const auto module = StatementParser::ParseBatch(batch.text, batch.firstLine, database);
@@ -231,7 +220,7 @@ Server::Server(const QString& file, Mode mode, int busyMilliseconds) {
 Server::~Server() = default;
 
 qint64 Server::Execute(const QString& command, const QString& defaultDatabase, RowSink* sink) {
-    Discard nowhere;
+    NoRows nowhere;
     return m_impl->Execute(command, defaultDatabase, sink != nullptr ? *sink : nowhere);
 }
 
