@@ -57,6 +57,13 @@ void ChargesDay::ReadBox(const QString& step, const QString& said) {
     m_tour.Quietly(step + QStringLiteral(" is read"), [] { Tour::Press(Qt::Key_Return); });
 }
 
+void ChargesDay::Walk() {
+    NameTheDoctor();
+    TypeSupplies();
+    TypeFees();
+    LeaveTheSheet();
+}
+
 void ChargesDay::NameTheDoctor() {
     m_tour.Quietly(QStringLiteral("charge sheet asked for"), [] {
         Tour::Find<QPushButton>("cmdPostCharges")->setFocus();

@@ -11,13 +11,13 @@ class EntryGrid;
 class ChargesDay final {
 public:
     explicit ChargesDay(Tour& tour) : m_tour(tour) {}
+    void Walk();
 
+private:
     void NameTheDoctor();
     void TypeSupplies();
     void TypeFees();
     void LeaveTheSheet();
-
-private:
     /// Key by key, to whoever has the keyboard.
     static void Keys(const QString& text);
     static void Enter(const QString& text);

@@ -62,6 +62,12 @@ void HubDay::GoToTab(const char* tabs, int tab) {
     QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(tab).center());
 }
 
+void HubDay::Walk() {
+    ReadRequests();
+    MeetClosedAccounts();
+    OpenAnotherPatient();
+}
+
 void HubDay::ReadRequests() {
     m_tour.Quietly(QStringLiteral("hub left by Esc"), [] { Tour::Press(Qt::Key_Escape); });
     m_tour.Step(QStringLiteral("hub with open requests"), [this] { OpenFirst(kHasRequests); });

@@ -8,12 +8,12 @@ class frmPatientList;
 class HubDay final {
 public:
     explicit HubDay(Tour& tour) : m_tour(tour) {}
+    void Walk();
 
+private:
     void ReadRequests();
     void MeetClosedAccounts();
     void OpenAnotherPatient();
-
-private:
     /// From the patient list: goes down to the first patient that `condition` on the visit (an
     /// alias "v") holds for, and presses Enter.
     void OpenFirst(const QString& condition);

@@ -1,7 +1,9 @@
 #include <QDir>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <functional>
 #include <iostream>
+#include <vector>
 
 #include "app/Application.h"
 #include "components/Registry.h"
@@ -11,14 +13,43 @@
 #include "tour/Days.h"
 #include "tour/HubDay.h"
 
-// Walks a working day through the real windows: capd_tour DIR.
+namespace {
+
+/// The day in its order. Every part but "charges" and "hub", which need a patient chosen, begins
+/// and ends with the main window and its list.
+struct WholeDay {
+    explicit WholeDay(Tour& tour) : General(tour), Charges(tour), Hub(tour) {}
+
+    struct Part {
+        QString Name;
+        std::function<void()> Walk;
+    };
+    std::vector<Part> Parts() {
+        return {
+            {QStringLiteral("find"), [this] { General.FindPatients(); }},
+            {QStringLiteral("choose"), [this] { General.ChoosePatients(); }},
+            {QStringLiteral("charges"), [this] { Charges.Walk(); }},
+            {QStringLiteral("hub"), [this] { Hub.Walk(); }},
+            {QStringLiteral("reports"), [this] { General.PrintReports(); }},
+        };
+    }
+
+    Day General;
+    ChargesDay Charges;
+    HubDay Hub;
+};
+
+}  // namespace
+
+// Walks a working day through the real windows: capd_tour DIR [PART ...], all parts without one.
 int main(int argc, char* argv[]) {
     Application application(argc, argv);
-    if (argc != 2 || !QDir(QString::fromLocal8Bit(argv[1])).exists()) {
-        std::cerr << "usage: capd_tour DIR" << std::endl;
+    const QStringList arguments = application.arguments().mid(1);
+    if (arguments.isEmpty() || !QDir(arguments[0]).exists()) {
+        std::cerr << "usage: capd_tour DIR [PART ...]" << std::endl;
         return 2;
     }
-    const QDir folder(QString::fromLocal8Bit(argv[1]));
+    const QDir folder(arguments[0]);
     const QTemporaryDir settings;
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
     toolkit::ApplyTheme(application);
@@ -26,19 +57,10 @@ int main(int argc, char* argv[]) {
     components::HospitalFiles::Place(folder.filePath(QStringLiteral("hospital.db")),
                                      folder.filePath(QStringLiteral("own.db")));
     Tour tour(folder.absolutePath());
-    Day day(tour);
-    day.LogIn();
-    day.FindPatients();
-    day.ChoosePatients();
-    ChargesDay charges(tour);
-    charges.NameTheDoctor();
-    charges.TypeSupplies();
-    charges.TypeFees();
-    charges.LeaveTheSheet();
-    HubDay hub(tour);
-    hub.ReadRequests();
-    hub.MeetClosedAccounts();
-    hub.OpenAnotherPatient();
-    day.PrintReports();
+    WholeDay day(tour);
+    day.General.LogIn();
+    for (const WholeDay::Part& part : day.Parts())
+        if (arguments.size() == 1 || arguments.contains(part.Name))
+            part.Walk();
     return tour.Walk() == 0 ? 0 : 1;
 }
