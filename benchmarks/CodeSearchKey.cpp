@@ -1,4 +1,3 @@
-#include <QFile>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
@@ -19,20 +18,19 @@ constexpr int kRounds = 21;
 constexpr double kFrame = 16.7;
 
 // Words that begin with every letter, so that each key of one narrows the list.
-const char* const kWords[] = {"ADAPTER", "BANDAGE", "CATHETER", "DIALYSATE", "EXTENSION", "FILTER",
-                              "GAUZE", "HEATER BAG", "INJECTION CAP", "LINE", "MASK", "NEEDLE", "PACK"};
+const char* const kWords[] = {"ADAPTER", "BANDAGE", "CATHETER",   "DIALYSATE",     "EXTENSION",
+                              "FILTER",  "GAUZE",   "HEATER BAG", "INJECTION CAP", "LINE",
+                              "MASK",    "NEEDLE",  "PACK"};
 
 // A hospital whose unit has as many codes as the window must bear; made anew each time.
 QString HospitalOfCodes() {
-    const QString path = DemoHospital() + QStringLiteral("-codes");
-    for (const QString& file : {path, path + QStringLiteral("-wal"), path + QStringLiteral("-shm")})
-        QFile::remove(file);
-    if (!QFile::copy(DemoHospital(), path))
-        throw std::runtime_error("the demo hospital could not be copied");
+    const QString path = CopyOfDemoHospital(QStringLiteral("-codes"));
     BareSqlite file(path);
     file.Run("BEGIN");
-    BareStatement code(file, "INSERT INTO \"BILLING..tbRevenueCode\" (RevenueID, Revenue, WithItems, SearchInventory, "
-                             "LocationID, InvCode) VALUES (?1, ?2, 'Y', 1, '46', 'CA')");
+    BareStatement code(
+        file,
+        "INSERT INTO \"BILLING..tbRevenueCode\" (RevenueID, Revenue, WithItems, SearchInventory, "
+        "LocationID, InvCode) VALUES (?1, ?2, 'Y', 1, '46', 'CA')");
     for (int number = 0; number < kCodes; ++number) {
         const std::string digits = std::to_string(10'000 + number);
         code.Bind(1, digits);
@@ -82,8 +80,9 @@ void CodeSearchKey() {
         throw std::runtime_error("the code search found too few codes");
     const std::vector<double>& taken = typed.Milliseconds;
     size_t next = 0;
-    Print(AlternateTimed(QStringLiteral("code-search-key"), QStringLiteral("ms"), int(taken.size()) - 1,
-                         [&] { return taken[next++]; }, [] { return kFrame; }));
+    Print(AlternateTimed(
+        QStringLiteral("code-search-key"), QStringLiteral("ms"), int(taken.size()) - 1,
+        [&] { return taken[next++]; }, [] { return kFrame; }));
 }
 
 }  // namespace bench

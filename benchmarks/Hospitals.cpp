@@ -104,6 +104,15 @@ QString DemoHospital() {
     return path;
 }
 
+QString CopyOfDemoHospital(const QString& suffix) {
+    const QString path = DemoHospital() + suffix;
+    for (const QString& file : {path, path + QStringLiteral("-wal"), path + QStringLiteral("-shm")})
+        QFile::remove(file);
+    if (!QFile::copy(DemoHospital(), path))
+        throw std::runtime_error("the demo hospital could not be copied");
+    return path;
+}
+
 QString LargeHospital() {
     if (!QFile::exists(LargePath()))
         throw std::runtime_error("the large register is not there: ./bench --large makes it once");

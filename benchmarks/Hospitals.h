@@ -10,6 +10,8 @@ namespace bench {
 
 /// The demo hospital.
 QString DemoHospital();
+/// A copy of it under a name of its own, made anew each time.
+QString CopyOfDemoHospital(const QString& suffix);
 
 /// A register of 1,000,000 patients and 2,000,000 stays; 100,000 visits of patients named Quill.
 /// Throws where it has not been made.

@@ -2,11 +2,13 @@
 #include <QTest>
 
 #include "app/mdiCAPD.h"
+#include "benchmarks/BareSqlite.h"
 #include "benchmarks/Hospitals.h"
 #include "benchmarks/Measure.h"
 #include "benchmarks/Session.h"
 #include "charges/ChargeRules.h"
 #include "charges/frmRequest.h"
+#include "db/CommandText.h"
 #include "db/Recordset.h"
 #include "patients/PatientOnScreen.h"
 #include "session/modGlobals.h"
@@ -19,6 +21,7 @@ namespace {
 constexpr double kFrameMilliseconds = 1000.0 / 60;
 // As a line's price takes them: the item twice, its net amount and its discount by five each.
 constexpr int kExpectedCommands = 12;
+constexpr int kSupplies = 200'000;
 
 class Visitor final : public PatientOnScreen {
 public:
@@ -62,10 +65,32 @@ double EnterItem(toolkit::EntryGrid& grid, const QString& code) {
     return taken;
 }
 
-}  // namespace
+// A hospital with 200,000 supplies more at the unit's stock location.
+QString HospitalOfSupplies() {
+    const QString path = CopyOfDemoHospital(QStringLiteral("-supplies"));
+    BareSqlite file(path);
+    file.Run("BEGIN");
+    BareStatement supply(file,
+                         "INSERT INTO \"BILLING..tbDrug\" (DrugCode, DrugName, Kind, Unit, Status, "
+                         "SellingPriceIn, SellingPriceOut) VALUES (?1, ?2, 'S', 'pc', 0, 10, 12)");
+    BareStatement stock(file,
+                        "INSERT INTO \"BILLING..tbDrugStock\" (DrugCode, LocationID, OnHand) "
+                        "SELECT ?1, LocationID, 5 FROM \"BILLING..tbRevenueCode\" "
+                        "WHERE RevenueID = 'CA'");
+    for (int number = 0; number < kSupplies; ++number) {
+        const std::string code = std::to_string(2'000'000 + number);
+        supply.Bind(1, code);
+        supply.Bind(2, char('A' + number % 26) + ("-tube " + code));
+        supply.Write();
+        stock.Bind(1, code);
+        stock.Write();
+    }
+    file.Run("COMMIT");
+    return path;
+}
 
-void ItemEnter() {
-    const auto frame = StartSession(DemoHospital());
+void MeasureItems(const QString& name, const QString& hospital) {
+    const auto frame = StartSession(hospital);
     Visitor patient(SeniorVisit());
     frmRequest window(patient);
     window.show();
@@ -79,15 +104,45 @@ void ItemEnter() {
         other = !other;
         return EnterItem(*grid, other ? QStringLiteral("101") : QStringLiteral("102"));
     };
-    Print(AlternateTimed(QStringLiteral("item-enter"), QStringLiteral("ms"), 101, enter,
-                         [] { return kFrameMilliseconds; }));
+    Print(
+        AlternateTimed(name, QStringLiteral("ms"), 101, enter, [] { return kFrameMilliseconds; }));
 
     int commands = 0;
     db::Connection::SetCommandHook([&commands](const QString&) { ++commands; });
     enter();
     db::Connection::SetCommandHook({});
-    Print({QStringLiteral("item-enter-commands"), double(commands), double(kExpectedCommands),
+    Print({name + QStringLiteral("-commands"), double(commands), double(kExpectedCommands),
            QStringLiteral("commands")});
+}
+
+// What the supply list asks at each key, beside the same rows through the bare library.
+void MeasureSupplyList(const QString& name, const QString& hospital, const QString& text) {
+    const auto connection = Open(hospital);
+    const QString command =
+        db::Call(QStringLiteral("BILLING..sp_Drug_Search"), {text, {}, QStringLiteral("46")});
+    const BareSqlite file(hospital);
+    BareStatement bare(file,
+                       "SELECT d.DrugCode, d.DrugName, d.Status, d.SellingPriceIn, "
+                       "d.SellingPriceOut, d.Unit, s.OnHand FROM \"BILLING..tbDrug\" d "
+                       "JOIN \"BILLING..tbDrugStock\" s ON s.DrugCode = d.DrugCode "
+                       "WHERE d.DrugName BETWEEN ?1 AND ?2 AND s.LocationID = '46' "
+                       "ORDER BY d.DrugName, d.DrugCode LIMIT 500");
+    bare.Bind(1, text.toStdString());
+    bare.Bind(2, text.toStdString() + "\xEF\xBF\xBD");
+    if (bare.ReadAll() != connection->Execute(command)->RecordCount())
+        throw std::runtime_error("both find other supplies");
+    Print(Alternate(
+        name, 51, [&] { connection->Execute(command); }, [&] { bare.ReadAll(); }));
+}
+
+}  // namespace
+
+void ItemEnter() {
+    MeasureItems(QStringLiteral("item-enter"), DemoHospital());
+    const QString large = HospitalOfSupplies();
+    MeasureItems(QStringLiteral("item-enter-200k"), large);
+    MeasureSupplyList(QStringLiteral("supply-list-200k"), large, QStringLiteral("t-tube"));
+    MeasureSupplyList(QStringLiteral("supply-list-200k-all"), large, {});
 }
 
 }  // namespace bench
