@@ -61,6 +61,13 @@ void frmPatientList::SetUpFields() {
     ui->OptPatientType->setId(ui->OptPatientType1, OutPatients);
     ui->OptPatientType->setId(ui->OptPatientType2, InPatients);
     ui->OptPatientType->setId(ui->OptPatientType3, ErPatients);
+    // The Tab key comes to the type that is searched now; the arrows go on to the others.
+    const auto leadTab = [](QAbstractButton* option, bool chosen) {
+        option->setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);
+    };
+    for (QAbstractButton* option : ui->OptPatientType->buttons())
+        leadTab(option, option->isChecked());
+    connect(ui->OptPatientType, &QButtonGroup::buttonToggled, this, leadTab);
     for (QLineEdit* field : {ui->txtIdNum, ui->txtHospNum, ui->txtLastName}) {
         field->setValidator(new toolkit::UpperCase(field));
         field->installEventFilter(this);

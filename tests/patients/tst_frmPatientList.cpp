@@ -377,6 +377,14 @@ void tst_frmPatientList::Keys_searchAndReachTheList() {
     QCOMPARE(RecordingDriver::Commands.size(), 3);
     QTest::keyClick(&window.Form, Qt::Key_S, Qt::AltModifier);
     QTRY_COMPARE(RecordingDriver::Commands.size(), 4);
+    // Tab comes to the type that is searched, an arrow to the next one.
+    auto* type = window.Form.findChild<QAbstractButton*>(QStringLiteral("OptPatientType1"));
+    window.Form.findChild<QWidget*>(QStringLiteral("cmdSearch"))->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(type->hasFocus());
+    QTest::keyClick(type, Qt::Key_Down);
+    QVERIFY(!type->isChecked());
+    QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("OptPatientType2"));
 }
 
 void tst_frmPatientList::Row_isChosenByKeyAndMouse() {
