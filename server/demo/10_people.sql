@@ -20,14 +20,16 @@ VALUES ('1', 'Roman Catholic'), ('2', 'Protestant'), ('3', 'Muslim'), ('4', 'Bud
     'None')
 GO
 
--- The password of all three is "practice": the log-in shows it to whoever practises.
+-- The password of all is "practice": the log-in shows it to whoever practises.
 DECLARE @Practice varchar(128);
 SET @Practice = '$argon2id$v=19$m=65536,t=2,p=1$NY5XtF/EROzifHwGily/Cw$7bmF5OyTkn2fdPfV/6ElJYFO07UCazQr9XLhZBqHkks';
 INSERT INTO tbUser (UserName, EmployeeCode, EmployeeName, PasswordHash, DeptCode)
 VALUES
     ('nurse1', '4601', 'Amelia Peña', @Practice, '46'),
     ('clerk1', '4602', 'Rory O''Hara', @Practice, '46'),
-    ('labuser', '1201', 'Dana Whitlow', @Practice, '12')
+    ('labuser', '1201', 'Dana Whitlow', @Practice, '12'),
+    ('pharmacy1', '2001', 'Ines Calloway', @Practice, '20'),
+    ('supply1', '2101', 'Bram Oduya', @Practice, '21')
 GO
 
 INSERT INTO tbDoctor (DoctorID, LastName, FirstName, MiddleName, Specialty)

@@ -9,6 +9,7 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QStyleOption>
 
 namespace toolkit {
 
@@ -35,6 +36,9 @@ QPalette Palette() {
     palette.setColor(QPalette::PlaceholderText, faint);
     palette.setColor(QPalette::Highlight, kAccent);
     palette.setColor(QPalette::HighlightedText, Qt::white);
+    // A chosen row of a list that has not the keys stays seen, but is not the place where one types.
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xcd, 0xdf, 0xf2));
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, ink);
     palette.setColor(QPalette::Link, kAccent);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, faint);
@@ -76,6 +80,11 @@ public:
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
+        if (const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
+            QStyleOptionViewItem cell(*item);
+            cell.state.setFlag(State_Active, widget && widget->hasFocus());
+            return QProxyStyle::drawControl(element, &cell, painter, widget);
+        }
         const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
         if (element != CE_PushButton || !button || !IsPrimary(widget) || !widget->isEnabled())
             return QProxyStyle::drawControl(element, option, painter, widget);
