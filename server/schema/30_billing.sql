@@ -5,6 +5,10 @@ GO
 CREATE ROLE capd_user
 GO
 
+-- Who takes the money of cash patients.
+CREATE ROLE cashier
+GO
+
 CREATE TABLE tbRoomClass (
     RoomClassID varchar(5) NOT NULL PRIMARY KEY,
     RoomClass varchar(40) NOT NULL,

@@ -7,10 +7,12 @@ GO
 
 GRANT EXECUTE ON Nurse_CheckRequest TO capd_user
 GRANT EXECUTE ON fn_CAPD_FundPaid TO capd_user
+GRANT EXECUTE ON sp_CAPD_AssessmentStatus TO capd_user
 GRANT EXECUTE ON sp_CAPD_Patientsearch TO capd_user
 GRANT EXECUTE ON sp_CAPD_ReportIncome TO capd_user
 GRANT EXECUTE ON sp_CAPD_ReportPatients TO capd_user
 GRANT EXECUTE ON sp_CAPD_ReportVisits TO capd_user
+GRANT EXECUTE ON sp_CAPD_SaveAssessment TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchAdmissions TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchCurrent TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchRegister TO capd_user
@@ -61,7 +63,8 @@ GRANT EXECUTE ON sp_Drug_Search TO capd_user
 GRANT EXECUTE ON sp_OtherRevenue_Find TO capd_user
 GRANT EXECUTE ON sp_OtherRevenue_Search TO capd_user
 GRANT EXECUTE ON sp_StockCard_Append TO capd_user
-GRANT SELECT, UPDATE ON tbCashAssessment TO capd_user
+GRANT EXECUTE ON sp_Cashier_Pay TO cashier
+GRANT SELECT, INSERT, UPDATE ON tbCashAssessment TO capd_user
 GRANT SELECT ON tbBill TO capd_user
 GRANT SELECT ON tbDoctorCharge TO capd_user
 GRANT SELECT ON tbStockCard TO capd_user
@@ -75,6 +78,7 @@ GO
 USE RADIOLOGY
 GO
 
+GRANT EXECUTE ON spGlobal_RegularPatients TO capd_user
 GRANT EXECUTE ON spRadio_CheckPatientClass TO capd_user
 GRANT EXECUTE ON spRadio_GetDiscount TO capd_user
 GRANT EXECUTE ON spRadio_GetDiscountType TO capd_user
