@@ -14,7 +14,6 @@ constexpr int kNotUpdatable = 3251;
 constexpr int kUnknownField = 3265;
 constexpr int kClosed = 3704;
 constexpr int kOpen = 3705;
-constexpr int kRowChanged = -2147217864;
 
 constexpr int kChangeInPlace = 3;
 

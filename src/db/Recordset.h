@@ -12,6 +12,9 @@ namespace db {
 
 class Recordset;
 
+/// The number of the error that Update() raises when another user changed the row first.
+inline constexpr int kRowChanged = -2147217864;
+
 /// One field of the current row. Reading past the end throws base::DatabaseError 3021.
 class Field final {
 public:
@@ -64,7 +67,7 @@ public:
     QStringList FieldNames() const;
 
     /// Writes the changed fields of the current row back: the condition is the table's key and
-    /// the values fetched of those fields. Throws base::DatabaseError -2147217864 and writes
+    /// the values fetched of those fields. Throws base::DatabaseError kRowChanged and writes
     /// nothing when another user changed or removed the row first. Needs lock type 3 and a
     /// statement over one table.
     void Update();
