@@ -7,6 +7,7 @@
 #include <QShortcut>
 #include <QToolButton>
 
+#include "assessment/frmAssessmentStatus.h"
 #include "hub/frmFinal.h"
 #include "patients/frmPatientList.h"
 #include "reports/UnitReports.h"
@@ -26,7 +27,7 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
     connect(ui->mnuAssessmentEntry, &QAction::triggered, this,
             [this] { NotBuiltYet(QStringLiteral("Assessment Entry")); });
     connect(ui->mnuAssessmentStatus, &QAction::triggered, this,
-            [this] { NotBuiltYet(QStringLiteral("Assessment Status")); });
+            [this] { frmAssessmentStatus(this).exec(); });
     connect(ui->mnuCAPDVisits, &QAction::triggered, this, &modMain::PrintCAPDVisits);
     connect(ui->mnuIncomeReport, &QAction::triggered, this, &modMain::PrintIncome);
     connect(ui->mnuCAPDPatients, &QAction::triggered, this, &modMain::PrintCAPDPatients);

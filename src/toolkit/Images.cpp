@@ -59,6 +59,17 @@ void DrawAssessment(QPainter& painter) {
     painter.drawPolyline(QPolygonF({{0.46, 0.72}, {0.62, 0.88}, {0.94, 0.5}}));
 }
 
+// The three states differ in shape, not in colour alone.
+void DrawState(QPainter& painter, const QColor& fill, const QList<QPolygonF>& strokes) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(fill);
+    painter.drawEllipse(QPointF(0.5, 0.5), 0.44, 0.44);
+    painter.setPen(QPen(Qt::white, 0.12, Qt::SolidLine, Qt::RoundCap));
+    painter.setBrush(Qt::NoBrush);
+    for (const QPolygonF& stroke : strokes)
+        painter.drawPolyline(stroke);
+}
+
 void Draw(QPainter& painter, Image image) {
     switch (image) {
         case Image::Blank:
@@ -76,6 +87,18 @@ void Draw(QPainter& painter, Image image) {
             break;
         case Image::Assessment:
             DrawAssessment(painter);
+            break;
+        case Image::Paid:
+            DrawState(painter, QColor(0x1e, 0x8e, 0x3e),
+                      {{{0.28, 0.52}, {0.44, 0.68}, {0.72, 0.34}}});
+            break;
+        case Image::Pending:
+            DrawState(painter, QColor(0xb2, 0x6a, 0x00),
+                      {{{0.5, 0.24}, {0.5, 0.52}, {0.68, 0.62}}});
+            break;
+        case Image::Revoked:
+            DrawState(painter, QColor(0xb3, 0x26, 0x1e),
+                      {{{0.34, 0.34}, {0.66, 0.66}}, {{0.66, 0.34}, {0.34, 0.66}}});
             break;
     }
 }

@@ -6,12 +6,15 @@ namespace toolkit {
 
 /// The program's small drawings.
 enum class Image {
-    Blank,      ///< takes the room of a mark
-    ArrowUp,    ///< the header of a column sorted upward
-    ArrowDown,  ///< and downward
-    Star,       ///< a patient of the CAPD register
-    NewSheet,   ///< a new registration
-    Assessment  ///< a cash assessment
+    Blank,       ///< takes the room of a mark
+    ArrowUp,     ///< the header of a column sorted upward
+    ArrowDown,   ///< and downward
+    Star,        ///< a patient of the CAPD register
+    NewSheet,    ///< a new registration
+    Assessment,  ///< a cash assessment
+    Paid,        ///< one that the cashier has been paid
+    Pending,     ///< and one still waiting for it
+    Revoked      ///< one that was taken back
 };
 
 namespace Images {

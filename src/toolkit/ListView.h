@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QHash>
 #include <QTreeView>
 #include <functional>
 #include <memory>
 #include <vector>
 
 #include "db/RowStore.h"
+#include "toolkit/Images.h"
 
 namespace toolkit {
 
@@ -15,6 +17,7 @@ struct ListColumn {
     QString Header;
     int WidthTwips;
     QString Field;
+    QString IfEmpty = {};  ///< shown where the field is empty or null
 };
 
 /// Rows of a recordset as a list: nothing is copied a cell, the order is a permutation of row
@@ -28,8 +31,10 @@ public:
     /// Shows these rows in the order they came; null shows none. A column whose field the rows
     /// lack throws base::DatabaseError 3265 naming it.
     void SetRows(std::shared_ptr<const db::RowStore> rows);
-    /// Rows for which it answers true carry a star before their first column.
-    void SetStarred(std::function<bool(const db::RowStore& rows, int row)> starred);
+    /// What stands before the first column of a shown row.
+    void SetImages(std::function<Image(int row)> imageOf) { m_imageOf = std::move(imageOf); }
+    /// Shows another text in a cell until other rows are set. The row keeps its place when sorted.
+    void SetTextAt(int row, int column, const QString& text);
     /// The shown text of a cell; empty outside.
     QString TextAt(int row, int column) const;
     /// Position in the rows behind a shown row.
@@ -46,7 +51,8 @@ private:
     std::vector<int> m_fields;
     std::shared_ptr<const db::RowStore> m_rows;
     std::vector<int> m_order;
-    std::function<bool(const db::RowStore&, int)> m_starred;
+    QHash<std::pair<int, int>, QString> m_written;
+    std::function<Image(int)> m_imageOf;
 };
 
 /// A report-style list with the unit's habits: a click on a header sorts, reversing the order each

@@ -5,7 +5,6 @@
 
 #include "base/Collation.h"
 #include "base/Errors.h"
-#include "toolkit/Images.h"
 #include "toolkit/ListView.h"
 
 namespace toolkit {
@@ -71,19 +70,27 @@ void RowListModel::SetRows(std::shared_ptr<const db::RowStore> rows) {
     beginResetModel();
     m_rows = std::move(rows);
     m_fields = std::move(fields);
+    m_written.clear();
     m_order.resize(m_rows ? m_rows->RowCount() : 0);
     std::iota(m_order.begin(), m_order.end(), 0);
     endResetModel();
 }
 
-void RowListModel::SetStarred(std::function<bool(const db::RowStore&, int)> starred) {
-    m_starred = std::move(starred);
+void RowListModel::SetTextAt(int row, int column, const QString& text) {
+    m_written[{m_order.at(size_t(row)), column}] = text;
+    emit dataChanged(index(row, 0), index(row, columnCount() - 1));
 }
 
 QString RowListModel::TextAt(int row, int column) const {
     if (row < 0 || row >= int(m_order.size()) || column < 0 || column >= int(m_fields.size()))
         return {};
-    return m_rows->TextAt(m_order[row], m_fields[column]);
+    if (!m_written.isEmpty()) {
+        const auto written = m_written.constFind({m_order[row], column});
+        if (written != m_written.constEnd())
+            return *written;
+    }
+    const QString text = m_rows->TextAt(m_order[row], m_fields[column]);
+    return text.isEmpty() ? m_columns[column].IfEmpty : text;
 }
 
 int RowListModel::rowCount(const QModelIndex& parent) const {
@@ -101,11 +108,9 @@ QVariant RowListModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             return TextAt(index.row(), index.column());
         case Qt::DecorationRole:
-            if (index.column() != 0 || !m_starred)
+            if (index.column() != 0 || !m_imageOf)
                 return {};
-            // The room of the star is kept on every row, so that the numbers stand in one line.
-            return Images::Icon(m_starred(*m_rows, m_order[index.row()]) ? Image::Star
-                                                                         : Image::Blank);
+            return Images::Icon(m_imageOf(index.row()));
         case Qt::TextAlignmentRole:
             return int(Qt::AlignLeft | Qt::AlignVCenter);
         default:

@@ -184,8 +184,10 @@ void tst_ListView::Rows_withoutAColumnAreRefused() {
 
 void tst_ListView::Row_starStandsBeforeTheFirstColumn() {
     Shown shown;
-    shown.Model.SetStarred(
-        [](const db::RowStore& rows, int row) { return rows.TextAt(row, 0).startsWith(u'P'); });
+    shown.Model.SetImages([&shown](int row) {
+        return shown.Model.TextAt(row, 1).startsWith(u'P') ? toolkit::Image::Star
+                                                           : toolkit::Image::Blank;
+    });
     const auto isDrawn = [&](int row, int column) {
         const auto icon = shown.Model.index(row, column).data(Qt::DecorationRole).value<QIcon>();
         const QImage image = icon.pixmap(16, 16).toImage();
