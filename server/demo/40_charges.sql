@@ -164,6 +164,14 @@ WHERE RevenueID = 'CA'
 ORDER BY Moment, RefNum, LineNum
 GO
 
+UPDATE CLINICAL_AREA..tbCAPDRequest
+SET StockCardID = (
+    SELECT s.StockCardID
+    FROM tbStockCard s
+    WHERE s.RefNum = tbCAPDRequest.RefNum AND s.ItemCode = tbCAPDRequest.ItemCode)
+WHERE RevenueID = 'CA'
+GO
+
 UPDATE tbStockCard
 SET StockAfter = (
     SELECT -SUM(s.Quantity)

@@ -83,7 +83,8 @@ GO
 CREATE INDEX ixLogBookIdNum ON tbCAPDLogBook (IdNum, TransDate)
 GO
 
--- The lines of charge slips as they were requested; money of supplies stands on the stock card.
+-- The lines of charge slips as they were requested. Description and Price are those of that day;
+-- net amount and discount of supplies stand on their row of the stock card.
 CREATE TABLE tbCAPDRequest (
     RequestID int IDENTITY(1,1) PRIMARY KEY,
     HospNum varchar(20) NOT NULL,
@@ -98,7 +99,10 @@ CREATE TABLE tbCAPDRequest (
     UserID varchar(20) NOT NULL,
     DoctorID varchar(10),
     DoctorName varchar(150),
-    RequestDate datetime NOT NULL
+    RequestDate datetime NOT NULL,
+    Description varchar(200),
+    Price money,
+    StockCardID int
 )
 GO
 

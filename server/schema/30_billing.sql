@@ -296,7 +296,7 @@ GO
 CREATE INDEX ixCompanyPaymentRefNum ON tbCompanyPayment (RefNum, ItemID)
 GO
 
-CREATE INDEX ixCompanyPaymentIdNum ON tbCompanyPayment (IdNum)
+CREATE INDEX ixCompanyPaymentIdNum ON tbCompanyPayment (IdNum, CancelledAt, Amount)
 GO
 
 CREATE INDEX ixCompanyPaymentAccount ON tbCompanyPayment (AccountNum)

@@ -13,16 +13,24 @@ GRANT EXECUTE ON sp_CAPD_GetVisits TO capd_user
 GRANT EXECUTE ON sp_CAPD_LogVisit TO capd_user
 GRANT EXECUTE ON sp_CAPD_Patientsearch TO capd_user
 GRANT EXECUTE ON sp_CAPD_RegisterPatient TO capd_user
+GRANT EXECUTE ON sp_CAPD_DoctorCharge TO capd_user
+GRANT EXECUTE ON sp_CAPD_GetPackage TO capd_user
+GRANT EXECUTE ON sp_CAPD_GetRequest TO capd_user
+GRANT EXECUTE ON sp_CAPD_Patientsearch TO capd_user
+GRANT EXECUTE ON sp_CAPD_PrintChargeSlip TO capd_user
+GRANT EXECUTE ON sp_CAPD_ReportChargeSlip TO capd_user
 GRANT EXECUTE ON sp_CAPD_ReportIncome TO capd_user
 GRANT EXECUTE ON sp_CAPD_ReportPatients TO capd_user
 GRANT EXECUTE ON sp_CAPD_ReportVisits TO capd_user
 GRANT EXECUTE ON sp_CAPD_SaveAssessment TO capd_user
+GRANT EXECUTE ON sp_CAPD_SaveRequest TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchAdmissions TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchCurrent TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchPatientData TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchRegister TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchRevenue TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchVisits TO capd_user
+GRANT EXECUTE ON sp_capd_addbill TO capd_user
 GRANT SELECT, UPDATE ON tbCAPDSlip TO capd_user
 GRANT SELECT, DELETE ON tbCAPDChargeSlip TO capd_user
 GRANT SELECT ON tbCAPDLogBook TO capd_user
@@ -37,6 +45,7 @@ GRANT EXECUTE ON fn_GetEmployeeName TO capd_user
 GRANT EXECUTE ON fn_GetOldHospNum TO capd_user
 GRANT EXECUTE ON fn_GetToday TO capd_user
 GRANT EXECUTE ON fn_LikePrefix TO capd_user
+GRANT EXECUTE ON sp_Account_Check TO capd_user
 GRANT EXECUTE ON sp_Confinement_Period TO capd_user
 GRANT EXECUTE ON sp_Confinement_Results TO capd_user
 GRANT EXECUTE ON sp_Doctor_Find TO capd_user
@@ -67,13 +76,24 @@ GRANT EXECUTE ON sp_Drug_Find TO capd_user
 GRANT EXECUTE ON sp_Drug_Search TO capd_user
 GRANT EXECUTE ON sp_OtherRevenue_Find TO capd_user
 GRANT EXECUTE ON sp_OtherRevenue_Search TO capd_user
+GRANT EXECUTE ON sp_PARS_CancelCompanyPayment TO capd_user
+GRANT EXECUTE ON sp_PARS_SaveCompanyPayment TO capd_user
+GRANT EXECUTE ON sp_PDAF_GetAllocation TO capd_user
+GRANT EXECUTE ON sp_PDAF_GetAllocation_RegAccount TO capd_user
+GRANT EXECUTE ON sp_PDAF_GetBalance TO capd_user
+GRANT EXECUTE ON sp_PDAF_GetRemBill TO capd_user
+GRANT EXECUTE ON sp_PDAF_GetSavedPayment TO capd_user
+GRANT EXECUTE ON SP_PDAF_UpdateOPDRegistration TO capd_user
+GRANT EXECUTE ON sp_Pars_CheckCompany TO capd_user
 GRANT EXECUTE ON sp_StockCard_Append TO capd_user
 GRANT EXECUTE ON sp_Cashier_Pay TO cashier
+GRANT EXECUTE ON fn_StockCard_IsReturned TO capd_user
 GRANT SELECT, INSERT, UPDATE ON tbCashAssessment TO capd_user
-GRANT SELECT ON tbBill TO capd_user
-GRANT SELECT ON tbDoctorCharge TO capd_user
+GRANT SELECT, INSERT ON tbBill TO capd_user
+GRANT SELECT, INSERT ON tbDoctorCharge TO capd_user
 GRANT SELECT ON tbStockCard TO capd_user
 GRANT SELECT ON tbCompanyPayment TO capd_user
+GRANT SELECT ON tbCompany TO capd_user
 GRANT SELECT ON tbRevenueCode TO capd_user
 GRANT SELECT ON tbDrug TO capd_user
 GRANT SELECT ON tbOtherRevenue TO capd_user
@@ -85,9 +105,11 @@ GO
 
 GRANT EXECUTE ON spGlobal_RegularPatients TO capd_user
 GRANT EXECUTE ON spRadio_CheckPatientClass TO capd_user
+GRANT EXECUTE ON spRadio_GenerateChargeSlip TO capd_user
 GRANT EXECUTE ON spRadio_GetDiscount TO capd_user
 GRANT EXECUTE ON spRadio_GetDiscountType TO capd_user
 GRANT SELECT ON tbRadResult TO capd_user
+GRANT SELECT ON tbChargeSlipFund TO capd_user
 GO
 
 USE STATION

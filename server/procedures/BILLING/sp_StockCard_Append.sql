@@ -1,8 +1,9 @@
 -- Records a movement on the stock card and changes the stock on hand with it, both or neither.
 -- The 31 positions are those of tbStockCard; an empty or omitted one is null. @p3 item code, @p4
 -- moment (MM/dd/yyyy hh:mm, else now), @p6 quantity (positive leaves, negative comes in), @p8 net amount,
--- @p12 location, @p31 discount. Stock below zero is allowed; refuses an item that the location does
--- not keep (50131) and a quantity that is no number (50132). Returns StockAfter.
+-- @p12 location, @p31 discount, which a return takes back whatever its sign. Stock below zero is
+-- allowed; refuses an item that the location does not keep (50131) and a quantity that is no number
+-- (50132). Returns StockAfter.
 USE BILLING
 GO
 
@@ -50,6 +51,7 @@ BEGIN
     DECLARE @LocationID varchar(8000);
     DECLARE @Moment datetime;
     DECLARE @Quantity decimal(12,2);
+    DECLARE @Discount money;
     DECLARE @StockAfter decimal(12,2);
     SET @ItemCode = LTRIM(RTRIM(@p3));
     SET @LocationID = LTRIM(RTRIM(@p12));
@@ -59,6 +61,9 @@ BEGIN
     BEGIN
         THROW 50132, 'A stock card entry needs a quantity.', 1;
     END
+    SET @Discount = CONVERT(money, ISNULL(NULLIF(@p31, ''), '0'));
+    IF @Quantity < 0
+        SET @Discount = -ABS(@Discount);
 
     BEGIN TRANSACTION;
     UPDATE tbDrugStock
@@ -84,7 +89,7 @@ BEGIN
         NULLIF(@p18, ''), NULLIF(@p19, ''), NULLIF(@p20, ''), NULLIF(@p21, ''), NULLIF(@p22, ''),
         NULLIF(@p23, ''), CONVERT(int, NULLIF(@p24, '')), NULLIF(@p25, ''), NULLIF(@p26, ''),
         NULLIF(@p27, ''), NULLIF(@p28, ''), NULLIF(@p29, ''), NULLIF(@p30, ''),
-        CONVERT(money, ISNULL(NULLIF(@p31, ''), '0')), @StockAfter);
+        @Discount, @StockAfter);
     COMMIT TRANSACTION;
 
     SELECT @StockAfter AS StockAfter;
