@@ -3,6 +3,7 @@ USE RADIOLOGY
 GO
 
 -- X-ray, ultrasound and CT scan of the unit's patients, every few visits, and of every admission.
+-- The latest visit of one patient in fifteen (N / 16 % 15 = 2) was seen by every department.
 INSERT INTO tbRadResult (TransNum, Modality, HospNum, IdNum, ExamName, TransDate, ResultDate,
     DoctorID, Films, Interpretation)
 SELECT CONCAT('X', 300000 + (730 - d.D) * 200 + d.N / 16), 'X', d.HospNum, d.IdNum, 'CHEST PA',
@@ -16,6 +17,7 @@ SELECT CONCAT('X', 300000 + (730 - d.D) * 200 + d.N / 16), 'X', d.HospNum, d.IdN
         ELSE 'The pulmonary vessels are prominent. The heart is enlarged. Impression: cardiomegaly with pulmonary congestion.' END END
 FROM PATIENT_DATA..tbDemoVisit d
 WHERE (d.N / 16 + d.J) % 5 = 0
+    OR d.J = 0 AND d.N / 16 % 15 = 2
 UNION ALL
 SELECT CONCAT('U', 300000 + (730 - d.D) * 200 + d.N / 16), 'U', d.HospNum, d.IdNum,
     'KIDNEYS AND BLADDER',
@@ -27,14 +29,15 @@ SELECT CONCAT('U', 300000 + (730 - d.D) * 200 + d.N / 16), 'U', d.HospNum, d.IdN
         ELSE 'Both kidneys are small and echogenic. Several simple cysts are seen in the left, the largest 1.8 cm. Peritoneal fluid is noted. Impression: renal parenchymal disease with simple left renal cysts.' END END
 FROM PATIENT_DATA..tbDemoVisit d
 WHERE (d.N / 16 + d.J) % 6 = 0
+    OR d.J = 0 AND d.N / 16 % 15 = 2
 UNION ALL
 SELECT CONCAT('C', 300000 + (730 - d.D) * 200 + d.N / 16), 'C', d.HospNum, d.IdNum,
     'WHOLE ABDOMEN, PLAIN',
     DATEADD(minute, 50, d.AdmDate), DATEADD(hour, 26, d.AdmDate), '109', 4,
     'Plain axial images show both kidneys to be small. The tip of the peritoneal catheter lies in the pelvis. No loculated fluid collection is seen. Impression: catheter in place; bilateral small kidneys.'
 FROM PATIENT_DATA..tbDemoVisit d
-WHERE (d.N / 16 + d.J) % 14 = 3
-    AND d.D > 2
+WHERE (d.N / 16 + d.J) % 14 = 3 AND d.D > 2
+    OR d.J = 0 AND d.N / 16 % 15 = 2
 UNION ALL
 SELECT CONCAT('XA', v.IdNum), 'X', v.HospNum, v.IdNum, 'CHEST AP', DATEADD(hour, 2, v.AdmDate),
     DATEADD(hour, 9, v.AdmDate),
@@ -162,6 +165,7 @@ SELECT CONCAT('H', 300000 + (730 - d.D) * 200 + d.N / 16), d.HospNum, d.IdNum,
         ELSE 'Sinus rhythm; within normal limits.' END END
 FROM PATIENT_DATA..tbDemoVisit d
 WHERE (d.N / 16 + d.J) % 7 = 0
+    OR d.J = 0 AND d.N / 16 % 15 = 2
 GO
 
 INSERT INTO tbPTResult (
@@ -174,8 +178,8 @@ SELECT CONCAT('P', 300000 + (730 - d.D) * 200 + d.N / 16), CONCAT('R',
         'Tolerated 20 minutes of active exercise of both lower limbs; no pain reported.',
     'Continue twice a week.', 'Muscle strength 4/5 in both lower limbs; gait steady with a cane.'
 FROM PATIENT_DATA..tbDemoVisit d
-WHERE (d.N / 16 + d.J) % 10 = 1
-    AND d.D > 0
+WHERE (d.N / 16 + d.J) % 10 = 1 AND d.D > 0
+    OR d.J = 0 AND d.N / 16 % 15 = 2
 GO
 
 -- Medicines: of every admission up to six; of the unit's visits one now and then. A medicine that

@@ -6,6 +6,8 @@ USE CLINICAL_AREA
 GO
 
 GRANT EXECUTE ON Nurse_CheckRequest TO capd_user
+GRANT EXECUTE ON Nurse_GetHrt TO capd_user
+GRANT EXECUTE ON Nurse_GetPT TO capd_user
 GRANT EXECUTE ON fn_CAPD_FundPaid TO capd_user
 GRANT EXECUTE ON sp_CAPD_AssessmentStatus TO capd_user
 GRANT EXECUTE ON sp_CAPD_AddToRegister TO capd_user
@@ -45,12 +47,14 @@ GRANT EXECUTE ON fn_GetOldHospNum TO capd_user
 GRANT EXECUTE ON fn_GetToday TO capd_user
 GRANT EXECUTE ON fn_LikePrefix TO capd_user
 GRANT EXECUTE ON sp_Account_Check TO capd_user
+GRANT EXECUTE ON sp_AOPD_ViewLabExams TO capd_user
 GRANT EXECUTE ON sp_Confinement_Period TO capd_user
 GRANT EXECUTE ON sp_Confinement_Results TO capd_user
 GRANT EXECUTE ON sp_Doctor_Find TO capd_user
 GRANT EXECUTE ON sp_Doctor_Search TO capd_user
 GRANT EXECUTE ON sp_Finder_Admission TO capd_user
 GRANT EXECUTE ON sp_Finder_OutPatient TO capd_user
+GRANT EXECUTE ON sp_Lab_Result TO capd_user
 GRANT EXECUTE ON sp_Listing_Inpatient TO capd_user
 GRANT EXECUTE ON sp_Listing_Outpatient TO capd_user
 GRANT EXECUTE ON sp_Listing_Search TO capd_user
@@ -120,7 +124,10 @@ GRANT EXECUTE ON Nurse_GetXray TO capd_user
 GRANT EXECUTE ON sp_Catalogue_Check TO capd_user
 GRANT EXECUTE ON sp_Dosage_Find TO capd_user
 GRANT EXECUTE ON sp_Dosage_Search TO capd_user
+GRANT EXECUTE ON sp_Heart_Result TO capd_user
 GRANT EXECUTE ON sp_Radiology_Results TO capd_user
+GRANT SELECT ON tbHeartResult TO capd_user
 GRANT SELECT ON tbMedicineGiven TO capd_user
 GRANT SELECT ON tbNurseLogBook TO capd_user
+GRANT SELECT ON tbPTResult TO capd_user
 GO

@@ -81,7 +81,7 @@ frmFinal::frmFinal(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::f
     for (toolkit::FlexGrid* grid : {ui->mshflexProcessed0, ui->mshflexProcessed1})
         grid->installEventFilter(this);
     connect(ui->tabSSTab1, &QTabWidget::currentChanged, this, &frmFinal::tabSSTab1_Click);
-    connect(ui->tabSSTab2, &QTabWidget::currentChanged, this, &frmFinal::tabSSTab2_Click);
+    connect(ui->tabSSTab2, &ResultTabs::ExitPressed, this, &QWidget::close);
     connect(ui->cmdPostCharges, &QPushButton::clicked, this, &frmFinal::cmdPostCharges_Click);
     connect(ui->cmdCentralSupply, &QPushButton::clicked, this,
             [this] { NotBuiltYet(QStringLiteral("Central Supply")); });
@@ -100,7 +100,7 @@ void frmFinal::Open(const OpenedPatient& patient) {
     m_loaded = true;
     EmptyLists();
     ShowHeader(patient);
-    m_ptNeedsLoad = true;
+    ui->tabSSTab2->TakePatient(*this, patient.Room);
     ui->lblStatus->clear();
     if (first)
         Load(patient.PatientType);
@@ -233,22 +233,19 @@ void frmFinal::LoadShownTab() {
             NeedsLoad(HubTab::Requests) = false;
             break;
         case Results:
-            tabSSTab2_Click();
+            ui->tabSSTab2->LoadShown();
             break;
         default:
             NeedsLoad(HubTab::Clinical) = false;
     }
 }
 
-void frmFinal::tabSSTab2_Click() {
-    static constexpr HubTab kFlags[] = {
-        HubTab::Xray,   HubTab::Ultrasound, HubTab::HeartStation, HubTab::Laboratory,
-        HubTab::CtScan, HubTab::Count,      HubTab::Nuclear};
-    const HubTab shown = kFlags[ui->tabSSTab2->currentIndex()];
-    if (shown == HubTab::Count)
-        m_ptNeedsLoad = false;
-    else
-        NeedsLoad(shown) = false;
+void frmFinal::Get_HeartResults() {
+    ui->tabSSTab2->Load(ResultTabs::HeartStation);
+}
+
+void frmFinal::Get_PTResults() {
+    ui->tabSSTab2->Load(ResultTabs::Rehabilitation);
 }
 
 void frmFinal::cmdPostCharges_Click() {

@@ -44,6 +44,9 @@ public:
     QString Company() const override;
 
     void Get_CanPenProc() override;
+    /// Read the Heart Station's and Rehab. Medicine's lists anew.
+    void Get_HeartResults();
+    void Get_PTResults();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -58,14 +61,11 @@ private:
     void FillRequests(toolkit::FlexGrid& grid, const QString& requestType);
     void tabSSTab1_Click();
     void LoadShownTab();
-    void tabSSTab2_Click();
     void cmdPostCharges_Click();
     void NotBuiltYet(const QString& window);
 
     std::unique_ptr<Ui::frmFinal> ui;
     QString m_idNum;
     QString m_roomClassId;
-    /// The Rehab. Medicine tab's load flag, which the session does not hold.
-    bool m_ptNeedsLoad = false;
     bool m_loaded = false;
 };

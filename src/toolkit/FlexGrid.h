@@ -34,6 +34,11 @@ public:
 
     /// Empty outside the grid.
     QString TextMatrix(int row, int col) const { return m_model->Text(row, col); }
+    /// What the row's record holds in a field, shown or not; empty for a blank row. Throws
+    /// base::DatabaseError 3265 for a field that the record lacks.
+    QString FieldText(int row, const QString& field) const {
+        return m_model->FieldText(row, field);
+    }
     /// Throws base::RuntimeError 381 outside the grid.
     void SetTextMatrix(int row, int col, const QString& text);
     /// Empties every cell, the header too; shape and widths stay.

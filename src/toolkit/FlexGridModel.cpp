@@ -3,13 +3,17 @@
 #include <numeric>
 
 #include "base/Errors.h"
+#include "toolkit/CellText.h"
 
 namespace toolkit {
 
 namespace {
 
 constexpr int kSubscriptOutOfRange = 381;
+constexpr int kNoSuchField = 3265;
 constexpr int kEmptyListRows = 2;
+// More than the widest column shows; a whole report in a cell would be measured and painted.
+constexpr int kShownCharacters = 400;
 
 }  // namespace
 
@@ -59,6 +63,17 @@ QString FlexGridModel::Text(int row, int col) const {
     const Filling& filling = m_fillings[record.Filling];
     const int field = col <= int(filling.Fields.size()) ? filling.Fields[col - 1] : -1;
     return field < 0 ? QString() : filling.Rows->TextAt(record.Row, field);
+}
+
+QString FlexGridModel::FieldText(int row, const QString& field) const {
+    if (row < 1 || row >= Rows() || m_records[row].Filling < 0)
+        return {};
+    const db::RowStore& rows = *m_fillings[m_records[row].Filling].Rows;
+    const int column = rows.ColumnIndex(field);
+    if (column < 0)
+        throw base::DatabaseError(kNoSuchField,
+                                  QStringLiteral("The rows have no column %1.").arg(field));
+    return rows.TextAt(m_records[row].Row, column);
 }
 
 void FlexGridModel::SetText(int row, int col, const QString& text) {
@@ -134,7 +149,7 @@ QVariant FlexGridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid())
         return {};
     if (role == Qt::DisplayRole)
-        return Text(index.row() + 1, index.column());
+        return OneLine(Text(index.row() + 1, index.column()).left(kShownCharacters));
     if (role == Qt::TextAlignmentRole)
         return int(m_alignments[index.column()] | Qt::AlignVCenter);
     return {};

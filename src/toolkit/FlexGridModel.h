@@ -24,6 +24,9 @@ public:
 
     /// Empty outside.
     QString Text(int row, int col) const;
+    /// What the row's record holds in a field, shown or not; empty for a blank row. Throws
+    /// base::DatabaseError 3265 for a field that the record lacks.
+    QString FieldText(int row, const QString& field) const;
     /// Throws base::RuntimeError 381 outside.
     void SetText(int row, int col, const QString& text);
     /// Empties every cell, the header too.

@@ -12,13 +12,14 @@
 #include "tour/ChargesDay.h"
 #include "tour/Days.h"
 #include "tour/HubDay.h"
+#include "tour/ResultsDay.h"
 
 namespace {
 
 /// The day in its order. Every part but "charges" and "hub", which need a patient chosen, begins
 /// and ends with the main window and its list.
 struct WholeDay {
-    explicit WholeDay(Tour& tour) : General(tour), Charges(tour), Hub(tour) {}
+    explicit WholeDay(Tour& tour) : General(tour), Charges(tour), Hub(tour), Results(tour) {}
 
     struct Part {
         QString Name;
@@ -30,6 +31,7 @@ struct WholeDay {
             {QStringLiteral("choose"), [this] { General.ChoosePatients(); }},
             {QStringLiteral("charges"), [this] { Charges.Walk(); }},
             {QStringLiteral("hub"), [this] { Hub.Walk(); }},
+            {QStringLiteral("results"), [this] { Results.Walk(); }},
             {QStringLiteral("reports"), [this] { General.PrintReports(); }},
         };
     }
@@ -37,6 +39,7 @@ struct WholeDay {
     Day General;
     ChargesDay Charges;
     HubDay Hub;
+    ResultsDay Results;
 };
 
 }  // namespace

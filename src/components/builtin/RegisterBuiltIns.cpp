@@ -1,11 +1,11 @@
 #include "components/Registry.h"
-#include "components/ResultViewer.h"
 #include "components/builtin/clsCodeSearch.h"
 #include "components/builtin/clsConfinements.h"
 #include "components/builtin/clsCurrentUser.h"
 #include "components/builtin/clsPatientFinder.h"
 #include "components/builtin/clsPatientLister.h"
 #include "components/builtin/clsRequest.h"
+#include "components/builtin/clsResultViewer.h"
 #include "components/builtin/clsResults.h"
 #include "components/builtin/clsSupplies.h"
 
@@ -31,7 +31,7 @@ void RegisterBuiltIns() {
     Offer<clsResults>("WardActivity.clsResults");
     Offer<clsConfinement>("WardActivity.clsConfinement");
     Offer<clsConfinementResults>("WardActivity.clsConfinementResults");
-    Offer<ResultViewer>("ResultBrowser.ResultViewer");
+    Offer<clsResultViewer>("ResultBrowser.ResultViewer");
 }
 
 }  // namespace components

@@ -1,0 +1,31 @@
+-- The heart station's examinations of one admission or visit, newest first; one that is not read
+-- yet has no result date. @IdNum: exact.
+-- Returns "REQUEST NO.", "EXAMINATION NAME", "TRANS. DATE", "RESULT DATE", "Form", "ATTN. DOCTOR",
+-- "CARDIOLOGIST", then what is read of the chosen one: Diagnosis, Remarks, Resting, Exercise,
+-- Comments, Interpretation.
+USE CLINICAL_AREA
+GO
+
+DROP PROCEDURE IF EXISTS Nurse_GetHrt
+GO
+
+CREATE PROCEDURE Nurse_GetHrt
+    @IdNum varchar(8000)
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SET XACT_ABORT ON;
+
+    SET @IdNum = LTRIM(RTRIM(@IdNum));
+
+    SELECT h.RequestNum AS [REQUEST NO.], h.ExamName AS [EXAMINATION NAME],
+        h.TransDate AS [TRANS. DATE], h.ResultDate AS [RESULT DATE], h.Form AS [Form],
+        PATIENT_DATA.dbo.fn_GetDoctorName(h.AttendingDoctorID) AS [ATTN. DOCTOR],
+        PATIENT_DATA.dbo.fn_GetDoctorName(h.CardiologistID) AS [CARDIOLOGIST],
+        h.Diagnosis AS [Diagnosis], h.Remarks AS [Remarks], h.Resting AS [Resting],
+        h.Exercise AS [Exercise], h.Comments AS [Comments], h.Interpretation AS [Interpretation]
+    FROM STATION..tbHeartResult h
+    WHERE h.IdNum = @IdNum
+    ORDER BY h.TransDate DESC, h.RequestNum DESC;
+END
+GO

@@ -1,0 +1,41 @@
+-- What one laboratory request found, in printed order; an examination without values still has one
+-- row. @HospNum, @IdNum, @RequestNum: exact; @RefNum: its charge slip, empty for any.
+-- Returns LabExamID, LabExam, SectionName, RequestDate, ResultDate (null: not released), Doctor,
+-- Remarks, TestName, ResultValue, Unit, NormalRange, Mark (HIGH or LOW, null for a normal value).
+USE PATIENT_DATA
+GO
+
+DROP PROCEDURE IF EXISTS sp_Lab_Result
+GO
+
+CREATE PROCEDURE sp_Lab_Result
+    @HospNum varchar(8000),
+    @IdNum varchar(8000),
+    @RequestNum varchar(8000),
+    @RefNum varchar(8000)
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SET XACT_ABORT ON;
+
+    -- A value that the laboratory did not mark is held against its bounds; values of an
+    -- examination that is not released are not shown.
+    SELECT r.LabExamID, ISNULL(e.LabExam, r.LabExamID) AS LabExam, s.SectionName, r.RequestDate,
+        r.ResultDate, PATIENT_DATA.dbo.fn_GetDoctorName(r.DoctorID) AS Doctor, r.Remarks,
+        v.TestName, v.ResultValue, v.Unit, v.NormalRange,
+        CASE WHEN v.Flag = 'H' OR TRY_CONVERT(float, v.ResultValue) > v.NormalHigh THEN 'HIGH'
+            WHEN v.Flag = 'L' OR TRY_CONVERT(float, v.ResultValue) < v.NormalLow THEN 'LOW'
+            END AS Mark
+    FROM tbLabResult r
+    LEFT JOIN tbLabExam e ON e.LabExamID = r.LabExamID
+    LEFT JOIN tbLabSection s ON s.SectionID = e.SectionID
+    LEFT JOIN tbLabResultValue v ON v.RequestNum = r.RequestNum
+        AND v.LabExamID = r.LabExamID
+        AND r.ResultDate IS NOT NULL
+    WHERE r.RequestNum = @RequestNum
+        AND r.HospNum = @HospNum
+        AND r.IdNum = @IdNum
+        AND (@RefNum = '' OR r.RefNum = @RefNum)
+    ORDER BY e.LabExam, r.LabExamID, v.LineNum;
+END
+GO
