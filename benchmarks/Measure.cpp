@@ -61,6 +61,7 @@ const std::vector<Measure>& AllMeasures() {
         {QStringLiteral("code-search-key"), false, CodeSearchKey},
         {QStringLiteral("hub-open"), false, HubOpen},
         {QStringLiteral("item-enter"), false, ItemEnter},
+        {QStringLiteral("summary"), false, Summary},
         {QStringLiteral("search-1m"), true, SearchLarge},
         {QStringLiteral("list-100k"), true, ListLarge},
         {QStringLiteral("list-100k-memory"), true, ListLargeMemory}};

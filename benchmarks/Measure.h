@@ -48,6 +48,7 @@ void SearchLarge();
 void ListLarge();
 void ListLargeMemory();
 void Start();
+void Summary();
 void CodeSearchKey();
 void HubOpen();
 void ItemEnter();

@@ -121,6 +121,7 @@ GO
 GRANT EXECUTE ON Nurse_GetCT TO capd_user
 GRANT EXECUTE ON Nurse_GetUltra TO capd_user
 GRANT EXECUTE ON Nurse_GetXray TO capd_user
+GRANT EXECUTE ON Nurse_GetPostedMedicines TO capd_user
 GRANT EXECUTE ON sp_Catalogue_Check TO capd_user
 GRANT EXECUTE ON sp_Dosage_Find TO capd_user
 GRANT EXECUTE ON sp_Dosage_Search TO capd_user

@@ -78,6 +78,8 @@ void SetRequestWidths(toolkit::FlexGrid& grid) {
 frmFinal::frmFinal(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::frmFinal>()) {
     ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
+    ui->tabSummary->SetPatient(*this);
+    connect(ui->tabSummary, &ClinicalTab::ExitRequested, this, &QWidget::close);
     for (toolkit::FlexGrid* grid : {ui->mshflexProcessed0, ui->mshflexProcessed1})
         grid->installEventFilter(this);
     connect(ui->tabSSTab1, &QTabWidget::currentChanged, this, &frmFinal::tabSSTab1_Click);
@@ -99,6 +101,7 @@ void frmFinal::Open(const OpenedPatient& patient) {
     const bool first = !m_loaded;
     m_loaded = true;
     EmptyLists();
+    ui->tabSummary->Empty();
     ShowHeader(patient);
     ui->tabSSTab2->TakePatient(*this, patient.Room);
     ui->lblStatus->clear();
@@ -236,6 +239,8 @@ void frmFinal::LoadShownTab() {
             ui->tabSSTab2->LoadShown();
             break;
         default:
+            if (NeedsLoad(HubTab::Clinical))
+                ui->tabSummary->LoadClinicalTab();
             NeedsLoad(HubTab::Clinical) = false;
     }
 }

@@ -4,6 +4,7 @@
 #include <QTextDocument>
 #include <QTextLayout>
 #include <algorithm>
+#include <memory>
 
 namespace print {
 
@@ -125,10 +126,19 @@ Block BlockLayout::Plain(const BlockCell& cell) const {
 
 Block BlockLayout::Html(const QString& html, double width) const {
     QTextDocument document;
-    document.documentLayout()->setPaintDevice(MeasuringDevice());
-    document.setDocumentMargin(0);
     document.setDefaultFont(m_documentFont);
     document.setHtml(html);
+    return Placed(document, width);
+}
+
+Block BlockLayout::Document(const QTextDocument& document, double width) const {
+    const std::unique_ptr<QTextDocument> copy(document.clone());
+    return Placed(*copy, width);
+}
+
+Block BlockLayout::Placed(QTextDocument& document, double width) const {
+    document.documentLayout()->setPaintDevice(MeasuringDevice());
+    document.setDocumentMargin(0);
     document.setTextWidth(width);
     Block block;
     block.Height = document.size().height();

@@ -38,12 +38,15 @@ public:
     /// The cells side by side, as high as the highest.
     Block Row(const std::vector<BlockCell>& cells) const;
     Block Html(const QString& html, double width) const;
+    /// A rich text as it is, wrapped at the width where it must.
+    Block Document(const QTextDocument& document, double width) const;
     /// How far the usual font reaches above and below its line.
     double Ascent() const { return m_plain.ascent(); }
     double Descent() const { return m_plain.descent(); }
 
 private:
     Block Plain(const BlockCell& cell) const;
+    Block Placed(QTextDocument& document, double width) const;
     void Append(Block& block, const BlockCell& cell, const QString& line, double width,
                 Joint follows) const;
     void AppendLines(Block& block, const QTextBlock& source, QPointF origin) const;

@@ -1,15 +1,8 @@
 #include "print/ReportPreview.h"
 
-#include <QPrintDialog>
-#include <QPrinter>
-#include <QRegularExpression>
 #include <QShortcut>
 
-#include "print/Printers.h"
-#include "print/ReportOutput.h"
-#include "toolkit/Busy.h"
-#include "toolkit/FileNames.h"
-#include "toolkit/MsgBox.h"
+#include "print/PrintDialogs.h"
 #include "ui_ReportPreview.h"
 
 namespace print {
@@ -17,19 +10,6 @@ namespace print {
 namespace {
 
 constexpr double kZoomStep = 1.25;
-
-const QString kNoPrinter = QStringLiteral("No printer is set up. Save as PDF instead.");
-const QString kSilentPrinters =
-    QStringLiteral("The printers of this workstation do not answer. Save as PDF instead.");
-
-void Tell(const QString& what) {
-    toolkit::MsgBox(what, toolkit::BoxIcon::Exclamation);
-}
-
-std::optional<QStringList> LookUpPrinters() {
-    const toolkit::Busy busy;
-    return Printers::Names();
-}
 
 }  // namespace
 
@@ -99,43 +79,11 @@ void ReportPreview::ShowState() {
 }
 
 void ReportPreview::Print() {
-    const auto names = LookUpPrinters();
-    if (!names || names->isEmpty()) {
-        Tell(names ? kNoPrinter : kSilentPrinters);
-        return;
-    }
-    auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
-    printer->setDocName(m_title);
-    printer->setPageLayout(m_pages->Layout());
-    QPrintDialog dialog(printer.get(), this);
-    dialog.setMinMax(1, m_pages->Count());
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    int first = 0;
-    int last = m_pages->Count() - 1;
-    if (printer->printRange() == QPrinter::PageRange) {
-        first = std::max(printer->fromPage() - 1, first);
-        last = std::min(printer->toPage() - 1, last);
-    } else if (printer->printRange() == QPrinter::CurrentPage) {
-        first = last = m_ui->pagView->CurrentPage();
-    }
-    Printers::Start(m_pages, std::move(printer), first, last, &Tell);
+    AskAndPrint(this, m_pages, m_title, m_ui->pagView->CurrentPage());
 }
 
 void ReportPreview::SaveAsPdf() {
-    static const QRegularExpression unusable(QStringLiteral(R"([\\/:*?"<>|])"));
-    const QString proposal = QString(m_title).replace(unusable, QStringLiteral("-"));
-    const QString fileName =
-        toolkit::AskSaveName(this, QStringLiteral("Save as PDF"), proposal + QStringLiteral(".pdf"),
-                             QStringLiteral("PDF"), QStringLiteral("pdf"));
-    if (fileName.isEmpty())
-        return;
-    const QString fault = [&] {
-        const toolkit::Busy busy;
-        return SavePdf(*m_pages, m_title, fileName);
-    }();
-    if (!fault.isEmpty())
-        Tell(QStringLiteral("The report could not be saved as %1.\n%2").arg(fileName, fault));
+    AskAndSavePdf(this, *m_pages, m_title);
 }
 
 void ReportPreview::FindNext() {

@@ -9,6 +9,8 @@
 
 #include "FakeComponents.h"
 #include "TestHospital.h"
+#include "components/builtin/clsConfinements.h"
+#include "components/builtin/clsPatientFinder.h"
 #include "components/builtin/clsRequest.h"
 #include "components/builtin/clsResults.h"
 #include "db/Recordset.h"
@@ -115,6 +117,11 @@ void tst_frmFinal::init() {
     modGlobals::gOutpatientSearch = m_lister;
     modGlobals::gWardRequest = std::make_shared<components::clsRequest>();
     modGlobals::gWardResults = std::make_shared<components::clsResults>();
+    const auto finder = std::make_shared<components::clsPatientFinder>();
+    QString server;
+    QVERIFY(finder->InitConnection(m_connection->ConnectionString(), server));
+    modGlobals::gPatientSearch = finder;
+    modGlobals::gConfinement = std::make_shared<components::clsConfinement>();
     m_boxes = std::make_unique<BoxScript>();
     m_hub = new frmFinal;
     fakes::Log().clear();
@@ -127,6 +134,8 @@ void tst_frmFinal::cleanup() {
     delete m_hub;
     modGlobals::gWardRequest.reset();
     modGlobals::gWardResults.reset();
+    modGlobals::gPatientSearch.reset();
+    modGlobals::gConfinement.reset();
     modGlobals::gCurrentUser.reset();
     QCOMPARE(m_boxes->Leftovers(), QStringList());
     m_boxes.reset();

@@ -13,13 +13,19 @@
 #include "tour/Days.h"
 #include "tour/HubDay.h"
 #include "tour/ResultsDay.h"
+#include "tour/SummaryDay.h"
 
 namespace {
 
 /// The day in its order. Every part but "charges" and "hub", which need a patient chosen, begins
 /// and ends with the main window and its list.
 struct WholeDay {
-    explicit WholeDay(Tour& tour) : General(tour), Charges(tour), Hub(tour), Results(tour) {}
+    Tour& Walked;
+    Day General{Walked};
+    ChargesDay Charges{Walked};
+    HubDay Hub{Walked};
+    ResultsDay Results{Walked};
+    SummaryDay Summary{Walked};
 
     struct Part {
         QString Name;
@@ -32,14 +38,10 @@ struct WholeDay {
             {QStringLiteral("charges"), [this] { Charges.Walk(); }},
             {QStringLiteral("hub"), [this] { Hub.Walk(); }},
             {QStringLiteral("results"), [this] { Results.Walk(); }},
+            {QStringLiteral("summary"), [this] { Summary.Walk(); }},
             {QStringLiteral("reports"), [this] { General.PrintReports(); }},
         };
     }
-
-    Day General;
-    ChargesDay Charges;
-    HubDay Hub;
-    ResultsDay Results;
 };
 
 }  // namespace
@@ -60,7 +62,7 @@ int main(int argc, char* argv[]) {
     components::HospitalFiles::Place(folder.filePath(QStringLiteral("hospital.db")),
                                      folder.filePath(QStringLiteral("own.db")));
     Tour tour(folder.absolutePath());
-    WholeDay day(tour);
+    WholeDay day{tour};
     day.General.LogIn();
     for (const WholeDay::Part& part : day.Parts())
         if (arguments.size() == 1 || arguments.contains(part.Name))
