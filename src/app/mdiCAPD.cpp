@@ -8,6 +8,7 @@
 #include <QToolButton>
 
 #include "assessment/frmAssessmentStatus.h"
+#include "charges/frmAssessment.h"
 #include "hub/frmFinal.h"
 #include "patients/frmPatientList.h"
 #include "reports/UnitReports.h"
@@ -25,7 +26,7 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
     connect(ui->mnuNew, &QAction::triggered, this, &mdiCAPD::NewRegistration);
     connect(ui->mnuVist, &QAction::triggered, this, &mdiCAPD::RegisterVisit);
     connect(ui->mnuAssessmentEntry, &QAction::triggered, this,
-            [this] { NotBuiltYet(QStringLiteral("Assessment Entry")); });
+            [this] { frmAssessment(this).exec(); });
     connect(ui->mnuAssessmentStatus, &QAction::triggered, this,
             [this] { frmAssessmentStatus(this).exec(); });
     connect(ui->mnuCAPDVisits, &QAction::triggered, this, &modMain::PrintCAPDVisits);

@@ -64,6 +64,8 @@ private slots:
     void Revoke_byTwoClerksIsToldOnce();
     void Revoke_thatFailsHalfwayChangesNothing();
     void Nothing_isDoneWithoutAChosenLine();
+    void Reprint_sendsTheLinesOfTheSlipInTheirOrder_data();
+    void Reprint_sendsTheLinesOfTheSlipInTheirOrder();
 
 private:
     void Assess(const QString& refNum, const QString& revenueId, const QString& item,
@@ -243,6 +245,43 @@ void tst_frmAssessmentStatus::Nothing_isDoneWithoutAChosenLine() {
         QCOMPARE(boxes.Shown()[0].Text, QStringLiteral("Please select an assessment."));
         QCOMPARE(log.Sent, QStringList());
     }
+}
+
+void tst_frmAssessmentStatus::Reprint_sendsTheLinesOfTheSlipInTheirOrder_data() {
+    QTest::addColumn<QString>("frame");
+    QTest::addColumn<QString>("revenueId");
+    QTest::newRow("a fee of the unit is chosen") << "%1"
+                                                 << "CY";
+    QTest::newRow("a supply is chosen") << "** %1 **"
+                                        << "CA";
+}
+
+void tst_frmAssessmentStatus::Reprint_sendsTheLinesOfTheSlipInTheirOrder() {
+    QFETCH(QString, frame);
+    QFETCH(QString, revenueId);
+    Assess(QStringLiteral("C90002D"), QStringLiteral("CY"), QStringLiteral("501"),
+           QStringLiteral("1"), QStringLiteral("450"));
+    const StatusWindow window;
+    window.Search(QStringLiteral("zz"));
+    const QStringList refNums = window.Column(RefNum);
+    const int first = int(refNums.indexOf(QStringLiteral("C90001D")));
+    window.List.setCurrentIndex(window.Model.index(revenueId == u"CY" ? first : first + 1, 0));
+    const QStringList exams = window.Column(Exam);
+    PickListKeys viewer;
+    const CommandLog log;
+    window.Button("btnPrint").click();
+    QCOMPARE(viewer.Shown, 1);
+    QCOMPARE(log.Sent[0], QStringLiteral("BeginTrans"));
+    QCOMPARE(log.Sent[1], QStringLiteral("DELETE CLINICAL_AREA..tbCAPDChargeSlip"));
+    const QStringList printed =
+        log.Sent.filter(QStringLiteral("CLINICAL_AREA..sp_CAPD_PrintChargeSlip '"));
+    const QStringList texts{QStringLiteral("'501','%1','2','450','900','%2','4601','0','900'"),
+                            QStringLiteral("'108','%1','1','140','140','%2','4601','0','140'"),
+                            QStringLiteral("'109','%1','1','10.5','10.5','%2','4601','0','10.5'")};
+    QCOMPARE(printed.size(), texts.size());
+    for (int line = 0; line < texts.size(); ++line)
+        QCOMPARE(printed[line], QStringLiteral("CLINICAL_AREA..sp_CAPD_PrintChargeSlip ") +
+                                    texts[line].arg(frame.arg(exams[first + line]), revenueId));
 }
 
 QTEST_MAIN(tst_frmAssessmentStatus)

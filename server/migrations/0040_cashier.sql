@@ -1,0 +1,6 @@
+-- The cashier's role.
+USE BILLING
+GO
+
+CREATE ROLE cashier
+GO

@@ -1,0 +1,65 @@
+#include "charges/ChargeSheetDialog.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+
+#include "charges/ChargeGrid.h"
+#include "charges/DoctorFields.h"
+#include "toolkit/EntryGrid.h"
+#include "toolkit/Keys.h"
+
+ChargeGrid* ChargeSheetDialog::SetUpSheet(const ChargeSheetControls& controls,
+                                          const ChargeRules& rules) {
+    m_grid = &controls.grdInput;
+    auto* charges = new ChargeGrid(controls.grdInput, rules, this);
+    new DoctorFields(controls.txtDoctorID, controls.txtDoctor, controls.cmdDoctor,
+                     controls.grdInput, this);
+    connect(charges, &ChargeGrid::Told, &controls.lblMessage, &QLabel::setText);
+    connect(charges, &ChargeGrid::ItemCommitted, &controls.cmdSave,
+            [&save = controls.cmdSave] { save.setEnabled(true); });
+    connect(charges, &ChargeGrid::ItemCommitted, &controls.cmdSavePrint,
+            [&save = controls.cmdSavePrint] { save.setEnabled(true); });
+    connect(&controls.cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+    return charges;
+}
+
+bool ChargeSheetDialog::SaveSheet(const std::function<QString(const Lines&)>& save,
+                                  const std::function<void(const QString&, const Lines&)>& finish) {
+    // A second press has nothing to add to the first.
+    if (m_isSaving)
+        return true;
+    if (!m_grid->EndEditMode())
+        return false;
+    QScopedValueRollback saving(m_isSaving, true);
+    const auto lines = LinesToSave(*m_grid);
+    if (!lines)
+        return false;
+    const QString slipNumber = save(*lines);
+    // The slip stands: whatever fails from here on, this sheet must not be saved again.
+    saving.commit();
+    const auto closing = qScopeGuard([this] { accept(); });
+    finish(slipNumber, *lines);
+    return true;
+}
+
+// Enter belongs to the boxes and the sheet, and Esc takes back what is being typed: only a button
+// that has the keyboard closes the window with all that was typed in it.
+void ChargeSheetDialog::keyPressEvent(QKeyEvent* event) {
+    auto* button = qobject_cast<QPushButton*>(focusWidget());
+    if (toolkit::IsEnter(*event)) {
+        if (button && !event->isAutoRepeat())
+            button->click();
+    } else if (event->key() != Qt::Key_Escape) {
+        QDialog::keyPressEvent(event);
+    }
+}
+
+void ChargeSheetDialog::done(int result) {
+    // A cell left half typed is dropped with the sheet: nothing of it is looked up any more.
+    if (m_grid)
+        m_grid->blockSignals(true);
+    QDialog::done(result);
+}

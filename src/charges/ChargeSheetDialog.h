@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <vector>
+
+#include "charges/ChargeSlip.h"
+
+class ChargeGrid;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+struct ChargeRules;
+
+namespace toolkit {
+class EntryGrid;
+}
+
+/// The controls that every window with a charge sheet has.
+struct ChargeSheetControls {
+    QLineEdit& txtDoctorID;
+    QLineEdit& txtDoctor;
+    QPushButton& cmdDoctor;
+    toolkit::EntryGrid& grdInput;
+    QLabel& lblMessage;
+    QPushButton& cmdSave;
+    QPushButton& cmdSavePrint;
+    QPushButton& cmdClose;
+};
+
+/// A window in which charges are typed and saved as one slip: its keys, its buttons, and that a
+/// sheet is saved once.
+class ChargeSheetDialog : public QDialog {
+    Q_OBJECT
+public:
+    using QDialog::QDialog;
+    void done(int result) override;
+
+protected:
+    /// Makes the sheet's rules, the doctor's fields and the buttons work over the controls, which
+    /// the window has set up before. Saving stays disabled until an item was typed.
+    ChargeGrid* SetUpSheet(const ChargeSheetControls& controls, const ChargeRules& rules);
+
+    using Lines = std::vector<SlipLine>;
+    /// The saving of the sheet, once: `save` writes the slip and returns its number; `finish` runs
+    /// after that and then, whatever fails in it, the window closes. A cell half typed is committed
+    /// before. False when that is refused or the sheet cannot be saved. Throws what both throw.
+    bool SaveSheet(
+        const std::function<QString(const Lines& lines)>& save,
+        const std::function<void(const QString& slipNumber, const Lines& lines)>& finish);
+
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    toolkit::EntryGrid* m_grid = nullptr;
+    bool m_isSaving = false;  ///< and stays so once the slip stands
+};
