@@ -144,6 +144,8 @@ void ApplyTheme(QApplication& application) {
     QFont font = application.font();
     font.setPointSize(10);
     application.setFont(font);
+    // fontconfig knows a stand-in for the other faces that the windows name.
+    QFont::insertSubstitution(QStringLiteral("Monotype Corsiva"), QStringLiteral("Z003"));
 }
 
 }  // namespace toolkit

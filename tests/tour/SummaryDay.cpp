@@ -66,6 +66,14 @@ void SummaryDay::ReadSummary(const QString& name) {
         Tour::Press(Qt::Key_Tab);
         m_tour.Expect(Tour::Find<toolkit::FlexGrid>("mshflexClin")->hasFocus(),
                       QStringLiteral("the stays have not the keys"));
+        // The stay that the patient was opened with.
+        const QString number = Tour::Find<QLineEdit>("txtIdNum")->text();
+        auto* stays = Tour::Find<toolkit::FlexGrid>("mshflexClin");
+        for (int row = 1; row < stays->Rows() && stays->TextMatrix(stays->Row(), 1) != number;
+             ++row)
+            Tour::Press(Qt::Key_Down);
+        m_tour.Expect(stays->TextMatrix(stays->Row(), 1) == number,
+                      QStringLiteral("the stay is not listed"));
     });
     m_tour.Step(name, [this] {
         Tour::Press(Qt::Key_Return);
