@@ -9,6 +9,7 @@
 #include "TestHospital.h"
 #include "app/mdiCAPD.h"
 #include "app/modMain.h"
+#include "components/PickListKeys.h"
 #include "hub/frmFinal.h"
 #include "patients/frmPatientList.h"
 #include "toolkit/ListView.h"
@@ -99,8 +100,10 @@ void tst_mdiCAPD::Toolbar_comparesKeysInAnyCase() {
     m_frame->Toolbar1_ButtonClick(QStringLiteral("nEw"));
     QCOMPARE(fakes::Log().size(), 1);
     QVERIFY(fakes::Log().front().startsWith(QStringLiteral("PatientListing")));
+    QString opened;
+    PickListKeys keys([&opened](QDialog& window) { opened = window.windowTitle(); });
     m_frame->Toolbar1_ButtonClick(QStringLiteral("Assessment"));
-    QVERIFY(Status().contains(QStringLiteral("Assessment Entry")));
+    QCOMPARE(opened, QStringLiteral("CAPD: Assessment Entry"));
     m_frame->statusBar()->clearMessage();
     m_frame->Toolbar1_ButtonClick(QStringLiteral("Print"));
     QCOMPARE(Status(), QString());

@@ -9,6 +9,7 @@
 #include "components/Registry.h"
 #include "components/builtin/HospitalFiles.h"
 #include "toolkit/Theme.h"
+#include "tour/CashDay.h"
 #include "tour/ChargesDay.h"
 #include "tour/Days.h"
 #include "tour/HubDay.h"
@@ -26,6 +27,7 @@ struct WholeDay {
     HubDay Hub{Walked};
     ResultsDay Results{Walked};
     SummaryDay Summary{Walked};
+    CashDay Cash{Walked};
 
     struct Part {
         QString Name;
@@ -39,6 +41,7 @@ struct WholeDay {
             {QStringLiteral("hub"), [this] { Hub.Walk(); }},
             {QStringLiteral("results"), [this] { Results.Walk(); }},
             {QStringLiteral("summary"), [this] { Summary.Walk(); }},
+            {QStringLiteral("cash"), [this] { Cash.Walk(); }},
             {QStringLiteral("reports"), [this] { General.PrintReports(); }},
         };
     }
