@@ -7,8 +7,6 @@
 #include "base/Errors.h"
 #include "db/ConnectionImpl.h"
 #include "db/ConnectionText.h"
-#include "db/EmbeddedDriver.h"
-#include "db/OdbcDriver.h"
 #include "db/Recordset.h"
 #include "db/RecordsetImpl.h"
 
@@ -50,15 +48,6 @@ auto CarryingCommand(const QString& command, Work work) {
     }
 }
 
-std::unique_ptr<Driver> MakeDriver(const QString& connectionString, const LogOn& logOn) {
-    const QString driver = ConnectionValue(connectionString, QStringLiteral("Driver"));
-    if (driver.compare(QStringLiteral("Embedded"), Qt::CaseInsensitive) == 0) {
-        return std::make_unique<EmbeddedDriver>(
-            ConnectionValue(connectionString, QStringLiteral("File")));
-    }
-    return std::make_unique<OdbcDriver>(WithLogOn(connectionString, logOn));
-}
-
 }  // namespace
 
 Connection::Impl::Impl(std::unique_ptr<Driver> driver, QString connectionString)
@@ -83,11 +72,7 @@ std::shared_ptr<Connection> Connection::Open(const QString& connectionString, co
     const LogOn inside = LogOnOf(connectionString);
     const LogOn logOn = user.isEmpty() ? inside : LogOn{user, password};
     const QString kept = WithoutLogOn(connectionString);
-    try {
-        return std::make_shared<Connection>(MakeDriver(kept, logOn), kept);
-    } catch (const base::DatabaseError& error) {
-        throw base::DatabaseError(error.Number(), WithoutSecrets(error.Description(), logOn));
-    }
+    return std::make_shared<Connection>(OpenDriver(WithLogOn(kept, logOn)), kept);
 }
 
 Connection::Connection(std::unique_ptr<Driver> driver, QString connectionString)

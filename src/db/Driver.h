@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <memory>
 #include <vector>
 
 #include "embedded/RowSink.h"
@@ -19,8 +20,17 @@ public:
     virtual void BeginTrans() = 0;
     virtual void CommitTrans() = 0;
     virtual void RollbackTrans() = 0;
+    /// Runs a script, batches between GO lines. A failure's description begins with "<name>:<line>:
+    /// ".
+    virtual void RunScript(const QString& name, const QString& script);
+    /// True where databases are made and dropped by commands, as on SQL Server.
+    virtual bool HasDatabases() const { return false; }
     /// Key columns of a table as named in a statement; empty where it has none.
     virtual std::vector<QString> KeyColumns(const QString& table) = 0;
 };
+
+/// The driver that a connection string asks for, logged on; the string may hold the log-on. Throws
+/// base::DatabaseError without user and password in it.
+std::unique_ptr<Driver> OpenDriver(const QString& connectionString);
 
 }  // namespace db

@@ -1,16 +1,22 @@
 #include "db/OdbcDriver.h"
 
+#include <QScopeGuard>
 #include <QStringList>
+#include <algorithm>
+#include <utility>
 
 #include "db/CommandText.h"
+#include "db/ConnectionText.h"
 #include "db/OdbcFetch.h"
 #include "db/RowStore.h"
+#include "embedded/ScriptText.h"
 
 namespace db {
 
 namespace {
 
 constexpr quintptr kLogInSeconds = 15;
+constexpr quintptr kCommandSeconds = 30;
 constexpr int kNothingToCommit = 3902;
 
 /// What the results of one command add up to.
@@ -103,32 +109,43 @@ QString CharacterName(char32_t character) {
              QString::number(uint(character), 16).toUpper().rightJustified(4, QLatin1Char('0')));
 }
 
+// The two spellings of the drivers; each leaves the other's aside.
+QString Encrypted(const QString& connectionString) {
+    if (!ConnectionValue(connectionString, QStringLiteral("Encrypt")).isEmpty() ||
+        !ConnectionValue(connectionString, QStringLiteral("Encryption")).isEmpty()) {
+        return connectionString;
+    }
+    const QString separator = connectionString.endsWith(u';') ? QString() : QStringLiteral(";");
+    return connectionString + separator + QStringLiteral("Encrypt=yes;Encryption=require");
+}
+
 }  // namespace
 
 OdbcDriver::OdbcDriver(const QString& connectionString) try
     : m_environment(SQL_HANDLE_ENV, SQL_NULL_HANDLE),
-      m_connection(SQL_HANDLE_DBC, m_environment.Raw()) {
-    Connect(connectionString);
+      m_connectionString(Encrypted(connectionString)) {
+    Connect();
 } catch (const OdbcFailure& failure) {
     throw base::DatabaseError(failure.Diagnosis.Number, failure.Diagnosis.Text);
 }
 
 OdbcDriver::~OdbcDriver() {
     if (m_depth > 0) {
-        SQLEndTran(SQL_HANDLE_DBC, m_connection.Raw(), SQL_ROLLBACK);
+        SQLEndTran(SQL_HANDLE_DBC, m_connection->Raw(), SQL_ROLLBACK);
     }
-    SQLDisconnect(m_connection.Raw());
+    SQLDisconnect(m_connection->Raw());
 }
 
-void OdbcDriver::Connect(const QString& connectionString) {
-    SQLSetConnectAttrW(m_connection.Raw(), SQL_ATTR_LOGIN_TIMEOUT, SQLPOINTER(kLogInSeconds), 0);
-    m_connection.Check(SQLDriverConnectW(m_connection.Raw(), nullptr, Wide(connectionString),
-                                         SQLSMALLINT(connectionString.size()), nullptr, 0, nullptr,
-                                         SQL_DRIVER_NOPROMPT));
+void OdbcDriver::Connect() {
+    m_connection = std::make_unique<OdbcHandle>(SQL_HANDLE_DBC, m_environment.Raw());
+    SQLSetConnectAttrW(m_connection->Raw(), SQL_ATTR_LOGIN_TIMEOUT, SQLPOINTER(kLogInSeconds), 0);
+    m_connection->Check(SQLDriverConnectW(m_connection->Raw(), nullptr, Wide(m_connectionString),
+                                          SQLSMALLINT(m_connectionString.size()), nullptr, 0,
+                                          nullptr, SQL_DRIVER_NOPROMPT));
     try {
         SQLWCHAR name[128] = {};
-        m_connection.Check(
-            SQLGetInfoW(m_connection.Raw(), SQL_DBMS_NAME, name, sizeof name, nullptr));
+        m_connection->Check(
+            SQLGetInfoW(m_connection->Raw(), SQL_DBMS_NAME, name, sizeof name, nullptr));
         m_isSqlServer = QString::fromUtf16(reinterpret_cast<const char16_t*>(name))
                             .contains(QStringLiteral("SQL Server"));
         if (m_isSqlServer) {
@@ -136,15 +153,33 @@ void OdbcDriver::Connect(const QString& connectionString) {
             Run(QStringLiteral("SET DATEFORMAT mdy"), nothing);
         }
     } catch (const OdbcFailure&) {
-        SQLDisconnect(m_connection.Raw());
+        SQLDisconnect(m_connection->Raw());
         throw;
+    }
+}
+
+void OdbcDriver::Reconnect() {
+    try {
+        SQLEndTran(SQL_HANDLE_DBC, m_connection->Raw(), SQL_ROLLBACK);
+        SQLDisconnect(m_connection->Raw());
+        Connect();
+        UseDefaultDatabase();
+        m_lost.reset();
+    } catch (const OdbcFailure& failure) {
+        throw base::DatabaseError(
+            failure.Diagnosis.Number,
+            QStringLiteral("The server cannot be reached again yet: %1")
+                .arg(WithoutSecrets(failure.Diagnosis.Text, LogOnOf(m_connectionString))));
     }
 }
 
 template <typename Work>
 auto OdbcDriver::Guarded(Work work) {
-    if (m_lost) {
+    if (m_lost && m_lostInTransaction) {
         throw *m_lost;
+    }
+    if (m_lost) {
+        Reconnect();
     }
     try {
         return work();
@@ -155,20 +190,26 @@ auto OdbcDriver::Guarded(Work work) {
 
 void OdbcDriver::Fail(const OdbcDiagnosis& diagnosis) {
     SQLUINTEGER dead = SQL_CD_FALSE;
-    SQLGetConnectAttrW(m_connection.Raw(), SQL_ATTR_CONNECTION_DEAD, &dead, sizeof dead, nullptr);
+    SQLGetConnectAttrW(m_connection->Raw(), SQL_ATTR_CONNECTION_DEAD, &dead, sizeof dead, nullptr);
     const bool inTransaction = m_depth > 0;
     m_depth = 0;
     if (diagnosis.SqlState.startsWith(QStringLiteral("08")) || dead == SQL_CD_TRUE) {
+        m_lostInTransaction = inTransaction;
         m_lost.emplace(
             diagnosis.Number,
-            QStringLiteral("The connection to the server was lost. Start the program again."));
+            inTransaction && !m_committing
+                ? QStringLiteral(
+                      "The connection to the server was lost. Nothing of this was saved; "
+                      "the next action connects again.")
+                : QStringLiteral("The connection to the server was lost. Look whether this was "
+                                 "saved before you repeat it; the next action connects again."));
         throw *m_lost;
     }
     // Procedures undo the caller's transaction when they fail. A command that fails without doing
     // so must not leave half of it to be committed.
     if (inTransaction) {
-        SQLEndTran(SQL_HANDLE_DBC, m_connection.Raw(), SQL_ROLLBACK);
-        SQLSetConnectAttrW(m_connection.Raw(), SQL_ATTR_AUTOCOMMIT,
+        SQLEndTran(SQL_HANDLE_DBC, m_connection->Raw(), SQL_ROLLBACK);
+        SQLSetConnectAttrW(m_connection->Raw(), SQL_ATTR_AUTOCOMMIT,
                            SQLPOINTER(quintptr(SQL_AUTOCOMMIT_ON)), 0);
     }
     throw base::DatabaseError(diagnosis.Number, diagnosis.Text);
@@ -177,8 +218,40 @@ void OdbcDriver::Fail(const OdbcDiagnosis& diagnosis) {
 qint64 OdbcDriver::Execute(const QString& command, embedded::RowSink& sink) {
     return Guarded([&] {
         RequireKnownCharacters(command);
-        return Run(command, sink);
+        return Run(command, sink, kCommandSeconds);
     });
+}
+
+void OdbcDriver::RunScript(const QString& name, const QString& script) {
+    const std::string text = script.toStdString();
+    for (const embedded::ScriptBatch& batch : embedded::Batches(text)) {
+        const auto place = [&](int lineInBatch) {
+            return QStringLiteral("%1:%2: ").arg(name).arg(batch.firstLine + lineInBatch - 1);
+        };
+        try {
+            Guarded([&] {
+                try {
+                    RunBatch(QString::fromUtf8(batch.text.data(), qsizetype(batch.text.size())));
+                } catch (OdbcFailure& failure) {
+                    failure.Diagnosis.Text.prepend(place(std::max(1, failure.Diagnosis.Line)));
+                    throw;
+                }
+            });
+        } catch (const base::DatabaseError& error) {
+            const bool placed = error.Description().startsWith(name);
+            throw base::DatabaseError(error.Number(),
+                                      (placed ? QString() : place(1)) + error.Description());
+        }
+    }
+}
+
+void OdbcDriver::RunBatch(const QString& text) {
+    if (text.trimmed().isEmpty()) {
+        return;
+    }
+    RequireKnownCharacters(text);
+    RowStore nothing;
+    Run(text, nothing);
 }
 
 void OdbcDriver::RequireKnownCharacters(const QString& command) {
@@ -207,8 +280,12 @@ bool OdbcDriver::IsKnown(char32_t character) {
     return answer.RowCount() == 1 && answer.TextAt(0, 0) == text;
 }
 
-qint64 OdbcDriver::Run(const QString& command, embedded::RowSink& sink) {
-    const OdbcHandle statement(SQL_HANDLE_STMT, m_connection.Raw());
+qint64 OdbcDriver::Run(const QString& command, embedded::RowSink& sink, quintptr seconds) {
+    const OdbcHandle statement(SQL_HANDLE_STMT, m_connection->Raw());
+    // A driver that knows no time-out goes without.
+    if (seconds > 0) {
+        SQLSetStmtAttrW(statement.Raw(), SQL_ATTR_QUERY_TIMEOUT, SQLPOINTER(seconds), 0);
+    }
     const SQLRETURN executed =
         SQLExecDirectW(statement.Raw(), Wide(command), SQLINTEGER(command.size()));
     // Only SQL Server keeps every text within its column's width.
@@ -216,18 +293,29 @@ qint64 OdbcDriver::Run(const QString& command, embedded::RowSink& sink) {
 }
 
 void OdbcDriver::SetDefaultDatabase(const QString& name) {
-    if (m_isSqlServer && !name.isEmpty()) {
-        RowStore nothing;
-        const QString escaped = QString(name).replace(QLatin1Char(']'), QStringLiteral("]]"));
-        Guarded([&] { return Run(QStringLiteral("USE [%1]").arg(escaped), nothing); });
+    const QString before = std::exchange(m_defaultDatabase, name);
+    try {
+        Guarded([this] { UseDefaultDatabase(); });
+    } catch (const base::DatabaseError&) {
+        m_defaultDatabase = before;
+        throw;
     }
-    m_defaultDatabase = name;
+}
+
+void OdbcDriver::UseDefaultDatabase() {
+    if (!m_isSqlServer || m_defaultDatabase.isEmpty()) {
+        return;
+    }
+    RowStore nothing;
+    const QString escaped =
+        QString(m_defaultDatabase).replace(QLatin1Char(']'), QStringLiteral("]]"));
+    Run(QStringLiteral("USE [%1]").arg(escaped), nothing);
 }
 
 void OdbcDriver::SetAutoCommit(bool on) {
     const quintptr value = on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF;
-    m_connection.Check(
-        SQLSetConnectAttrW(m_connection.Raw(), SQL_ATTR_AUTOCOMMIT, SQLPOINTER(value), 0));
+    m_connection->Check(
+        SQLSetConnectAttrW(m_connection->Raw(), SQL_ATTR_AUTOCOMMIT, SQLPOINTER(value), 0));
 }
 
 void OdbcDriver::BeginTrans() {
@@ -240,12 +328,15 @@ void OdbcDriver::BeginTrans() {
 }
 
 void OdbcDriver::EndTransaction(SQLSMALLINT how) {
-    m_connection.Check(SQLEndTran(SQL_HANDLE_DBC, m_connection.Raw(), how));
+    m_connection->Check(SQLEndTran(SQL_HANDLE_DBC, m_connection->Raw(), how));
     m_depth = 0;
     SetAutoCommit(true);
 }
 
 void OdbcDriver::CommitTrans() {
+    // A connection lost now leaves it open whether the server still heard the commit.
+    m_committing = m_depth == 1;
+    const auto told = qScopeGuard([this] { m_committing = false; });
     Guarded([&] {
         if (m_depth == 0) {
             throw base::DatabaseError(
@@ -262,12 +353,14 @@ void OdbcDriver::CommitTrans() {
 
 void OdbcDriver::RollbackTrans() {
     if (m_lost || m_depth == 0) {
+        m_lostInTransaction = false;
         return;
     }
     try {
         Guarded([&] { EndTransaction(SQL_ROLLBACK); });
     } catch (const base::DatabaseError&) {
         // A server that lost its client has undone what the client left open.
+        m_lostInTransaction = false;
         if (!m_lost) {
             throw;
         }
@@ -284,7 +377,7 @@ std::vector<QString> OdbcDriver::KeyColumns(const QString& table) {
         const auto wideOrNone = [](const QString& text) {
             return text.isEmpty() ? nullptr : Wide(text);
         };
-        const OdbcHandle statement(SQL_HANDLE_STMT, m_connection.Raw());
+        const OdbcHandle statement(SQL_HANDLE_STMT, m_connection->Raw());
         statement.Check(SQLPrimaryKeysW(statement.Raw(), wideOrNone(catalog), SQL_NTS,
                                         wideOrNone(schema), SQL_NTS, Wide(pieces[0]), SQL_NTS));
         RowStore rows;

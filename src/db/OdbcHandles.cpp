@@ -4,6 +4,18 @@
 
 namespace db {
 
+namespace {
+
+/// SQL Server's drivers tell the line under a number of their own.
+int ServerLine(SQLSMALLINT type, SQLHANDLE handle) {
+    constexpr SQLSMALLINT kLineOfError = -1154;
+    SQLINTEGER line = 0;
+    SQLGetDiagFieldW(type, handle, 1, kLineOfError, &line, sizeof line, nullptr);
+    return int(line);
+}
+
+}  // namespace
+
 OdbcHandle::OdbcHandle(SQLSMALLINT type, SQLHANDLE parent) : m_type(type) {
     if (!SQL_SUCCEEDED(SQLAllocHandle(type, parent, &m_handle))) {
         throw OdbcFailure{{QString(), 0, QStringLiteral("ODBC gives no further handle.")}};
@@ -30,7 +42,7 @@ OdbcDiagnosis OdbcHandle::Diagnose() const {
     static const QRegularExpression origin(QStringLiteral("^(\\[[^\\]]*\\]\\s*)+"));
     const auto* utf16 = reinterpret_cast<const char16_t*>(text);
     return {QString::fromUtf16(reinterpret_cast<const char16_t*>(state)), int(number),
-            QString::fromUtf16(utf16).remove(origin).trimmed()};
+            QString::fromUtf16(utf16).remove(origin).trimmed(), ServerLine(m_type, m_handle)};
 }
 
 void OdbcHandle::Check(SQLRETURN result) const {

@@ -20,6 +20,8 @@ struct OdbcDiagnosis {
     int Number = 0;
     /// Without the "[vendor][driver]" in front.
     QString Text;
+    /// Counted from the command's first line, which is 1; 0 where the server names none.
+    int Line = 0;
 };
 
 /// A failed ODBC call. Stays inside this folder: the driver turns it into base::DatabaseError.

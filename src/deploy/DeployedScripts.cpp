@@ -22,14 +22,14 @@ QString DeployedScripts::SetChecksumCommand() {
 }
 
 QString DeployedScripts::SetChecksum() {
-    const Rows rows = Rows::Ask(m_server, SetChecksumCommand());
+    const Rows rows = Rows::Ask(m_driver, SetChecksumCommand());
     return rows.Cells().empty() ? QString() : rows.Cells().front().front();
 }
 
 QHash<QString, QString> DeployedScripts::All() {
     QHash<QString, QString> checksums;
     const Rows rows = Rows::Ask(
-        m_server,
+        m_driver,
         QStringLiteral("SELECT ScriptName, Checksum FROM CLINICAL_AREA..tbDeployedScript"));
     for (const QStringList& row : rows.Cells()) {
         if (row[0] != kWholeSet)
@@ -38,8 +38,10 @@ QHash<QString, QString> DeployedScripts::All() {
     return checksums;
 }
 
-void DeployedScripts::Record(const Script& script) {
-    Record(script.Name, script.Checksum());
+void DeployedScripts::Lock() {
+    Run(m_driver, QStringLiteral("UPDATE CLINICAL_AREA..tbDeployedScript SET Checksum = Checksum "
+                                 "WHERE ScriptName = ") +
+                      Quoted(kWholeSet));
 }
 
 void DeployedScripts::RecordSet(const ScriptSet& scripts) {
@@ -47,14 +49,14 @@ void DeployedScripts::RecordSet(const ScriptSet& scripts) {
 }
 
 void DeployedScripts::Forget(const QString& scriptName) {
-    Run(m_server,
+    Run(m_driver,
         QStringLiteral("DELETE FROM CLINICAL_AREA..tbDeployedScript WHERE ScriptName = ") +
             Quoted(scriptName));
 }
 
 void DeployedScripts::Record(const QString& name, const QString& checksum) {
     Forget(name);
-    Run(m_server, QStringLiteral("INSERT INTO CLINICAL_AREA..tbDeployedScript "
+    Run(m_driver, QStringLiteral("INSERT INTO CLINICAL_AREA..tbDeployedScript "
                                  "(ScriptName, Checksum, DeployedAt) VALUES (%1, %2, GETDATE())")
                       .arg(Quoted(name), Quoted(checksum)));
 }

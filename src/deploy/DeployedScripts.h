@@ -3,15 +3,15 @@
 #include <QHash>
 #include <QString>
 
+#include "db/Driver.h"
 #include "deploy/ScriptSet.h"
-#include "embedded/Server.h"
 
 namespace deploy {
 
 /// What a hospital remembers of the scripts that it has received.
 class DeployedScripts final {
 public:
-    explicit DeployedScripts(embedded::Server& server) : m_server(server) {}
+    explicit DeployedScripts(db::Driver& driver) : m_driver(driver) {}
 
     /// Asks for the checksum of the whole set, over whatever road.
     static QString SetChecksumCommand();
@@ -20,14 +20,14 @@ public:
     /// Checksums by script name.
     QHash<QString, QString> All();
 
-    void Record(const Script& script);
+    /// Holds other deployments off until the transaction ends.
+    void Lock();
+    void Record(const QString& name, const QString& checksum);
     void RecordSet(const ScriptSet& scripts);
     void Forget(const QString& scriptName);
 
 private:
-    void Record(const QString& name, const QString& checksum);
-
-    embedded::Server& m_server;
+    db::Driver& m_driver;
 };
 
 }  // namespace deploy

@@ -1,24 +1,13 @@
 #pragma once
 
 #include <QString>
-#include <functional>
 #include <memory>
 
 #include "db/Connection.h"
-#include "deploy/ScriptSet.h"
+#include "deploy/Deployment.h"
 
 /// Makes hospital files for the embedded server and keeps them up to date with the program.
 namespace deploy {
-
-enum class Contents {
-    /// Tables and procedures only.
-    Empty,
-    /// The demo hospital.
-    Demo
-};
-
-/// Told before each script how many have run, and how many there are.
-using Progress = std::function<void(int done, int all)>;
 
 /// Makes a new hospital file. It appears under its name only when it is complete; whatever fails
 /// or is killed before leaves none. Where another program is making the same file, waits for it

@@ -2,15 +2,9 @@
 
 namespace deploy {
 
-namespace {
-
-const QString kDatabase = QStringLiteral("CLINICAL_AREA");
-
-}  // namespace
-
-Rows Rows::Ask(embedded::Server& server, const QString& command) {
+Rows Rows::Ask(db::Driver& driver, const QString& command) {
     Rows rows;
-    server.Execute(command, kDatabase, &rows);
+    driver.Execute(command, rows);
     return rows;
 }
 
@@ -28,8 +22,8 @@ void Rows::EndRow() {
     m_row.clear();
 }
 
-void Run(embedded::Server& server, const QString& command) {
-    server.Execute(command, kDatabase, nullptr);
+void Run(db::Driver& driver, const QString& command) {
+    Rows::Ask(driver, command);
 }
 
 }  // namespace deploy

@@ -4,15 +4,15 @@
 #include <QStringList>
 #include <vector>
 
-#include "embedded/Server.h"
+#include "db/Driver.h"
 
 namespace deploy {
 
 /// The rows of one command as texts, for the few small questions that deploying asks.
 class Rows final : public embedded::RowSink {
 public:
-    /// Runs a command; unqualified names belong to CLINICAL_AREA.
-    static Rows Ask(embedded::Server& server, const QString& command);
+    /// Runs a command.
+    static Rows Ask(db::Driver& driver, const QString& command);
 
     const std::vector<embedded::ResultColumn>& Columns() const { return m_columns; }
     const std::vector<QStringList>& Cells() const { return m_cells; }
@@ -31,7 +31,7 @@ private:
     QStringList m_row;
 };
 
-/// Runs a command whose rows do not matter; unqualified names belong to CLINICAL_AREA.
-void Run(embedded::Server& server, const QString& command);
+/// Runs a command whose rows do not matter.
+void Run(db::Driver& driver, const QString& command);
 
 }  // namespace deploy

@@ -5,13 +5,13 @@
 #include <algorithm>
 
 #include "base/Errors.h"
+#include "db/EmbeddedDriver.h"
+#include "deploy/Deployment.h"
 #include "deploy/Rows.h"
 
 namespace deploy {
 
 namespace {
-
-constexpr int kUnknownTable = 208;
 
 /// Every table that the schema scripts make, as DATABASE..table.
 QStringList TablesOf(const ScriptSet& scripts) {
@@ -31,8 +31,8 @@ QStringList TablesOf(const ScriptSet& scripts) {
     return tables;
 }
 
-std::vector<embedded::ResultColumn> ColumnsOf(embedded::Server& server, const QString& table) {
-    return Rows::Ask(server, QStringLiteral("SELECT * FROM %1 WHERE 1 = 0").arg(table)).Columns();
+std::vector<embedded::ResultColumn> ColumnsOf(db::Driver& driver, const QString& table) {
+    return Rows::Ask(driver, QStringLiteral("SELECT * FROM %1 WHERE 1 = 0").arg(table)).Columns();
 }
 
 QStringList MissingColumns(const QString& table, const std::vector<embedded::ResultColumn>& present,
@@ -53,18 +53,18 @@ QStringList MissingColumns(const QString& table, const std::vector<embedded::Res
 
 }  // namespace
 
-QStringList MissingInTables(embedded::Server& server, const ScriptSet& scripts) {
+QStringList MissingInTables(db::Driver& driver, const ScriptSet& scripts) {
     // What the scripts make is seen best by letting them make it, in an empty file beside.
     const QTemporaryDir folder;
-    embedded::Server model(folder.filePath(QStringLiteral("model")),
-                           embedded::Server::Mode::Create);
+    db::EmbeddedDriver model(folder.filePath(QStringLiteral("model")),
+                             embedded::Server::Mode::Create);
     model.BeginTrans();
     for (const Script& script : scripts.Schema())
         model.RunScript(script.Name, script.Text);
     QStringList missing;
     for (const QString& table : TablesOf(scripts)) {
         try {
-            missing << MissingColumns(table, ColumnsOf(server, table), ColumnsOf(model, table));
+            missing << MissingColumns(table, ColumnsOf(driver, table), ColumnsOf(model, table));
         } catch (const base::DatabaseError& error) {
             if (error.Number() != kUnknownTable)
                 throw;

@@ -6,6 +6,7 @@
 
 #include "TestHospital.h"
 #include "base/Errors.h"
+#include "db/EmbeddedDriver.h"
 #include "db/Recordset.h"
 #include "deploy/DeployedScripts.h"
 #include "deploy/HospitalFile.h"
@@ -66,8 +67,9 @@ std::vector<Script> SecondScripts() {
 }
 
 QString Ask(const QString& file, const QString& command) {
-    embedded::Server server(file, embedded::Server::Mode::OpenExisting);
-    const deploy::Rows rows = deploy::Rows::Ask(server, command);
+    db::EmbeddedDriver driver(file);
+    driver.SetDefaultDatabase(QStringLiteral("CLINICAL_AREA"));
+    const deploy::Rows rows = deploy::Rows::Ask(driver, command);
     return rows.Cells().empty() ? QString() : rows.Cells().front().front();
 }
 
@@ -114,6 +116,7 @@ private slots:
     void Make_refusesAnExistingFileAndALockedFolder();
     void Make_byTwoProgramsMakesOneFile();
     void Upgrade_runsWhatTheFileHasNotHad();
+    void Upgrade_dropsWhatTheVersionNoLongerHas();
     void Upgrade_letsAProcedureTakeMoreArguments();
     void Upgrade_marksTheMigrationsOfANewFileAsApplied();
     void Upgrade_thatFailsLeavesTheFileAsItWas();
@@ -254,6 +257,20 @@ void tst_HospitalFile::Upgrade_runsWhatTheFileHasNotHad() {
     QCOMPARE(Ask(File(), kAnswer), QStringLiteral("second"));
     QCOMPARE(Ask(File(), kCountMigrations), QStringLiteral("1"));
     QVERIFY(!deploy::UpgradeHospital(File(), second));
+}
+
+void tst_HospitalFile::Upgrade_dropsWhatTheVersionNoLongerHas() {
+    Make(FirstScripts());
+    std::vector<Script> scripts = FirstScripts();
+    std::erase_if(scripts, [](const Script& script) {
+        return script.Name.startsWith(QStringLiteral("procedures/"));
+    });
+    QVERIFY(deploy::UpgradeHospital(File(), ScriptSet(scripts)));
+    QVERIFY(RefusalOf([&] { Ask(File(), kAnswer); }).contains(QStringLiteral("sp_Answer")));
+    db::EmbeddedDriver driver(File());
+    QVERIFY(RefusalOf([&] {
+                deploy::Deployment(driver, ScriptSet::Own(), Contents::Demo);
+            }).contains(QStringLiteral("another hospital")));
 }
 
 // The caller's script comes first by its name, and is checked against what it calls.
