@@ -62,6 +62,7 @@ const std::vector<Measure>& AllMeasures() {
         {QStringLiteral("hub-open"), false, HubOpen},
         {QStringLiteral("item-enter"), false, ItemEnter},
         {QStringLiteral("summary"), false, Summary},
+        {QStringLiteral("round-trip"), false, RoundTrip},
         {QStringLiteral("search-1m"), true, SearchLarge},
         {QStringLiteral("list-100k"), true, ListLarge},
         {QStringLiteral("list-100k-memory"), true, ListLargeMemory}};

@@ -52,5 +52,6 @@ void Summary();
 void CodeSearchKey();
 void HubOpen();
 void ItemEnter();
+void RoundTrip();
 
 }  // namespace bench

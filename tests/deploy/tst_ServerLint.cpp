@@ -1,3 +1,5 @@
+#include <QCryptographicHash>
+#include <QDirIterator>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -58,8 +60,32 @@ void tst_ServerLint::Slip_isSeen() {
     QVERIFY(ReadByTheOther({script.fileName()}).contains(QStringLiteral("PRS")));
 }
 
+// It reads slowly: what has passed once is remembered in the build tree by its text.
 void tst_ServerLint::Scripts_areTransactSql() {
-    QCOMPARE(ReadByTheOther({QStringLiteral(CAPD_SOURCE_DIR "/server")}), QString());
+    const QDir passed(QCoreApplication::applicationDirPath() + QStringLiteral("/../linted"));
+    QVERIFY(passed.mkpath(QStringLiteral(".")));
+    QStringList paths;
+    QStringList marks;
+    QDirIterator files(QStringLiteral(CAPD_SOURCE_DIR "/server"), {QStringLiteral("*.sql")},
+                       QDir::Files, QDirIterator::Subdirectories);
+    int seen = 0;
+    while (files.hasNext()) {
+        QFile file(files.next());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString mark = QString::fromLatin1(
+            QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256).toHex());
+        ++seen;
+        if (passed.exists(mark))
+            continue;
+        paths << file.fileName();
+        marks << passed.filePath(mark);
+    }
+    QVERIFY(seen > 50);
+    if (paths.isEmpty())
+        return;
+    QCOMPARE(ReadByTheOther(paths), QString());
+    for (const QString& mark : marks)
+        QVERIFY(QFile(mark).open(QIODevice::WriteOnly));
 }
 
 QTEST_GUILESS_MAIN(tst_ServerLint)

@@ -2,7 +2,9 @@
 
 #include <QPushButton>
 
+#include "base/Errors.h"
 #include "components/builtin/clsCurrentUser.h"
+#include "toolkit/Busy.h"
 #include "ui_frmLogin.h"
 
 namespace components {
@@ -15,6 +17,7 @@ frmLogin::frmLogin(std::vector<DataSource> sources, QWidget* parent)
         ui->cboSource->addItem(source.Title());
     connect(ui->cboSource, &QComboBox::currentIndexChanged, this, &frmLogin::cboSource_Change);
     connect(ui->cmdLogIn, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui->cmdTest, &QPushButton::clicked, this, &frmLogin::cmdTest_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     cboSource_Change();
 }
@@ -51,7 +54,21 @@ void frmLogin::showEvent(QShowEvent* event) {
     (ui->txtUser->text().isEmpty() ? ui->txtUser : ui->txtPassword)->setFocus();
 }
 
+void frmLogin::cmdTest_Click() {
+    ui->lblDemo->clear();
+    ui->lblRefusal->hide();
+    const toolkit::Busy busy;
+    try {
+        Source().Open(UserName(), Password());
+        ui->lblDemo->setText(QStringLiteral("The server answers and takes this user."));
+    } catch (const base::DatabaseError& error) {
+        ui->lblRefusal->setText(error.Description());
+        ui->lblRefusal->show();
+    }
+}
+
 void frmLogin::cboSource_Change() {
+    ui->cmdTest->setVisible(!Source().IsEmbedded());
     const bool demo = Source().Where == DataSource::Kind::Demo;
     ui->lblDemo->setText(demo ? QStringLiteral("Practice data. User: %1, password: %2")
                                     .arg(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword)

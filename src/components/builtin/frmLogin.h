@@ -31,6 +31,8 @@ protected:
 
 private:
     void cboSource_Change();
+    /// Opens the server as typed and closes it again: says what it answers, logs nobody in.
+    void cmdTest_Click();
 
     std::unique_ptr<Ui::frmLogin> ui;
     std::vector<DataSource> m_sources;

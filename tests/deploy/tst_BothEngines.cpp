@@ -1,0 +1,179 @@
+#include <QMap>
+#include <QRandomGenerator>
+#include <QTest>
+#include <algorithm>
+
+#include "TestHospital.h"
+#include "db/Driver.h"
+#include "embedded/TextRows.h"
+
+namespace {
+
+constexpr int kCalls = 5000;
+constexpr quint32 kSeed = 46;
+
+/// What stands in braces is drawn at random from what the demo hospital holds.
+const QMap<QString, QString> kSources{
+    {QStringLiteral("H"), QStringLiteral("SELECT HospNum FROM PATIENT_DATA..tbMaster")},
+    {QStringLiteral("O"), QStringLiteral("SELECT IdNum FROM PATIENT_DATA..tbOutPatient")},
+    {QStringLiteral("I"), QStringLiteral("SELECT IdNum FROM PATIENT_DATA..tbPatient")},
+    {QStringLiteral("L"), QStringLiteral("SELECT LastName FROM PATIENT_DATA..tbMaster")},
+    {QStringLiteral("D"), QStringLiteral("SELECT DoctorID FROM PATIENT_DATA..tbDoctor")},
+    {QStringLiteral("R"), QStringLiteral("SELECT RevenueID FROM BILLING..tbRevenueCode")},
+    {QStringLiteral("F"), QStringLiteral("SELECT ItemCode FROM BILLING..tbOtherRevenue")},
+    {QStringLiteral("G"), QStringLiteral("SELECT DrugCode FROM BILLING..tbDrug")},
+    {QStringLiteral("T"), QStringLiteral("SELECT DiscType FROM BILLING..tbDiscountType")},
+    {QStringLiteral("A"), QStringLiteral("SELECT AccountNum FROM BILLING..tbFundAccount")},
+};
+
+const QStringList kCommands{
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_Patientsearch '{#6}','{H}','',''"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_Patientsearch '{#6}','','{O}',''"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_Patientsearch '{#6}','','','{L}'"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_SearchRevenue '{#2}','{R}'"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_SearchPatientData '{H}'"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_GetVisits '{H}'"),
+    QStringLiteral("CLINICAL_AREA..Nurse_CheckRequest '{O}','X'"),
+    QStringLiteral("CLINICAL_AREA..Nurse_GetHrt '{O}'"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_AssessmentStatus '{L}'"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_GetRequest '{O}'"),
+    QStringLiteral("PATIENT_DATA..sp_Listing_Outpatient '{O}'"),
+    QStringLiteral("PATIENT_DATA..sp_Listing_Search '205','{L}'"),
+    QStringLiteral("PATIENT_DATA..sp_Doctor_Search '{D}'"),
+    QStringLiteral("PATIENT_DATA..sp_Finder_OutPatient '{O}','{H}'"),
+    QStringLiteral("PATIENT_DATA..sp_Confinement_Period '{H}'"),
+    QStringLiteral("PATIENT_DATA..sp_Confinement_Results '{I}','{#4}'"),
+    QStringLiteral("PATIENT_DATA..sp_AOPD_ViewLabExams '{H}','{O}'"),
+    QStringLiteral("BILLING..sp_OtherRevenue_Find '{R}','{F}'"),
+    QStringLiteral("BILLING..sp_Drug_Search '{G}','',''"),
+    QStringLiteral("BILLING..sp_PDAF_GetAllocation '{H}','CY'"),
+    QStringLiteral("BILLING..sp_PDAF_GetBalance '{H}','MD'"),
+    QStringLiteral("BILLING..sp_PDAF_GetRemBill '{O}','CY'"),
+    QStringLiteral("RADIOLOGY..spRadio_GetDiscountType '{H}','{O}'"),
+    QStringLiteral("RADIOLOGY..spRadio_GetDiscount '{R}','{F}','{T}','{#5}','0'"),
+    QStringLiteral("RADIOLOGY..spRadio_GetDiscount 'CS','{G}','{T}','','0'"),
+    QStringLiteral("RADIOLOGY..spGlobal_RegularPatients '0','0','{L}'"),
+    QStringLiteral("STATION..Nurse_GetXray '{O}'"),
+    // Writes: what they say, and what stands in the tables before they are undone.
+    QStringLiteral("CLINICAL_AREA..sp_capd_addbill 'T1','{O}','{F}','{#900}.{#99}','4601','{H}',"
+                   "'{R}'; SELECT ItemCode, Amount FROM BILLING..tbBill WHERE RefNum = 'T1'"),
+    QStringLiteral("BILLING..sp_PARS_SaveCompanyPayment '{O}','{H}','{A}','{#900}.{#99}','T1','C',"
+                   "'CY','1','4601','{F}'; SELECT AccountNum, Amount FROM "
+                   "BILLING..tbCompanyPayment WHERE RequestNum > 0 AND AccountNum = '{A}'"),
+};
+
+/// A session on one engine; what it answers as text, refusals by their number.
+class Engine final {
+public:
+    explicit Engine(const QString& connectionString) : m_driver(db::OpenDriver(connectionString)) {
+        m_driver->SetDefaultDatabase(QStringLiteral("CLINICAL_AREA"));
+    }
+
+    QStringList Answer(const QString& commands) {
+        m_driver->BeginTrans();
+        QStringList answer;
+        try {
+            for (const QString& command : commands.split(QStringLiteral("; "))) {
+                TextRows rows;
+                m_driver->Execute(command, rows);
+                // Rows of equal rank may come in any order.
+                std::sort(rows.Lines.begin(), rows.Lines.end());
+                answer << rows.Kinds.join(QString()) << rows.Columns << rows.Lines;
+            }
+        } catch (const base::DatabaseError& error) {
+            answer << QStringLiteral("error %1").arg(error.Number());
+        }
+        m_driver->RollbackTrans();
+        return answer;
+    }
+
+    QStringList Values(const QString& command) {
+        TextRows rows;
+        m_driver->Execute(command, rows);
+        std::sort(rows.Lines.begin(), rows.Lines.end());
+        return rows.Lines;
+    }
+
+private:
+    std::unique_ptr<db::Driver> m_driver;
+};
+
+}  // namespace
+
+/// The embedded server and the hospital's own give the same answers. CAPD_SERVER names a server
+/// that holds the demo hospital of the same day.
+class tst_BothEngines : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void RandomCalls_giveTheSameAnswers();
+
+private:
+    QString Filled(const QString& command);
+    QString Drawn(const QString& name);
+
+    QString m_server;
+    QRandomGenerator m_random{kSeed};
+    QMap<QString, QStringList> m_values;
+};
+
+void tst_BothEngines::initTestCase() {
+    m_server = qEnvironmentVariable("CAPD_SERVER");
+    if (m_server.isEmpty())
+        QSKIP("no server was named: ./test --server \"CONNECTION STRING\"");
+}
+
+// One in ten is nothing the hospital knows, one in ten the beginning of what it knows.
+QString tst_BothEngines::Drawn(const QString& name) {
+    if (name.startsWith(u'#'))
+        return QString::number(m_random.bounded(name.mid(1).toInt() + 1));
+    const QStringList& values = m_values[name];
+    const QString value = values[m_random.bounded(int(values.size()))];
+    const int luck = m_random.bounded(10);
+    const QString drawn = luck == 0   ? QStringLiteral("x'Ñ1")
+                          : luck == 1 ? value.left(2).toLower()
+                                      : value;
+    return QString(drawn).replace(QStringLiteral("'"), QStringLiteral("''"));
+}
+
+QString tst_BothEngines::Filled(const QString& command) {
+    QString filled;
+    for (qsizetype at = 0; at < command.size(); ++at) {
+        if (command[at] != u'{') {
+            filled += command[at];
+            continue;
+        }
+        const qsizetype end = command.indexOf(u'}', at);
+        filled += Drawn(command.mid(at + 1, end - at - 1));
+        at = end;
+    }
+    return filled;
+}
+
+void tst_BothEngines::RandomCalls_giveTheSameAnswers() {
+    const TestHospital hospital;
+    Engine embedded(hospital.ConnectionString());
+    Engine server(m_server);
+    for (auto source = kSources.begin(); source != kSources.end(); ++source) {
+        m_values[source.key()] = embedded.Values(source.value());
+        QVERIFY2(!m_values[source.key()].isEmpty(), qPrintable(source.value()));
+        QCOMPARE(server.Values(source.value()), m_values[source.key()]);
+    }
+    int rows = 0;
+    int different = 0;
+    for (int call = 0; call < kCalls; ++call) {
+        const QString command = Filled(kCommands[m_random.bounded(int(kCommands.size()))]);
+        const QStringList expected = embedded.Answer(command);
+        const QStringList got = server.Answer(command);
+        rows += int(expected.size());
+        if (got != expected && ++different <= 20)
+            qWarning().noquote() << command << "\n embedded:" << expected.mid(0, 40).join(u'\n')
+                                 << "\n server:  " << got.mid(0, 40).join(u'\n');
+    }
+    QVERIFY2(rows > kCalls, "the calls found nothing to compare");
+    QCOMPARE(different, 0);
+}
+
+QTEST_GUILESS_MAIN(tst_BothEngines)
+#include "tst_BothEngines.moc"
