@@ -63,6 +63,7 @@ const std::vector<Measure>& AllMeasures() {
         {QStringLiteral("item-enter"), false, ItemEnter},
         {QStringLiteral("summary"), false, Summary},
         {QStringLiteral("round-trip"), false, RoundTrip},
+        {QStringLiteral("results-10k"), false, ResultList},
         {QStringLiteral("search-1m"), true, SearchLarge},
         {QStringLiteral("list-100k"), true, ListLarge},
         {QStringLiteral("list-100k-memory"), true, ListLargeMemory}};

@@ -53,5 +53,6 @@ void CodeSearchKey();
 void HubOpen();
 void ItemEnter();
 void RoundTrip();
+void ResultList();
 
 }  // namespace bench

@@ -27,7 +27,9 @@ bool HasEveryResult(const QString& idNum) {
     return !modGlobals::gConnection
                 ->Execute(
                     QStringLiteral(
-                        "SELECT h.IdNum FROM STATION..tbHeartResult h WHERE h.IdNum = '%1' AND "
+                        "SELECT v.IdNum FROM PATIENT_DATA..tbOutPatient v INNER JOIN "
+                        "STATION..tbHeartResult h ON h.IdNum = v.IdNum WHERE v.IdNum = '%1' AND "
+                        "v.BillingDate IS NULL AND "
                         "EXISTS (SELECT 1 FROM STATION..tbPTResult p WHERE p.IdNum = h.IdNum) AND "
                         "EXISTS (SELECT 1 FROM PATIENT_DATA..tbLabResult l WHERE l.IdNum = "
                         "h.IdNum AND l.ResultDate IS NOT NULL) AND (SELECT COUNT(DISTINCT "
@@ -37,10 +39,10 @@ bool HasEveryResult(const QString& idNum) {
 }
 
 void GoTo(const char* tabs, int tab) {
-    Tour::Find<QTabWidget>(tabs)->tabBar()->setFocus();
-    Tour::Press(Qt::Key_Home);
-    for (int press = 0; press < tab; ++press)
-        Tour::Press(Qt::Key_Right);
+    const auto* control = Tour::Find<QTabWidget>(tabs);
+    control->tabBar()->setFocus();
+    for (int presses = qAbs(tab - control->currentIndex()); presses > 0; --presses)
+        Tour::Press(tab > control->currentIndex() ? Qt::Key_Right : Qt::Key_Left);
 }
 
 }  // namespace
