@@ -22,7 +22,10 @@ struct OdbcColumn {
     SQLSMALLINT TransferType = SQL_C_WCHAR;
     /// Bytes of one cell's buffer.
     std::size_t CellBytes = 0;
+    /// Of a width that the server keeps to.
     bool Bounded = true;
+    /// Of a width that most cells keep to.
+    bool Bindable = true;
 };
 
 ColumnKind KindOf(SQLSMALLINT sqlType) {
@@ -75,7 +78,8 @@ OdbcColumn Describe(const OdbcHandle& statement, SQLUSMALLINT number, bool width
             column.CellBytes = sizeof(SQL_TIMESTAMP_STRUCT);
             break;
         case ColumnKind::Text:
-            column.Bounded = widthsHold && width > 0 && width <= kWidestBoundText;
+            column.Bindable = width > 0 && width <= kWidestBoundText;
+            column.Bounded = widthsHold && column.Bindable;
             column.CellBytes = (width + 1) * 2 * sizeof(SQLWCHAR);
             break;
     }
@@ -195,24 +199,55 @@ private:
     std::vector<std::vector<SQLLEN>> m_lengths;
 };
 
-/// One cell after the other; long texts in pieces.
+/// One row after the other: cells of a known width are bound, and asked for again in pieces where
+/// a text turns out to be longer.
 class PieceFetch final {
 public:
-    explicit PieceFetch(const OdbcHandle& statement)
-        : m_statement(statement), m_piece(kPieceCharacters) {}
+    PieceFetch(const OdbcHandle& statement, const std::vector<OdbcColumn>& columns, bool mayRebind)
+        : m_statement(statement),
+          m_columns(columns),
+          m_cells(columns.size()),
+          m_lengths(columns.size()),
+          m_piece(kPieceCharacters) {
+        for (std::size_t at = 0; mayRebind && at < columns.size(); ++at) {
+            if (!columns[at].Bindable) {
+                continue;
+            }
+            m_cells[at].resize(columns[at].CellBytes);
+            m_statement.Check(SQLBindCol(m_statement.Raw(), SQLUSMALLINT(at + 1),
+                                         columns[at].TransferType, m_cells[at].data(),
+                                         SQLLEN(columns[at].CellBytes), &m_lengths[at]));
+        }
+    }
+    ~PieceFetch() { SQLFreeStmt(m_statement.Raw(), SQL_UNBIND); }
+    PieceFetch(const PieceFetch&) = delete;
+    PieceFetch& operator=(const PieceFetch&) = delete;
 
-    void Run(const std::vector<OdbcColumn>& columns, embedded::RowSink& sink) {
+    void Run(embedded::RowSink& sink) {
         SQLRETURN result = SQL_SUCCESS;
         while ((result = SQLFetch(m_statement.Raw())) != SQL_NO_DATA) {
             m_statement.Check(result);
-            for (std::size_t at = 0; at < columns.size(); ++at) {
-                GetCell(columns[at], SQLUSMALLINT(at + 1), sink);
+            for (std::size_t at = 0; at < m_columns.size(); ++at) {
+                PutOrGet(at, sink);
             }
             sink.EndRow();
         }
     }
 
 private:
+    void PutOrGet(std::size_t at, embedded::RowSink& sink) {
+        const OdbcColumn& column = m_columns[at];
+        const SQLLEN length = m_lengths[at];
+        const bool isText = column.Shown.Kind == ColumnKind::Text;
+        const bool cut = isText && (length == SQL_NO_TOTAL ||
+                                    length + SQLLEN(sizeof(SQLWCHAR)) > SQLLEN(column.CellBytes));
+        if (m_cells[at].empty() || cut) {
+            GetCell(column, SQLUSMALLINT(at + 1), sink);
+        } else {
+            PutCell(column, m_cells[at].data(), length, sink);
+        }
+    }
+
     void GetCell(const OdbcColumn& column, SQLUSMALLINT number, embedded::RowSink& sink) {
         if (column.Shown.Kind == ColumnKind::Text) {
             GetText(number, sink);
@@ -254,6 +289,9 @@ private:
     }
 
     const OdbcHandle& m_statement;
+    const std::vector<OdbcColumn>& m_columns;
+    std::vector<std::vector<char>> m_cells;
+    std::vector<SQLLEN> m_lengths;
     std::vector<SQLWCHAR> m_piece;
     QString m_text;
 };
@@ -275,7 +313,7 @@ void FetchRows(const OdbcHandle& statement, bool widthsHold, embedded::RowSink& 
     if (bounded) {
         BlockFetch(statement, columns).Run(sink);
     } else {
-        PieceFetch(statement).Run(columns, sink);
+        PieceFetch(statement, columns, !widthsHold).Run(sink);
     }
 }
 

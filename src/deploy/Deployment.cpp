@@ -64,6 +64,14 @@ QStringList MissingDatabases(db::Driver& driver, const ScriptSet& scripts) {
 
 /// None where the record of scripts is not there.
 std::optional<QHash<QString, QString>> Had(db::Driver& driver) {
+    // Not every server that speaks T-SQL gives an unknown table its number.
+    if (driver.HasDatabases() &&
+        Rows::Ask(driver, QStringLiteral("SELECT OBJECT_ID('CLINICAL_AREA.dbo.tbDeployedScript')"))
+            .Cells()
+            .front()
+            .front()
+            .isEmpty())
+        return {};
     try {
         return DeployedScripts(driver).All();
     } catch (const base::DatabaseError& error) {

@@ -280,7 +280,7 @@ SQLRETURN SQLSetStmtAttrW(SQLHSTMT handle, SQLINTEGER attribute, SQLPOINTER valu
         statement->BlockRows = std::size_t(quintptr(value));
         auto& largest = FakeOdbc::TheWorld().LargestBlock;
         largest = std::max(largest, statement->BlockRows);
-    } else {
+    } else if (attribute == SQL_ATTR_ROWS_FETCHED_PTR) {
         statement->Fetched = static_cast<SQLULEN*>(value);
     }
     return SQL_SUCCESS;

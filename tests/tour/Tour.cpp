@@ -34,6 +34,8 @@ int Tour::Walk() {
     m_stages.push_back({{}, [&day] { day.quit(); }, false});
     QTimer::singleShot(0, this, &Tour::Next);
     day.exec();
+    if (!m_roundTrips.Write(File(QStringLiteral("round-trips.md"))))
+        ++m_failed;
     std::cout << "tour: " << m_stages.size() - 1 << " steps, " << m_failed << " failed"
               << std::endl;
     return m_failed;
@@ -45,6 +47,7 @@ void Tour::Next() {
     const Stage stage = m_stages[m_next++];
     if (m_next < m_stages.size())
         Rest(stage);
+    m_roundTrips.Begin(stage.Name);
     const auto fail = [&](const QString& why) {
         ++m_failed;
         std::cout << "FAILED " << stage.Name.toStdString() << ": " << why.toStdString()

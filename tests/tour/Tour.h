@@ -5,6 +5,8 @@
 #include <functional>
 #include <vector>
 
+#include "tour/RoundTrips.h"
+
 class QWidget;
 
 /// A working day walked through the real windows: each step is done by keys and mouse, checked
@@ -48,6 +50,7 @@ private:
 
     QString m_folder;
     std::vector<Stage> m_stages;
+    RoundTrips m_roundTrips;
     size_t m_next = 0;
     int m_pictures = 0;
     int m_failed = 0;
