@@ -61,6 +61,7 @@ const std::vector<Measure>& AllMeasures() {
         {QStringLiteral("code-search-key"), false, CodeSearchKey},
         {QStringLiteral("hub-open"), false, HubOpen},
         {QStringLiteral("item-enter"), false, ItemEnter},
+        {QStringLiteral("slip-save"), false, SlipSave},
         {QStringLiteral("summary"), false, Summary},
         {QStringLiteral("round-trip"), false, RoundTrip},
         {QStringLiteral("results-10k"), false, ResultList},

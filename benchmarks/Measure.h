@@ -54,5 +54,6 @@ void HubOpen();
 void ItemEnter();
 void RoundTrip();
 void ResultList();
+void SlipSave();
 
 }  // namespace bench

@@ -50,9 +50,11 @@ BEGIN
         SELECT @Description = DrugName, @Price = SellingPriceOut
         FROM BILLING..tbDrug
         WHERE DrugCode = @ItemCode;
-        SELECT @StockCardID = MAX(StockCardID)
-        FROM BILLING..tbStockCard
-        WHERE RefNum = @RefNum AND ItemCode = @ItemCode AND Quantity >= 0;
+        SET @StockCardID = (
+            SELECT TOP (1) StockCardID
+            FROM BILLING..tbStockCard
+            WHERE RefNum = @RefNum AND ItemCode = @ItemCode AND Quantity >= 0
+            ORDER BY StockCardID DESC);
     END
     INSERT INTO tbCAPDRequest (
         HospNum, IdNum, CAPDNum, ItemCode, Quantity, Amount, Department, RefNum, RevenueID,
