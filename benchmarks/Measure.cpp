@@ -65,6 +65,8 @@ const std::vector<Measure>& AllMeasures() {
         {QStringLiteral("summary"), false, Summary},
         {QStringLiteral("round-trip"), false, RoundTrip},
         {QStringLiteral("results-10k"), false, ResultList},
+        {QStringLiteral("registration-1000"), false, Registration},
+        {QStringLiteral("visits-chart-1000"), false, VisitsChart},
         {QStringLiteral("search-1m"), true, SearchLarge},
         {QStringLiteral("list-100k"), true, ListLarge},
         {QStringLiteral("list-100k-memory"), true, ListLargeMemory}};

@@ -55,5 +55,7 @@ void ItemEnter();
 void RoundTrip();
 void ResultList();
 void SlipSave();
+void Registration();
+void VisitsChart();
 
 }  // namespace bench

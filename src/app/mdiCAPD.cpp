@@ -11,12 +11,14 @@
 #include "charges/frmAssessment.h"
 #include "hub/frmFinal.h"
 #include "patients/frmPatientList.h"
+#include "patients/frmRegistration.h"
 #include "reports/UnitReports.h"
 #include "session/modGlobals.h"
 #include "toolkit/Images.h"
 #include "toolkit/ListView.h"
 #include "toolkit/MsgBox.h"
 #include "ui_mdiCAPD.h"
+#include "visits/frmCAPDVisit.h"
 
 using components::PatientLister;
 using toolkit::BoxIcon;
@@ -148,20 +150,45 @@ void mdiCAPD::Toolbar1_ButtonClick(const QString& key) {
 
 void mdiCAPD::NewRegistration() {
     QString idNum = m_patientList->IdNum();
-    if (ListPatient(idNum))
-        NotBuiltYet(QStringLiteral("Registration"));
+    const QString capdNum = m_patientList->CAPDNum();
+    if (!ListPatient(idNum))
+        return;
+    const components::ListedPatient patient = modGlobals::gOutpatientSearch->Outpatient();
+    auto sheet = std::make_unique<frmRegistration>(this);
+    sheet->SetHospNum(patient.HospitalNumber);
+    sheet->ShowPatient(patient, idNum, capdNum);
+    ShowModal(sheet.release());
 }
 
 void mdiCAPD::RegisterVisit() {
     QString idNum = m_patientList->IdNum();
+    const QString hospNum = m_patientList->HospNum();
     const QString capdNum = m_patientList->CAPDNum();
     if (!ListPatient(idNum))
         return;
-    if (capdNum.isEmpty())
+    if (capdNum.isEmpty()) {
         toolkit::MsgBox(QStringLiteral("Patient does not exist in CAPD record. Register First."),
                         BoxIcon::Information, QStringLiteral("Message"));
-    else
-        NotBuiltYet(QStringLiteral("Register Visit"));
+        return;
+    }
+    const components::ListedPatient& patient = modGlobals::gOutpatientSearch->Outpatient();
+    auto* visit = new frmCAPDVisit(this);
+    visit->SetCAPDNum(capdNum);
+    visit->SetHospNum(hospNum);
+    visit->SetIdNum(idNum);
+    visit->SetPatientName(QStringLiteral("%1, %2 %3")
+                              .arg(patient.LastName, patient.FirstName, patient.MiddleName)
+                              .trimmed());
+    ShowModal(visit);
+}
+
+// A saved sheet may have given the patient a number: the list reads itself anew, so that the visit
+// that follows finds it.
+void mdiCAPD::ShowModal(QDialog* sheet) {
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    sheet->setWindowModality(Qt::ApplicationModal);
+    connect(sheet, &QDialog::accepted, m_patientList, &frmPatientList::Renew);
+    sheet->show();
 }
 
 bool mdiCAPD::ListPatient(QString& idNum) {

@@ -7,6 +7,7 @@
 namespace Ui {
 class mdiCAPD;
 }
+class QDialog;
 class QLabel;
 class QMdiSubWindow;
 class frmFinal;
@@ -51,6 +52,7 @@ private:
     /// False, told in the status bar, where the number is unknown or nobody was picked.
     bool ListPatient(QString& idNum);
     void PatientOpened(const OpenedPatient& patient);
+    void ShowModal(QDialog* sheet);
     void NotBuiltYet(const QString& window);
 
     std::unique_ptr<Ui::mdiCAPD> ui;

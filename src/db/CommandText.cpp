@@ -1,6 +1,5 @@
 #include "db/CommandText.h"
 
-#include <QStringList>
 #include <algorithm>
 
 #include "base/Errors.h"
@@ -42,7 +41,11 @@ QString Quoted(const QString& text) {
 }
 
 QString Call(const QString& procedure, std::initializer_list<QString> arguments) {
-    if (arguments.size() == 0) {
+    return Call(procedure, QStringList(arguments));
+}
+
+QString Call(const QString& procedure, const QStringList& arguments) {
+    if (arguments.isEmpty()) {
         return procedure;
     }
     QStringList quoted;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <initializer_list>
 
 /// How command texts are put together. Every value stands between single quotes, with the quotes
@@ -12,6 +13,7 @@ QString Quoted(const QString& text);
 
 /// "DATABASE..procedure 'a','b'"; the bare name where there are no arguments.
 QString Call(const QString& procedure, std::initializer_list<QString> arguments = {});
+QString Call(const QString& procedure, const QStringList& arguments);
 
 /// Replaces every occurrence of each placeholder ("##", "#1", ...) by the value, with the quotes
 /// inside it doubled; the template itself holds the quotes. A value is never searched again for

@@ -136,13 +136,28 @@ QString frmPatientList::SearchMode() const {
 }
 
 void frmPatientList::Search(const QString& hospNum, const QString& idNum, const QString& lastName) {
+    Run(SearchCommand(SearchMode(), hospNum, idNum, lastName));
+    m_searchedType = ui->OptPatientType->checkedId();
+}
+
+void frmPatientList::Renew() {
+    const QString chosen = m_idNum;
+    Run(m_lastSearch);
+    for (int row = 0; row < m_rows->rowCount(); ++row)
+        if (m_rows->TextAt(row, IdNumColumn) == chosen) {
+            ui->lvwSearchPatient->setCurrentIndex(m_rows->index(row, 0));
+            lvwSearchPatient_ItemClick(row);
+            return;
+        }
+}
+
+void frmPatientList::Run(const QString& command) {
     const toolkit::Busy busy;
     if (m_recordset.State() > 0)
         m_recordset.Close();
     m_recordset.SetCursorLocation(3);
-    m_recordset.Open(SearchCommand(SearchMode(), hospNum, idNum, lastName),
-                     modGlobals::gCurrentUser->SQLConnection(), 2, 1, -1);
-    m_searchedType = ui->OptPatientType->checkedId();
+    m_recordset.Open(command, modGlobals::gCurrentUser->SQLConnection(), 2, 1, -1);
+    m_lastSearch = command;
     ShowRows();
     m_recordset.Close();
 }

@@ -29,6 +29,8 @@ public:
 
     /// Sets the window up as at first: today's out-patients, or the patient chosen before.
     void Load();
+    /// Repeats the last search; the chosen visit stays chosen where it is still found.
+    void Renew();
 
 signals:
     /// The current row is now this patient's; `name` reads "LAST, First Middle".
@@ -49,6 +51,7 @@ private:
     void lvwSearchPatient_DblClick(int row);
     QString SearchMode() const;
     void Search(const QString& hospNum, const QString& idNum, const QString& lastName);
+    void Run(const QString& command);
     void ShowRows();
     void RememberRow(int row);
     QString NameOf(int row) const;
@@ -60,4 +63,5 @@ private:
     QString m_idNum;
     QString m_capdNum;
     int m_searchedType = 1;
+    QString m_lastSearch;
 };

@@ -36,6 +36,14 @@ void frmReportDate2::showEvent(QShowEvent* event) {
 }
 
 void frmReportDate2::cmdEnter_Click() {
+    for (toolkit::DateEdit* box : {m_ui->dtStart, m_ui->dtEnd}) {
+        if (box->date().isValid())
+            continue;
+        toolkit::MsgBox(QStringLiteral("Please enter a date."), toolkit::BoxIcon::Information,
+                        QStringLiteral("Message"));
+        box->setFocus(Qt::TabFocusReason);
+        return;
+    }
     if (m_ui->dtEnd->date() < m_ui->dtStart->date()) {
         toolkit::MsgBox(QStringLiteral("The end date is before the start date."),
                         toolkit::BoxIcon::Information, QStringLiteral("Message"));

@@ -1,16 +1,28 @@
 #pragma once
 
-#include <QDateEdit>
+#include <QDate>
+#include <QLineEdit>
+
+class QCalendarWidget;
 
 namespace toolkit {
 
-/// A date box for typing: "M/d/yyyy" with a calendar behind its arrow. A slash typed after a part
-/// that was complete by itself (the "9" of "9/1/2025" has already led on to the day) is not taken
-/// for a second step; "25" is the year 2025.
-class DateEdit final : public QDateEdit {
+/// A date box for typing: "M/d/yyyy", empty when no date is known. Points, dashes and blanks divide
+/// as well as slashes, "02282026" needs none, "26" is the year 2026; leaving the box writes the
+/// date out. A date that does not exist stays as typed, in red, and is not a date. Up and Down
+/// step the part at the caret (today, in an empty box); F4, Alt+Down or the button opens a
+/// calendar.
+class DateEdit final : public QLineEdit {
     Q_OBJECT
 public:
     explicit DateEdit(QWidget* parent = nullptr);
+
+    /// Invalid while the box is empty or what is typed is no date from 1753 to 9999.
+    QDate date() const;
+    /// An invalid date empties the box.
+    void setDate(const QDate& date);
+    /// True when something is typed that is no date.
+    bool IsUnreadable() const;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -18,10 +30,12 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
-    /// A typed year of two digits is one of this century.
-    void TakeShortYear();
+    void WriteOut();
+    void ShowReadable();
+    void Step(int by);
+    void OpenCalendar();
 
-    bool m_ledOn = false;
+    QCalendarWidget* m_calendar = nullptr;
 };
 
 }  // namespace toolkit

@@ -70,6 +70,15 @@ void DrawState(QPainter& painter, const QColor& fill, const QList<QPolygonF>& st
         painter.drawPolyline(stroke);
 }
 
+void DrawCalendar(QPainter& painter) {
+    DrawShape(painter, QPolygonF(QRectF(0.12, 0.18, 0.76, 0.72)), Qt::white, QPen(kInk, 0.06));
+    DrawShape(painter, QPolygonF(QRectF(0.12, 0.18, 0.76, 0.2)), kInk, QPen(kInk, 0.06));
+    painter.setPen(QPen(kInk, 0.09));
+    for (const double row : {0.56, 0.74})
+        for (const double column : {0.3, 0.5, 0.7})
+            painter.drawPoint(QPointF(column, row));
+}
+
 void Draw(QPainter& painter, Image image) {
     switch (image) {
         case Image::Blank:
@@ -99,6 +108,9 @@ void Draw(QPainter& painter, Image image) {
         case Image::Revoked:
             DrawState(painter, QColor(0xb3, 0x26, 0x1e),
                       {{{0.34, 0.34}, {0.66, 0.66}}, {{0.66, 0.34}, {0.34, 0.66}}});
+            break;
+        case Image::Calendar:
+            DrawCalendar(painter);
             break;
     }
 }

@@ -14,7 +14,8 @@ enum class Image {
     Assessment,  ///< a cash assessment
     Paid,        ///< one that the cashier has been paid
     Pending,     ///< and one still waiting for it
-    Revoked      ///< one that was taken back
+    Revoked,     ///< one that was taken back
+    Calendar     ///< opens the calendar of a date box
 };
 
 namespace Images {

@@ -14,6 +14,7 @@
 #include "patients/frmPatientList.h"
 #include "toolkit/ListView.h"
 #include "toolkit/MsgBox.h"
+#include "visits/frmCAPDVisit.h"
 
 // The frame's menus, toolbar and keys over the demo hospital.
 class tst_mdiCAPD final : public QObject {
@@ -126,8 +127,12 @@ void tst_mdiCAPD::RegisterVisit_isRefusedWithoutACapdNumber() {
     QCOMPARE(m_boxes->Shown().back().Title, QStringLiteral("Message"));
     QCOMPARE(m_boxes->Shown().back().Icon, toolkit::BoxIcon::Information);
     Choose(true);
+    QVERIFY(!m_frame->findChild<frmCAPDVisit*>());
     m_frame->RegisterVisit();
-    QVERIFY(Status().contains(QStringLiteral("Register Visit")));
+    const auto* visit = m_frame->findChild<frmCAPDVisit*>();
+    QVERIFY(visit && visit->isModal());
+    QCOMPARE(visit->IdNum(), m_frame->PatientList().IdNum());
+    QCOMPARE(visit->HospNum(), m_frame->PatientList().HospNum());
 }
 
 void tst_mdiCAPD::RegisterVisit_stopsWhenThePatientIsUnknown() {

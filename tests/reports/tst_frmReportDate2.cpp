@@ -1,10 +1,10 @@
 #include "reports/frmReportDate2.h"
 
-#include <QDateEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 #include <QtTest>
+#include "toolkit/DateEdit.h"
 
 #include "base/Clock.h"
 #include "toolkit/MsgBox.h"
@@ -30,8 +30,8 @@ private:
         });
         m_dialog->exec();
     }
-    QDateEdit* Picker(const char* name) const {
-        return m_dialog->findChild<QDateEdit*>(QString::fromLatin1(name));
+    toolkit::DateEdit* Picker(const char* name) const {
+        return m_dialog->findChild<toolkit::DateEdit*>(QString::fromLatin1(name));
     }
     QPushButton* Button(const char* name) const {
         return m_dialog->findChild<QPushButton*>(QString::fromLatin1(name));
@@ -61,7 +61,7 @@ void tst_frmReportDate2::Show_centresAndStartsToday() {
 
 void tst_frmReportDate2::Enter_keepsTypedDatesAcrossACancel() {
     Run([this] {
-        QDateEdit* start = Picker("dtStart");
+        toolkit::DateEdit* start = Picker("dtStart");
         QTest::keyClicks(start, QStringLiteral("9/1/2025"));
         QTest::keyClick(start, Qt::Key_Return);
     });

@@ -7,17 +7,29 @@ class tst_DateEdit : public QObject {
 private slots:
     void Typing_readsTheDateAsItIsWritten_data();
     void Typing_readsTheDateAsItIsWritten();
+    void Emptied_isNoDateAgain();
+    void Arrows_stepThePartAtTheCaret();
 };
 
 void tst_DateEdit::Typing_readsTheDateAsItIsWritten_data() {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QDate>("date");
-    QTest::newRow("short month and day") << QStringLiteral("9/1/2025") << QDate(2025, 9, 1);
-    QTest::newRow("two-digit month") << QStringLiteral("12/3/2024") << QDate(2024, 12, 3);
-    QTest::newRow("two-digit day") << QStringLiteral("2/28/2024") << QDate(2024, 2, 28);
-    QTest::newRow("day that leads on") << QStringLiteral("1/9/2023") << QDate(2023, 1, 9);
-    QTest::newRow("two-digit year") << QStringLiteral("11/1/25") << QDate(2025, 11, 1);
-    QTest::newRow("long both") << QStringLiteral("10/31/2022") << QDate(2022, 10, 31);
+    QTest::addColumn<QString>("shown");
+    const auto row = [](const char* name, const QString& typed, const QDate& date,
+                        const QString& shown) { QTest::newRow(name) << typed << date << shown; };
+    const QDate day(2025, 9, 1);
+    const QString written = QStringLiteral("9/1/2025");
+    row("short month and day", written, day, written);
+    row("long month and day", QStringLiteral("09/01/2025"), day, written);
+    row("two-digit year", QStringLiteral("9/1/25"), day, written);
+    row("other dividers", QStringLiteral("9-1.2025"), day, written);
+    row("digits alone", QStringLiteral("090125"), day, written);
+    row("leap day", QStringLiteral("2/29/2024"), QDate(2024, 2, 29), QStringLiteral("2/29/2024"));
+    // What is no date stays as typed and never becomes another one.
+    for (const QString& typed :
+         {QStringLiteral("2/30/2026"), QStringLiteral("13/1/2026"), QStringLiteral("2/29/2025"),
+          QStringLiteral("2/3"), QStringLiteral("1/1/0205")})
+        row(qPrintable(typed), typed, QDate(), typed);
 }
 
 void tst_DateEdit::Typing_readsTheDateAsItIsWritten() {
@@ -31,6 +43,28 @@ void tst_DateEdit::Typing_readsTheDateAsItIsWritten() {
     QTest::keyClicks(&box, typed);
     box.clearFocus();
     QTEST(box.date(), "date");
+    QTEST(box.text(), "shown");
+    QCOMPARE(box.IsUnreadable(), !box.date().isValid());
+}
+
+void tst_DateEdit::Emptied_isNoDateAgain() {
+    toolkit::DateEdit box;
+    QVERIFY(!box.date().isValid());
+    box.setDate(QDate(2026, 11, 30));
+    box.selectAll();
+    QTest::keyClick(&box, Qt::Key_Delete);
+    QVERIFY(!box.date().isValid() && !box.IsUnreadable());
+}
+
+void tst_DateEdit::Arrows_stepThePartAtTheCaret() {
+    toolkit::DateEdit box;
+    box.setDate(QDate(2026, 1, 31));
+    box.home(false);
+    QTest::keyClick(&box, Qt::Key_Up);
+    QCOMPARE(box.text(), QStringLiteral("2/28/2026"));
+    box.end(false);
+    QTest::keyClick(&box, Qt::Key_Down);
+    QCOMPARE(box.text(), QStringLiteral("2/28/2025"));
 }
 
 QTEST_MAIN(tst_DateEdit)

@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QStatusBar>
 #include <QTest>
 
 #include "app/modMain.h"
@@ -138,8 +137,12 @@ void Day::ChoosePatients() {
     });
     m_tour.Step(QStringLiteral("visit of a registered patient"), [this] {
         Tour::Press(Qt::Key_R, Qt::ControlModifier);
-        m_tour.Expect(Status().contains(QStringLiteral("Register Visit")),
+        m_tour.Expect(Tour::Window()->windowTitle() == QStringLiteral("Register Visit"),
                       QStringLiteral("the visit was refused"));
+    });
+    m_tour.Quietly(QStringLiteral("visit left"), [] {
+        Tour::Press(Qt::Key_Escape);
+        Tour::Press(Qt::Key_Return);
     });
 }
 
@@ -200,6 +203,3 @@ int Day::ShownRows() const {
         ->rowCount();
 }
 
-QString Day::Status() const {
-    return Frame().statusBar()->currentMessage();
-}

@@ -24,7 +24,6 @@ private:
     mdiCAPD& Frame() const;
     frmPatientList& Patients() const;
     int ShownRows() const;
-    QString Status() const;
 
     Tour& m_tour;
     std::unique_ptr<mdiCAPD> m_frame;

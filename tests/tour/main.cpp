@@ -13,6 +13,7 @@
 #include "tour/ChargesDay.h"
 #include "tour/Days.h"
 #include "tour/HubDay.h"
+#include "tour/RegisterDay.h"
 #include "tour/ResultsDay.h"
 #include "tour/SummaryDay.h"
 
@@ -28,6 +29,7 @@ struct WholeDay {
     ResultsDay Results{Walked};
     SummaryDay Summary{Walked};
     CashDay Cash{Walked};
+    RegisterDay Register{Walked};
 
     struct Part {
         QString Name;
@@ -36,6 +38,7 @@ struct WholeDay {
     std::vector<Part> Parts() {
         return {
             {QStringLiteral("find"), [this] { General.FindPatients(); }},
+            {QStringLiteral("register"), [this] { Register.Walk(); }},
             {QStringLiteral("choose"), [this] { General.ChoosePatients(); }},
             {QStringLiteral("charges"), [this] { Charges.Walk(); }},
             {QStringLiteral("hub"), [this] { Hub.Walk(); }},

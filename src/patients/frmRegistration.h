@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "components/PatientLister.h"
+
+namespace Ui {
+class frmRegistration;
+}
+
+/// The unit's information sheet of one patient: shows what is on file and saves the whole sheet,
+/// which puts the patient on the CAPD register or changes the registration. Accepted once saved.
+class frmRegistration final : public QDialog {
+    Q_OBJECT
+public:
+    explicit frmRegistration(QWidget* parent = nullptr);
+    ~frmRegistration() override;
+
+    const QString& HospNum() const { return m_hospNum; }
+    /// Sets the patient and loads the sheet; throws base::DatabaseError when it cannot be read.
+    void SetHospNum(const QString& hospNum);
+    /// Name, age, sex and numbers as the listing found them; the CAPD number may be empty.
+    void ShowPatient(const components::ListedPatient& patient, const QString& idNum,
+                     const QString& capdNum);
+
+private:
+    void Load();
+    void cmdSave_Click();
+    QStringList Arguments() const;
+
+    std::unique_ptr<Ui::frmRegistration> ui;
+    QString m_hospNum;
+};

@@ -1,0 +1,140 @@
+#include "visits/frmCAPDVisit.h"
+
+#include <QScreen>
+#include <array>
+
+#include "base/Errors.h"
+#include "db/CommandText.h"
+#include "db/Recordset.h"
+#include "session/modGlobals.h"
+#include "toolkit/Busy.h"
+#include "toolkit/EntryKeys.h"
+#include "toolkit/MsgBox.h"
+#include "toolkit/Twips.h"
+#include "ui_frmCAPDVisit.h"
+
+namespace {
+
+QString TodayCommand(const QString& idNum) {
+    return QStringLiteral(
+               "SELECT IdNum FROM CLINICAL_AREA..tbCAPDLogBook WHERE TransDate between "
+               "convert(varchar(10),getdate(),101) and getdate() and IdNum = ") +
+           db::Quoted(idNum);
+}
+
+QString SaveCommand(const QStringList& arguments) {
+    return db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_RegisterPatient"), arguments);
+}
+
+QString VisitsCommand(const QString& hospNum) {
+    return db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_GetVisits"), {hospNum});
+}
+
+constexpr int kArguments = 27;
+constexpr int kSecondVisit = 50204;
+constexpr int kHeightWithVisits = 8820;
+constexpr std::array<int, 5> kColumnTwips{100, 1100, 2100, 1000, 3000};
+
+}  // namespace
+
+frmCAPDVisit::frmCAPDVisit(QWidget* parent)
+    : QDialog(parent), ui(std::make_unique<Ui::frmCAPDVisit>()) {
+    ui->setupUi(this);
+    ui->pdFields->SetCatheters(
+        {QStringLiteral("  Silatic "), QStringLiteral("  Stiff"), QStringLiteral("  Tenchkoff")});
+    ui->pdFields->LimitTo(QStringLiteral("tbCAPDLogBook"));
+    ui->fraVisits->hide();
+    std::vector<QWidget*> order = ui->pdFields->EntryOrder();
+    order.insert(order.end(), {ui->cmdSave, ui->cmdClose, ui->cmdView});
+    new toolkit::EntryKeys(*this, order, *ui->cmdClose);
+    connect(ui->cmdSave, &QPushButton::clicked, this, &frmCAPDVisit::cmdSave_Click);
+    connect(ui->cmdView, &QPushButton::clicked, this, &frmCAPDVisit::cmdView_Click);
+    connect(ui->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui->grdTable, &toolkit::FlexGrid::CurrentRowChanged, this,
+            [this](int row) { ui->chtVisits->Mark(row - 1); });
+    order.front()->setFocus();
+}
+
+frmCAPDVisit::~frmCAPDVisit() = default;
+
+void frmCAPDVisit::SetCAPDNum(const QString& capdNum) {
+    ui->txtCAPDNum->setText(capdNum);
+}
+
+void frmCAPDVisit::SetPatientName(const QString& name) {
+    ui->lblPatient->setText(name);
+}
+
+// The server's day counts, not the one on which this window was opened.
+bool frmCAPDVisit::HasVisitToday() const {
+    db::Recordset today;
+    today.Open(TodayCommand(m_idNum), modGlobals::gConnection, 2, 1, -1);
+    return today.RecordCount() >= 1;
+}
+
+QStringList frmCAPDVisit::Arguments() const {
+    QStringList arguments(kArguments, QString());
+    arguments[0] = m_hospNum;
+    arguments[1] = m_idNum;
+    arguments[2] = ui->txtCAPDNum->text();
+    ui->pdFields->PutInto(arguments);
+    arguments[kArguments - 1] = modGlobals::gCurrentUser->EmployeeCode();
+    if (!ui->pdFields->Purpose().isEmpty())
+        arguments.append(ui->pdFields->Purpose());
+    return arguments;
+}
+
+void frmCAPDVisit::RefuseSecondVisit() {
+    toolkit::MsgBox(QStringLiteral("Patient's visit for this day is already registered."),
+                    toolkit::BoxIcon::Information, QStringLiteral("Message"));
+}
+
+void frmCAPDVisit::cmdSave_Click() {
+    if (!ui->pdFields->DatesAreReadable())
+        return;
+    if (HasVisitToday())
+        return RefuseSecondVisit();
+    try {
+        modGlobals::gConnection->Execute(SaveCommand(Arguments()));
+    } catch (const base::DatabaseError& error) {
+        // Another nurse was faster between the check and the save: the same answer, and what was
+        // typed stays.
+        if (error.Number() != kSecondVisit)
+            throw;
+        return RefuseSecondVisit();
+    }
+    ui->cmdSave->setEnabled(false);
+    toolkit::MsgBox(QStringLiteral("Registration Successfully Saved."),
+                    toolkit::BoxIcon::Information, QStringLiteral("Message"));
+    accept();
+}
+
+void frmCAPDVisit::cmdView_Click() {
+    const toolkit::Busy busy;
+    db::Recordset visits;
+    visits.SetCursorLocation(3);
+    visits.Open(VisitsCommand(m_hospNum), modGlobals::gConnection, 2, 1, -1);
+    ShowVisitGrid();
+    if (visits.RecordCount() > 0) {
+        ui->grdTable->Bind(visits.Rows());
+        ui->chtVisits->SetVisits(visits::ReadVisits(*visits.Rows()));
+        ui->chtVisits->Mark(ui->grdTable->Row() - 1);
+        ui->grdTable->setFocus(Qt::OtherFocusReason);
+    }
+    visits.Close();
+}
+
+void frmCAPDVisit::ShowVisitGrid() {
+    ui->fraVisits->show();
+    setMinimumHeight(qMax(toolkit::Twips(kHeightWithVisits, this), minimumSizeHint().height()));
+    resize(width(), qMax(height(), minimumHeight()));
+    const QRect area = screen()->availableGeometry();
+    if (frameGeometry().bottom() > area.bottom())
+        move(x(), qMax(area.top(), y() - (frameGeometry().bottom() - area.bottom())));
+    ui->grdTable->Bind(nullptr);
+    if (ui->grdTable->Cols() < int(kColumnTwips.size()))
+        ui->grdTable->SetCols(int(kColumnTwips.size()));
+    for (size_t column = 0; column < kColumnTwips.size(); ++column)
+        ui->grdTable->SetColWidth(int(column), kColumnTwips[column]);
+    ui->chtVisits->SetVisits({});
+}

@@ -1,0 +1,165 @@
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+#include "CommandLog.h"
+#include "FakeComponents.h"
+#include "TestHospital.h"
+#include "db/Recordset.h"
+#include "patients/frmRegistration.h"
+#include "session/modGlobals.h"
+#include "toolkit/DateEdit.h"
+#include "toolkit/MemoEdit.h"
+#include "toolkit/MsgBox.h"
+
+// The registration sheet over the demo hospital: 200001 is not on the register, 200005 is.
+class tst_frmRegistration final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void Save_ofANewPatientSendsTheSheetAndReopensIt();
+    void Enter_goesAlongTheSheetToTheSaveButton();
+    void Fields_takeWhatTheirColumnsHold();
+    void ImpossibleDate_isNotSaved();
+    void FailedSave_keepsTheSheet();
+
+private:
+    std::unique_ptr<frmRegistration> Open(const QString& hospNum);
+    template <class Control>
+    Control* Find(const char* name) const {
+        return m_sheet->findChild<Control*>(QString::fromLatin1(name));
+    }
+    QString Text(const char* name) const { return Find<QLineEdit>(name)->text(); }
+
+    std::unique_ptr<TestHospital> m_hospital;
+    std::unique_ptr<toolkit::BoxScript> m_boxes;
+    std::unique_ptr<frmRegistration> m_sheet;
+};
+
+void tst_frmRegistration::init() {
+    m_hospital = std::make_unique<TestHospital>();
+    modGlobals::gCurrentUser = std::make_shared<fakes::User>();
+    modGlobals::gConnection = m_hospital->Connect();
+    m_boxes = std::make_unique<toolkit::BoxScript>();
+}
+
+void tst_frmRegistration::cleanup() {
+    m_sheet.reset();
+    QCOMPARE(m_boxes->Leftovers(), QStringList());
+    m_boxes.reset();
+    modGlobals::gConnection.reset();
+}
+
+std::unique_ptr<frmRegistration> tst_frmRegistration::Open(const QString& hospNum) {
+    auto sheet = std::make_unique<frmRegistration>();
+    sheet->SetHospNum(hospNum);
+    components::ListedPatient patient;
+    patient.HospitalNumber = hospNum;
+    patient.LastName = QStringLiteral("O'Hara");
+    sheet->ShowPatient(patient, QStringLiteral("A1B"), QString());
+    sheet->show();
+    return sheet;
+}
+
+void tst_frmRegistration::Save_ofANewPatientSendsTheSheetAndReopensIt() {
+    m_sheet = Open(QStringLiteral("200001"));
+    QCOMPARE(Text("txtDiagnosis"), QString());
+    QVERIFY(!Find<toolkit::DateEdit>("dtAcutePDStart")->date().isValid());
+    Find<QLineEdit>("txtDiagnosis")->setText(QStringLiteral(" it's ñ "));
+    Find<toolkit::DateEdit>("dtShifted")->setText(QStringLiteral("2/9/26"));
+    Find<toolkit::MemoEdit>("txtComments")->setPlainText(QStringLiteral("one\ntwo"));
+    Find<QRadioButton>("optChronicPD1")->setChecked(true);
+    Find<QRadioButton>("optCatheter0")->setChecked(true);
+    Find<QRadioButton>("optPurpose1")->setChecked(true);
+    m_boxes->Answer(toolkit::BoxAnswer::Ok);
+    {
+        const CommandLog log;
+        Find<QPushButton>("cmdSave")->click();
+        Find<QPushButton>("cmdSave")->click();
+        QCOMPARE(log.Sent,
+                 QStringList{QStringLiteral(
+                     "CLINICAL_AREA..sp_CAPD_RegisterPatient '200001','A1B','','CIPD-C','','',"
+                     "' it''s ñ ','','','  CIPD-C','  Silastic ','','','','','','2/9/2026','','',"
+                     "'','','','','','one\ntwo','','E1',' Inquiry','N'")});
+    }
+    QCOMPARE(m_boxes->Shown().back().Text, QStringLiteral("Registration Successfully Saved."));
+    QCOMPARE(m_sheet->result(), int(QDialog::Accepted));
+
+    m_sheet = Open(QStringLiteral("200001"));
+    QCOMPARE(Text("txtDiagnosis"), QStringLiteral(" it's ñ "));
+    QCOMPARE(Text("dtShifted"), QStringLiteral("2/9/2026"));
+    QCOMPARE(Find<toolkit::MemoEdit>("txtComments")->toPlainText(), QStringLiteral("one\ntwo"));
+    QVERIFY(Find<QRadioButton>("optPurpose1")->isChecked());
+    QVERIFY(!Find<QRadioButton>("optChronicPD1")->isChecked());
+}
+
+void tst_frmRegistration::Enter_goesAlongTheSheetToTheSaveButton() {
+    m_sheet = Open(QStringLiteral("200001"));
+    QVERIFY(QTest::qWaitForWindowActive(m_sheet.get()));
+    QStringList passed;
+    for (int press = 0; press < 30 && !Find<QPushButton>("cmdSave")->hasFocus(); ++press) {
+        passed << m_sheet->focusWidget()->objectName();
+        QTest::keyClick(m_sheet->focusWidget(), Qt::Key_Return);
+    }
+    const QString chain = passed.join(u' ');
+    for (const char* part :
+         {"txtDiagnosis dtAcutePDStart",
+          "txtWeight txtDiet txtBloodPressure txtFluidRestriction txtBloodType txtHBsAg dtShifted",
+          "txtNewdialysis txtReson dtShiftedBack"})
+        QVERIFY2(chain.contains(QLatin1String(part)), qPrintable(chain));
+    QCOMPARE(passed.back(), QStringLiteral("txtComments"));
+    // Esc loses nothing, and Delete takes a choice back.
+    QTest::keyClick(m_sheet->focusWidget(), Qt::Key_Escape);
+    QVERIFY(m_sheet->isVisible() && Find<QPushButton>("cmdClose")->hasFocus());
+    auto* option = Find<QRadioButton>("optCatheter1");
+    option->setFocus();
+    option->click();
+    QTest::keyClick(option, Qt::Key_Delete);
+    QVERIFY(!option->isChecked());
+}
+
+void tst_frmRegistration::Fields_takeWhatTheirColumnsHold() {
+    m_sheet = Open(QStringLiteral("200005"));
+    QVERIFY(!Text("txtAddress1").isEmpty());
+    QVERIFY(!Text("txtDiagnosis").isEmpty());
+    const QString tooLong(3000, u'x');
+    for (QLineEdit* box : m_sheet->findChildren<QLineEdit*>())
+        if (!box->isReadOnly() && !qobject_cast<toolkit::DateEdit*>(box)) {
+            box->clear();
+            box->insert(tooLong);
+            QVERIFY2(box->text().size() < 1000, qPrintable(box->objectName()));
+        }
+    auto* comments = Find<toolkit::MemoEdit>("txtComments");
+    comments->setPlainText(QStringLiteral("end"));
+    comments->insertPlainText(tooLong);
+    QCOMPARE(comments->toPlainText().size(), 2000);
+    QVERIFY(comments->toPlainText().endsWith(QStringLiteral("end")));
+    m_boxes->Answer(toolkit::BoxAnswer::Ok);
+    Find<QPushButton>("cmdSave")->click();
+    m_sheet = Open(QStringLiteral("200005"));
+    QCOMPARE(Find<toolkit::MemoEdit>("txtComments")->toPlainText().size(), 2000);
+}
+
+void tst_frmRegistration::ImpossibleDate_isNotSaved() {
+    m_sheet = Open(QStringLiteral("200001"));
+    Find<toolkit::DateEdit>("dtRejected")->setText(QStringLiteral("2/30/2026"));
+    m_boxes->Answer(toolkit::BoxAnswer::Ok);
+    const CommandLog log;
+    Find<QPushButton>("cmdSave")->click();
+    QCOMPARE(log.Sent, QStringList());
+    QVERIFY(m_boxes->Shown().back().Text.contains(QStringLiteral("2/30/2026")));
+}
+
+void tst_frmRegistration::FailedSave_keepsTheSheet() {
+    m_sheet = Open(QStringLiteral("999999"));
+    Find<QLineEdit>("txtDiet")->setText(QStringLiteral("low salt"));
+    QVERIFY_EXCEPTION_THROWN(Find<QPushButton>("cmdSave")->click(), base::DatabaseError);
+    QVERIFY(m_sheet->isVisible() && Find<QPushButton>("cmdSave")->isEnabled());
+    QCOMPARE(Text("txtDiet"), QStringLiteral("low salt"));
+}
+
+QTEST_MAIN(tst_frmRegistration)
+#include "tst_frmRegistration.moc"

@@ -1,0 +1,197 @@
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+#include "CommandLog.h"
+#include "FakeComponents.h"
+#include "TestHospital.h"
+#include "base/Clock.h"
+#include "db/CommandText.h"
+#include "db/Recordset.h"
+#include "session/modGlobals.h"
+#include "toolkit/DateEdit.h"
+#include "toolkit/FlexGrid.h"
+#include "toolkit/MsgBox.h"
+#include "toolkit/Twips.h"
+#include "visits/VisitChart.h"
+#include "visits/frmCAPDVisit.h"
+
+// The visit window over the demo hospital; 200005 is on the register under 1001.
+class tst_frmCAPDVisit final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void Save_onceADayAlsoAcrossMidnight();
+    void Save_afterAnotherNurseKeepsWhatWasTyped();
+    void View_listsTheVisitsAndMarksTheChosenOne();
+    void View_withoutVisitsLeavesTheGridCleared();
+    void Readings_leaveGaps_data();
+    void Readings_leaveGaps();
+
+private:
+    std::unique_ptr<frmCAPDVisit> Open() const;
+    void Log(const QString& idNum) const;
+    template <class Control>
+    Control* Find(const char* name) const {
+        return m_window->findChild<Control*>(QString::fromLatin1(name));
+    }
+    int Visits() const {
+        return modGlobals::gConnection
+            ->Execute(QStringLiteral("SELECT LogID FROM CLINICAL_AREA..tbCAPDLogBook WHERE "
+                                     "HospNum = '200005'"))
+            ->RecordCount();
+    }
+
+    std::unique_ptr<TestHospital> m_hospital;
+    std::unique_ptr<toolkit::BoxScript> m_boxes;
+    std::unique_ptr<frmCAPDVisit> m_window;
+};
+
+namespace {
+
+const QString kSaved = QStringLiteral("Registration Successfully Saved.");
+const QString kRefused = QStringLiteral("Patient's visit for this day is already registered.");
+
+}  // namespace
+
+void tst_frmCAPDVisit::init() {
+    m_hospital = std::make_unique<TestHospital>();
+    modGlobals::gCurrentUser = std::make_shared<fakes::User>();
+    modGlobals::gConnection = m_hospital->Connect();
+    m_boxes = std::make_unique<toolkit::BoxScript>();
+    base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 4), QTime(23, 59, 50)); });
+    m_window = Open();
+}
+
+void tst_frmCAPDVisit::cleanup() {
+    m_window.reset();
+    base::Clock::Replace({});
+    QCOMPARE(m_boxes->Leftovers(), QStringList());
+    m_boxes.reset();
+    modGlobals::gConnection.reset();
+}
+
+std::unique_ptr<frmCAPDVisit> tst_frmCAPDVisit::Open() const {
+    auto window = std::make_unique<frmCAPDVisit>();
+    window->SetCAPDNum(QStringLiteral("1001"));
+    window->SetHospNum(QStringLiteral("200005"));
+    window->SetIdNum(QStringLiteral("A1B"));
+    window->show();
+    return window;
+}
+
+// As another workstation does it.
+void tst_frmCAPDVisit::Log(const QString& idNum) const {
+    QStringList arguments(27, QString());
+    arguments[0] = QStringLiteral("200005");
+    arguments[1] = idNum;
+    modGlobals::gConnection->Execute(
+        db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_RegisterPatient"), arguments));
+}
+
+void tst_frmCAPDVisit::Save_onceADayAlsoAcrossMidnight() {
+    const int before = Visits();
+    Find<QLineEdit>("txtWeight")->setText(QStringLiteral("55.5"));
+    Find<QRadioButton>("optCatheter2")->setChecked(true);
+    m_boxes->Answer(toolkit::BoxAnswer::Ok);
+    const CommandLog log;
+    Find<QPushButton>("cmdSave")->click();
+    Find<QPushButton>("cmdSave")->click();
+    QCOMPARE(log.Sent,
+             QStringList({QStringLiteral("SELECT IdNum FROM CLINICAL_AREA..tbCAPDLogBook WHERE "
+                                         "TransDate between convert(varchar(10),getdate(),101) and "
+                                         "getdate() and IdNum = 'A1B'"),
+                          QStringLiteral("CLINICAL_AREA..sp_CAPD_RegisterPatient '200005','A1B',"
+                                         "'1001','','','','','','','','  Tenchkoff','55.5','','',"
+                                         "'','','','','','','','','','','','','E1'")}));
+    QCOMPARE(Visits(), before + 1);
+
+    m_window = Open();
+    Find<QRadioButton>("optPurpose2")->setChecked(true);
+    m_boxes->Answer(toolkit::BoxAnswer::Ok);
+    Find<QPushButton>("cmdSave")->click();
+    QCOMPARE(m_boxes->Shown().back().Text, kRefused);
+    QVERIFY(m_window->isVisible());
+    // Midnight passes while the window is open: another day, another visit, with its purpose.
+    base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 5), QTime(0, 0)); });
+    m_boxes->Answer(toolkit::BoxAnswer::Ok);
+    Find<QPushButton>("cmdSave")->click();
+    QCOMPARE(m_boxes->Shown().back().Text, kSaved);
+    QVERIFY(log.Sent.contains(QStringLiteral(
+        "CLINICAL_AREA..sp_CAPD_RegisterPatient '200005','A1B','1001','','','','','','','','','',"
+        "'','','','','','','','','','','','','','','E1','Treatment'")));
+    QCOMPARE(Visits(), before + 2);
+}
+
+void tst_frmCAPDVisit::Save_afterAnotherNurseKeepsWhatWasTyped() {
+    const int before = Visits();
+    // The check sees the visit's number only; the day is the patient's.
+    Log(QStringLiteral("A2B"));
+    Find<QLineEdit>("txtDiet")->setText(QStringLiteral("it's typed"));
+    m_boxes->Answer(toolkit::BoxAnswer::Ok);
+    Find<QPushButton>("cmdSave")->click();
+    QCOMPARE(m_boxes->Shown().back().Text, kRefused);
+    QCOMPARE(m_boxes->Shown().back().Title, QStringLiteral("Message"));
+    QVERIFY(m_window->isVisible() && Find<QPushButton>("cmdSave")->isEnabled());
+    QCOMPARE(Find<QLineEdit>("txtDiet")->text(), QStringLiteral("it's typed"));
+    QCOMPARE(Visits(), before + 1);
+}
+
+void tst_frmCAPDVisit::View_listsTheVisitsAndMarksTheChosenOne() {
+    Log(QStringLiteral("A9B"));
+    Find<QPushButton>("cmdView")->click();
+    const auto* grid = Find<toolkit::FlexGrid>("grdTable");
+    const auto* chart = Find<VisitChart>("chtVisits");
+    QVERIFY(m_window->height() >= toolkit::Twips(8820, m_window.get()));
+    QCOMPARE(grid->Rows() - 1, Visits());
+    QCOMPARE(grid->TextMatrix(1, 1), QStringLiteral("A9B"));
+    QCOMPARE(grid->TextMatrix(1, 2), QStringLiteral("3/4/2031 11:59:50 PM"));
+    QCOMPARE(grid->ColWidth(0), 100);
+    QCOMPARE(grid->ColWidth(4), 3000);
+    QCOMPARE(chart->Marked(), 0);
+    QTest::keyClick(Find<toolkit::FlexGrid>("grdTable"), Qt::Key_Down);
+    QCOMPARE(chart->Marked(), 1);
+}
+
+void tst_frmCAPDVisit::View_withoutVisitsLeavesTheGridCleared() {
+    m_window->SetHospNum(QStringLiteral("200001"));
+    Find<QPushButton>("cmdView")->click();
+    QCOMPARE(Find<toolkit::FlexGrid>("grdTable")->TextMatrix(1, 1), QString());
+    QCOMPARE(Find<VisitChart>("chtVisits")->Marked(), -1);
+}
+
+void tst_frmCAPDVisit::Readings_leaveGaps_data() {
+    QTest::addColumn<QString>("weight");
+    QTest::addColumn<QString>("pressure");
+    QTest::addColumn<QList<double>>("read");  // -1 for none
+    const auto row = [](const char* name, const char* weight, const char* pressure,
+                        const QList<double>& read) {
+        QTest::newRow(name) << QString::fromLatin1(weight) << QString::fromLatin1(pressure) << read;
+    };
+    row("plain", "55.5", "130/80", {55.5, 130, 80});
+    row("with units", "62,5 kg", "BP 90 / 60 mmHg", {62.5, 90, 60});
+    row("upper alone", "0", "120", {-1, 120, -1});
+    row("lower missing", "0.0", "120/", {-1, 120, -1});
+    row("empty", "", "", {-1, -1, -1});
+    row("words", "not taken", "unable 2 x", {-1, -1, -1});
+    row("a date is no pressure", "-", "11/22/2026", {-1, -1, -1});
+}
+
+void tst_frmCAPDVisit::Readings_leaveGaps() {
+    QFETCH(QString, weight);
+    QFETCH(QString, pressure);
+    const visits::BloodPressure read = visits::ReadBloodPressure(pressure);
+    const QList<double> all{visits::ReadWeight(weight).value_or(-1), read.Systolic.value_or(-1),
+                            read.Diastolic.value_or(-1)};
+    QTEST(all, "read");
+    const QDateTime day(QDate(2026, 1, 1), QTime(8, 0));
+    const std::vector<visits::Visit> three{
+        {day, 50, {}}, {day.addDays(1), visits::ReadWeight(weight), {}}, {day.addDays(2), 52, {}}};
+    const auto runs = visits::Runs(three, [](const visits::Visit& v) { return v.Weight; });
+    QCOMPARE(runs.size(), visits::ReadWeight(weight) ? size_t(1) : size_t(2));
+}
+
+QTEST_MAIN(tst_frmCAPDVisit)
+#include "tst_frmCAPDVisit.moc"
