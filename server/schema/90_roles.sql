@@ -34,6 +34,7 @@ GRANT EXECUTE ON sp_CAPD_SearchVisits TO capd_user
 GRANT EXECUTE ON sp_capd_addbill TO capd_user
 GRANT SELECT, UPDATE ON tbCAPDSlip TO capd_user
 GRANT SELECT, DELETE ON tbCAPDChargeSlip TO capd_user
+GRANT SELECT ON tbCAPDRequest TO capd_user
 GRANT SELECT ON tbCAPDLogBook TO capd_user
 GO
 

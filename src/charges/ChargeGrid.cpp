@@ -1,5 +1,6 @@
 #include "charges/ChargeGrid.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/Errors.h"
@@ -7,7 +8,6 @@
 #include "base/Texts.h"
 #include "charges/clsComputeDiscount.h"
 #include "charges/clsRevenueCode.h"
-#include "patients/frmSearch.h"
 #include "session/modGlobals.h"
 #include "toolkit/EntryGrid.h"
 #include "toolkit/MsgBox.h"
@@ -18,9 +18,6 @@ using toolkit::EntryKind;
 using toolkit::MsgBox;
 
 namespace {
-
-const QString kRevenueCodes = QStringLiteral("Revenue Codes");
-const QString kSearchRevenue = QStringLiteral("sp_CAPD_SearchRevenue '0','##'");
 
 constexpr int kOverflow = 6;
 // What the server's money columns hold.
@@ -35,15 +32,6 @@ double Checked(double amount) {
 // The price as the line shows and sends it. A price below zero would pay the patient: none.
 double ShownPrice(double price) {
     return price > 0 ? base::Val(base::MoneyText(Checked(price))) : 0;
-}
-
-QString PickRevenueCode(const QString& text) {
-    frmSearch& list = frmSearch::Shared();
-    list.SetSearchCaption(kRevenueCodes);
-    list.SetCriteria(text);
-    list.SetQuery(kSearchRevenue);
-    list.exec();
-    return list.Valid() ? list.ResultCode() : QString();
 }
 
 void PrepareSupplyList() {
@@ -152,9 +140,13 @@ void ChargeGrid::CommitItemCode(int row) {
 }
 
 void ChargeGrid::CommitQuantity(int row) {
+    const double quantity = QuantityOf(row);
+    const double amount = ComputeLineAmount(row);
+    // The sheet, the stock card and the bill go by the whole units that are priced.
+    Write(row, Quantity, base::PlainText(quantity));
     // What was typed for an open-price fee is the amount, however many times it was done.
     if (Text(row, OpenPrice) != u"Y")
-        WriteAmounts(row, ComputeLineAmount(row), LineOf(row).UnitDiscount * QuantityOf(row));
+        WriteAmounts(row, amount, LineOf(row).UnitDiscount * quantity);
 }
 
 void ChargeGrid::CommitAmount(int row) {
@@ -221,7 +213,7 @@ bool ChargeGrid::SearchRevenueItem(int row, QString& code) {
 void ChargeGrid::ShowListOf(int row, int col) {
     // A code that stands needs no narrowing: whoever asks for the list wants another one.
     const QString typed = m_grid.InEditMode() ? m_grid.EditText() : QString();
-    const QString code = col == Dept ? PickRevenueCode(typed) : PickItem(row, typed);
+    const QString code = col == Dept ? clsRevenueCode::Pick(typed) : PickItem(row, typed);
     if (!code.isEmpty())
         m_grid.CommitText(code);
 }
@@ -245,7 +237,7 @@ bool ChargeGrid::IsDuplicateItem(int row, const QString& revenueId, const QStrin
 
 double ChargeGrid::QuantityOf(int row) const {
     const double typed = base::Val(Text(row, Quantity));
-    return typed > 0 ? base::ToInt16(typed) : 1;
+    return typed > 0 ? std::max<double>(base::ToInt16(typed), 1) : 1;
 }
 
 double ChargeGrid::ComputeLineAmount(int row) const {

@@ -31,8 +31,9 @@ public:
     bool LookupRevenueItem(int row, QString& code);
     /// Whether a line other than `row` has this item under this revenue code.
     bool IsDuplicateItem(int row, const QString& revenueId, const QString& itemCode) const;
-    /// The price times the quantity; a quantity of 0 or none counts as 1, fractions are rounded to
-    /// whole units, halves to even. Throws base::RuntimeError 6 for more than money holds.
+    /// The price times the quantity; a quantity of less than 1 or none counts as 1, fractions are
+    /// rounded to whole units, halves to even. Throws base::RuntimeError 6 for more than money
+    /// holds.
     double ComputeLineAmount(int row) const;
     ChargeTotals Totals() const;
 

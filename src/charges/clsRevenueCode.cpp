@@ -39,19 +39,23 @@ bool clsRevenueCode::ValidateRevenue(QString& code) {
     if (matches <= 1)
         return SayUnknown();
 
-    frmSearch& list = frmSearch::Shared();
-    list.SetSearchCaption(QStringLiteral("Revenue Codes"));
-    list.SetCriteria(code);
-    list.SetQuery(kListTemplate);
-    list.exec();
-    if (!list.Valid())
+    const QString picked = Pick(code);
+    if (picked.isEmpty())
         return false;
-    const QString picked = list.ResultCode();
     Open(kExact, picked);
     if (!Accept())
         return false;
     code = picked;
     return true;
+}
+
+QString clsRevenueCode::Pick(const QString& text) {
+    frmSearch& list = frmSearch::Shared();
+    list.SetSearchCaption(QStringLiteral("Revenue Codes"));
+    list.SetCriteria(text);
+    list.SetQuery(kListTemplate);
+    list.exec();
+    return list.Valid() ? list.ResultCode() : QString();
 }
 
 void clsRevenueCode::Open(const QString& mode, const QString& code) {

@@ -21,6 +21,10 @@ public:
     /// properties then stay. Throws base::DatabaseError.
     bool ValidateRevenue(QString& code);
 
+    /// Lets the user pick from the list of the revenue codes that `text` narrows; empty when the
+    /// list was cancelled. Throws base::DatabaseError.
+    static QString Pick(const QString& text);
+
     /// As the server spells it; empty before the first accepted code, as are the others.
     const QString& RevenueID() const { return m_accepted.RevenueID; }
     const QString& Revenue() const { return m_accepted.Revenue; }

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <memory>
 
+#include "charges/ChargeList.h"
 #include "charges/ChargeRules.h"
+#include "funds/clsPDAF.h"
 
 class ChargeGrid;
 class PatientOnScreen;
@@ -13,7 +16,8 @@ class frmRequest;
 }
 
 /// The charge sheet of a patient's visit: who asked for it, what was used and done, and what it
-/// costs the patient. Shown modal over the patient's hub.
+/// costs the patient; saved and printed as a charge slip. Under it the visit's earlier slips, which
+/// can be printed again and revoked. Shown modal over the patient's hub.
 class frmRequest final : public QDialog {
     Q_OBJECT
 public:
@@ -38,12 +42,30 @@ private:
     void Load();
     void ShowTotals(const ChargeTotals& totals);
     void ShowPatientClass();
+    void CheckFund();
+    SlipHead Head() const;
+    SlipTexts Texts(const QString& slipNumber) const;
+    SlipPrint::Layout Layout() const;
+    /// What saving shares: `finish` runs after the commit, and then the window closes.
+    void SaveCharges(const std::function<void(const QString& slipNumber,
+                                              const std::vector<SlipLine>& lines)>& finish);
     void cmdSave_Click();
+    void cmdSavePrint_Click();
+    void cmdRePrint_Click();
+    void cmdRevoke_Click();
+    void cmdCDF_Click();
+    void cmdList_Click();
+    void Command1_Click();
 
     std::unique_ptr<Ui::frmRequest> ui;
     PatientOnScreen& m_patient;
     ChargeGrid* m_charges;
+    std::unique_ptr<ChargeList> m_list;
+    clsPDAF m_fund;
     QString m_idNum;
     QString m_hospNum;
     bool m_loaded = false;
+    bool m_isWriting = false;  ///< while a button's action runs, a second press does nothing
+    bool m_isSaved = false;
+    int m_heightWithoutList = 0;
 };

@@ -77,14 +77,18 @@ void Recordset::Impl::SaveChanges() {
                                           Changes, [this](int field) { return Stored(field); });
     Transaction transaction(*Session);
     RowStore nothing;
-    if (Session->m_impl->Run(command, nothing) != 1) {
+    const qint64 written = Session->m_impl->Run(command, nothing);
+    // A row that is no longer there wrote nothing: the caller's own transaction goes on.
+    if (written == 0 || written == 1) {
+        transaction.Commit();
+    }
+    if (written != 1) {
         throw base::DatabaseError(
             kRowChanged,
             QStringLiteral("Row cannot be located for updating. Some values may have been changed "
                            "since it was last read."),
             command);
     }
-    transaction.Commit();
     for (const auto& [field, value] : Changes) {
         Written[{Row, field}] = value;
     }

@@ -68,8 +68,8 @@ public:
 
     /// Writes the changed fields of the current row back: the condition is the table's key and
     /// the values fetched of those fields. Throws base::DatabaseError kRowChanged and writes
-    /// nothing when another user changed or removed the row first. Needs lock type 3 and a
-    /// statement over one table.
+    /// nothing when another user changed or removed the row first; the caller's transaction goes
+    /// on. Needs lock type 3 and a statement over one table.
     void Update();
 
     /// The rows themselves, for a list that shows them; shared, unchanged by later reads.

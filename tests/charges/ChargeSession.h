@@ -26,15 +26,23 @@ public:
     static inline bool Gone = false;
     /// With Gone: so many commands are still answered.
     static inline int Left = 0;
+    /// Sees each command before it is run.
+    static inline std::function<void(db::Driver&, const QString&)> Before;
 
     qint64 Execute(const QString& command, embedded::RowSink& sink) override {
         if (Gone && Left-- <= 0)
             throw base::DatabaseError(10054, QStringLiteral("The server is gone."), command);
+        if (Before)
+            Before(m_engine, command);
         return m_engine.Execute(command, sink);
     }
     void SetDefaultDatabase(const QString& name) override { m_engine.SetDefaultDatabase(name); }
     void BeginTrans() override { m_engine.BeginTrans(); }
-    void CommitTrans() override { m_engine.CommitTrans(); }
+    void CommitTrans() override {
+        if (Gone && Left-- <= 0)
+            throw base::DatabaseError(10054, QStringLiteral("The server is gone."));
+        m_engine.CommitTrans();
+    }
     void RollbackTrans() override { m_engine.RollbackTrans(); }
     std::vector<QString> KeyColumns(const QString& table) override {
         return m_engine.KeyColumns(table);
@@ -63,11 +71,29 @@ private:
 /// A session on a demo hospital of its own, with the program's own components.
 class ChargeSession final {
 public:
-    ChargeSession() {
+    ChargeSession() : m_hospital(std::make_unique<TestHospital>()) { Start(m_hospital->File()); }
+    /// On a file that others work on as well.
+    explicit ChargeSession(const QString& file) { Start(file); }
+
+    QString File() const { return m_hospital->File(); }
+
+    /// A visit with this discount type; of a patient with this social service class, or none.
+    QString Visit(const QString& discountType, const QString& classification = {}) const {
+        const auto found = Connection->Execute(
+            QStringLiteral("SELECT TOP (1) v.IdNum FROM PATIENT_DATA..tbOutPatient v INNER JOIN "
+                           "PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum WHERE v.DiscType = "
+                           "'%1' AND ISNULL(m.MSSClassification, '') = '%2' ORDER BY v.IdNum")
+                .arg(discountType, classification));
+        return found->Fields(0).Text();
+    }
+
+    std::shared_ptr<db::Connection> Connection;
+
+private:
+    void Start(const QString& file) {
         using namespace modGlobals;
         PluggedDriver::Gone = false;
-        Connection =
-            std::make_shared<db::Connection>(std::make_unique<PluggedDriver>(m_hospital.File()));
+        Connection = std::make_shared<db::Connection>(std::make_unique<PluggedDriver>(file));
         Connection->SetDefaultDatabase(QStringLiteral("CLINICAL_AREA"));
         gCurrentUser = std::make_shared<SessionUser>(Connection);
         gConnection = Connection;
@@ -83,26 +109,14 @@ public:
             throw std::runtime_error("the catalogue cannot be reached");
     }
 
-    /// A visit with this discount type; of a patient with this social service class, or none.
-    QString Visit(const QString& discountType, const QString& classification = {}) const {
-        const auto found = Connection->Execute(
-            QStringLiteral("SELECT TOP (1) v.IdNum FROM PATIENT_DATA..tbOutPatient v INNER JOIN "
-                           "PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum WHERE v.DiscType = "
-                           "'%1' AND ISNULL(m.MSSClassification, '') = '%2' ORDER BY v.IdNum")
-                .arg(discountType, classification));
-        return found->Fields(0).Text();
-    }
-
-    std::shared_ptr<db::Connection> Connection;
-
-private:
-    TestHospital m_hospital;
+    std::unique_ptr<TestHospital> m_hospital;
 };
 
 class ScreenPatient final : public PatientOnScreen {
 public:
-    explicit ScreenPatient(QString idNum) : m_idNum(std::move(idNum)) {}
-    QString HospNum() const override { return QStringLiteral("200021"); }
+    explicit ScreenPatient(QString idNum, QString hospNum = QStringLiteral("200021"))
+        : m_idNum(std::move(idNum)), m_hospNum(std::move(hospNum)) {}
+    QString HospNum() const override { return m_hospNum; }
     QString IdNum() const override { return m_idNum; }
     QString CAPDNum() const override { return QStringLiteral("C7"); }
     QString LastName() const override { return QStringLiteral("O'HARA"); }
@@ -115,6 +129,7 @@ public:
 
 private:
     QString m_idNum;
+    QString m_hospNum;
 };
 
 /// The charge window on screen, with the keyboard in the sheet.
@@ -123,8 +138,8 @@ struct ChargeWindow {
     frmRequest Window;
     toolkit::EntryGrid& Grid;
 
-    explicit ChargeWindow(const QString& idNum)
-        : Patient(idNum), Window(Patient), Grid(*Window.findChild<toolkit::EntryGrid*>()) {
+    explicit ChargeWindow(const QString& idNum, const QString& hospNum = QStringLiteral("200021"))
+        : Patient(idNum, hospNum), Window(Patient), Grid(*Window.findChild<toolkit::EntryGrid*>()) {
         Window.show();
         if (!QTest::qWaitForWindowActive(&Window))
             qFatal("the window does not come to the front");

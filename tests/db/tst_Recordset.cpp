@@ -236,9 +236,11 @@ void tst_Recordset::Update_sendsKeyAndFetchedValues() {
 
 void tst_Recordset::Update_refusesWhatIsNotExactlyOneRow_data() {
     QTest::addColumn<qint64>("affected");
-    QTest::newRow("changed by another user") << qint64(0);
-    QTest::newRow("two rows") << qint64(2);
-    QTest::newRow("unknown") << qint64(-1);
+    // Where nothing was written there is nothing to undo: a transaction around it goes on.
+    QTest::addColumn<QString>("end");
+    QTest::newRow("changed by another user") << qint64(0) << QStringLiteral("commit");
+    QTest::newRow("two rows") << qint64(2) << QStringLiteral("rollback");
+    QTest::newRow("unknown") << qint64(-1) << QStringLiteral("rollback");
 }
 
 void tst_Recordset::Update_refusesWhatIsNotExactlyOneRow() {
@@ -254,8 +256,7 @@ void tst_Recordset::Update_refusesWhatIsNotExactlyOneRow() {
              QStringLiteral("Row cannot be located for updating. Some values may have been changed "
                             "since it was last read."));
     QVERIFY(error.Command().startsWith(QStringLiteral("UPDATE")));
-    QCOMPARE(m_server.Steps.last(), QStringLiteral("rollback"));
-    QVERIFY(!m_server.Steps.contains(QStringLiteral("commit")));
+    QTEST(m_server.Steps.last(), "end");
 }
 
 void tst_Recordset::Update_leavesTheKeyOutWhereItWasNotRead() {

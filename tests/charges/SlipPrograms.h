@@ -1,0 +1,118 @@
+#pragma once
+
+#include <QProcess>
+#include <iostream>
+
+#include "SlipCase.h"
+#include "charges/ChargeList.h"
+#include "charges/RequestSlip.h"
+#include "charges/SlipReversal.h"
+#include "funds/clsPDAF.h"
+#include "toolkit/FlexGrid.h"
+
+/// What the test program does when it is started as one of several on a hospital file: its
+/// arguments are the work, the file, the visit, the patient and a number.
+class SlipProgram final {
+public:
+    static QStringList Arguments(const QString& work, const QString& file, const SlipCase& patient,
+                                 int number) {
+        return {QStringLiteral("--slips"), work, file, patient.IdNum, patient.HospNum,
+                QString::number(number)};
+    }
+
+    /// The exit status; 0 when all went well.
+    static int Run(const QStringList& arguments) {
+        try {
+            const QString work = arguments[0];
+            const ChargeSession session(arguments[1]);
+            SlipProgram program({arguments[2], arguments[3]}, arguments[4].toInt());
+            std::cout << "ready" << std::endl;
+            if (work == u"save")
+                program.Save();
+            else if (work == u"churn")
+                program.SaveAndRevokeForEver();
+            else
+                return program.Print() ? 0 : 3;
+            return 0;
+        } catch (const base::RuntimeError& error) {
+            std::cerr << error.Number() << ' ' << error.what() << std::endl;
+            return 2;
+        }
+    }
+
+private:
+    SlipProgram(const QStringList& visit, int number) : m_number(number) {
+        m_head.IdNum = visit[0];
+        m_head.HospNum = visit[1];
+        m_head.CAPDNum = QStringLiteral("C7");
+    }
+
+    QString SaveOne() {
+        SlipLine supply{QStringLiteral("CA"),
+                        QStringLiteral("102"),
+                        {},
+                        QStringLiteral("390.25"),
+                        QStringLiteral("2"),
+                        QStringLiteral("780.50"),
+                        QStringLiteral("46"),
+                        QStringLiteral("CA"),
+                        624.4,
+                        156.1};
+        const SlipLine fee{QStringLiteral("CY"),
+                           QStringLiteral("501"),
+                           {},
+                           {},
+                           QStringLiteral("1"),
+                           QStringLiteral("450.00"),
+                           {},
+                           {},
+                           450,
+                           0};
+        const SlipLine doctor{QStringLiteral("MD"),
+                              QStringLiteral("802"),
+                              {},
+                              {},
+                              QStringLiteral("1"),
+                              QStringLiteral("500.00"),
+                              {},
+                              {},
+                              500,
+                              0};
+        return RequestSlip(m_head, m_fund).Save({supply, fee, doctor});
+    }
+
+    void Save() {
+        for (int slip = 0; slip < m_number; ++slip)
+            std::cout << SaveOne().toStdString() << std::endl;
+    }
+
+    void SaveAndRevokeForEver() {
+        toolkit::FlexGrid grid;
+        ChargeList list(grid);
+        for (;;) {
+            const QString slip = SaveOne();
+            list.Load(m_head.IdNum);
+            SlipReversal(m_head, slip, m_fund).Revoke(list.LinesOf(slip));
+        }
+    }
+
+    // Every slip says what its own station printed and nothing of the other's.
+    bool Print() {
+        const QString own = QStringLiteral("STATION%1").arg(m_number);
+        const QString other = QStringLiteral("STATION%1").arg(3 - m_number);
+        for (int slip = 0; slip < 20; ++slip) {
+            PrintLine line;
+            line.ItemCode = QStringLiteral("102");
+            line.Description = own;
+            SlipPrint::Open(SlipPrint::Layout::Plain, {}, {line, line, line});
+            const QString text = modGlobals::gReport->Pages()->Text(0);
+            if (text.count(own) != 3 || text.contains(other))
+                return false;
+        }
+        return true;
+    }
+
+    SlipHead m_head;
+    clsPDAF m_fund;
+    int m_number;
+};

@@ -1,0 +1,394 @@
+#include "CommandLog.h"
+#include "SlipCase.h"
+#include "toolkit/FlexGrid.h"
+
+using namespace ChargeColumn;
+using toolkit::BoxAnswer;
+using toolkit::BoxIcon;
+
+// A sheet becomes a slip: what is written, in which order, what the funds pay, and what a failure
+// at any place leaves: nothing.
+class tst_ChargeSlips final : public ChargeTest {
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup() {
+        PluggedDriver::Before = nullptr;
+        TearDown();
+    }
+
+    void Load_tellsOfAnEmptyFund();
+    void Save_writesTheLinesInOrder();
+    void Save_splitsOverTheFunds();
+    void Save_withoutSponsorAsksNoFund();
+    void Save_refuses_data();
+    void Save_refuses();
+    void Save_pressedAgainSavesOnce();
+    void Save_lostRaceTakesTheNextNumber();
+    void Refused_atAnyCommandLeavesNothing_data();
+    void Refused_atAnyCommandLeavesNothing();
+    void Failure_behindTheCommitClosesTheWindow();
+
+    void Print_andReprintSayTheSame();
+    void Revoke_takesBackOnce();
+    void Revoke_fromAnOlderListChangesNothing();
+    void Revoke_withoutChargesSaysSo();
+
+private:
+    void OpenSheet() { m_window = std::make_unique<ChargeWindow>(m_case->IdNum, m_case->HospNum); }
+    void Press(const char* button) { m_window->Find<QPushButton>(button).click(); }
+    void TypeThreeKinds();
+    QString Cell(int row, int column) const {
+        return m_window->Find<toolkit::FlexGrid>("grdCharges").TextMatrix(row, column);
+    }
+    QString LastSlip() const;
+
+    std::unique_ptr<SlipCase> m_case;
+};
+
+void tst_ChargeSlips::init() {
+    SetUp();
+    m_case = std::make_unique<SlipCase>(m_session->Connection);
+    QVERIFY(!m_case->IdNum.isEmpty());
+}
+
+// Net 624.40 of supplies, 450.00 of the unit, 500.00 of a doctor.
+void tst_ChargeSlips::TypeThreeKinds() {
+    m_window->Find<QLineEdit>("txtDoctorID").setText(QStringLiteral("0"));
+    m_window->Find<QLineEdit>("txtDoctor").setText(QStringLiteral("Dr. N. O'Faraway"));
+    m_window->Grid.setFocus();
+    m_window->Charge(QStringLiteral("CA"), QStringLiteral("102"), QStringLiteral("2"));
+    m_window->Charge(QStringLiteral("CY"), QStringLiteral("501"));
+    m_window->Charge(QStringLiteral("MD"), QStringLiteral("802"));
+}
+
+QString tst_ChargeSlips::LastSlip() const {
+    return QStringLiteral("C%1D").arg(
+        m_case->Ask(QStringLiteral("SELECT ChargeSlip - 1 FROM CLINICAL_AREA..tbCAPDSlip")));
+}
+
+void tst_ChargeSlips::Load_tellsOfAnEmptyFund() {
+    m_case->Sponsor({0});
+    m_boxes->Answer(BoxAnswer::Ok);
+    OpenSheet();
+    ExpectBox(
+        "Cannot post charges, CDF Balance is 0.00 or Cost Center is not applicable for the "
+        "Fund.Contact Credit and Collection for Information",
+        BoxIcon::Exclamation);
+    m_window->Charge(QStringLiteral("CA"), QStringLiteral("101"));
+    QVERIFY(!m_window->Find<QPushButton>("cmdSave").isVisible());
+    QVERIFY(!m_window->Find<QPushButton>("cmdSavePrint").isVisible());
+    m_window->Key(Qt::Key_Escape);
+    QCOMPARE(m_window->Focus(), QStringLiteral("cmdClose"));
+}
+
+void tst_ChargeSlips::Save_writesTheLinesInOrder() {
+    m_case->Sponsor({300, 200, 1000});
+    OpenSheet();
+    TypeThreeKinds();
+    ClosedWindows closed;
+    CommandLog log;
+    Press("cmdSave");
+    QStringList heads;
+    for (const QString& command : log.Sent)
+        heads
+            << command.section(QRegularExpression(QStringLiteral("[ ']")), 0, 0).section(u'.', -1);
+    const QString fund = QStringLiteral("sp_PDAF_GetAllocation sp_PDAF_GetAllocation_RegAccount ");
+    const QString share =
+        QStringLiteral("sp_PARS_SaveCompanyPayment SP_PDAF_UpdateOPDRegistration ");
+    const QString request = QStringLiteral("sp_CAPD_SaveRequest ");
+    QCOMPARE(heads.join(u' '),
+             QStringLiteral("BeginTrans SELECT BeginTrans UPDATE CommitTrans sp_Pars_CheckCompany "
+                            "sp_StockCard_Append ") +
+                 fund + share + share + share + request + QStringLiteral("sp_capd_addbill ") +
+                 fund + share + request + QStringLiteral("sp_CAPD_DoctorCharge ") + fund + share +
+                 request +
+                 QStringLiteral("CommitTrans sp_Pars_CheckCompany sp_PDAF_GetBalance "
+                                "sp_PDAF_GetRemBill"));
+    const QString slip = LastSlip();
+    const QString visit = m_case->IdNum, patient = m_case->HospNum;
+    const auto sent = [&](const QString& text) { return log.Sent.contains(text); };
+    QVERIFY(sent(QStringLiteral("SELECT ChargeSlip FROM CLINICAL_AREA..tbCAPDSlip")));
+    QVERIFY(sent(QStringLiteral("CLINICAL_AREA..sp_capd_addbill '%1','%2','501','450.00','4601',"
+                                "'%3','CY'")
+                     .arg(slip, visit, patient)));
+    QVERIFY(sent(QStringLiteral("CLINICAL_AREA..sp_CAPD_DoctorCharge '%1','%2','802','500.00',"
+                                "'4601','%3'")
+                     .arg(slip, visit, patient)));
+    QVERIFY(sent(QStringLiteral("CLINICAL_AREA..sp_CAPD_SaveRequest '%3','%2','C7','102','2',"
+                                "'780.50','OPD','%1','CA','4601','0','Dr. N. O''Faraway'")
+                     .arg(slip, visit, patient)));
+    const QString card = *std::find_if(log.Sent.begin(), log.Sent.end(), [](const QString& text) {
+        return text.startsWith(u"BILLING..sp_StockCard_Append");
+    });
+    QCOMPARE(card.section(u',', 4),
+             QStringLiteral("'%1','2','0','624.4','4601','PRN','','46','','OPD','0','CA','CA','*',"
+                            "NULL,NULL,NULL,'O',NULL,'1',NULL,NULL,NULL,NULL,NULL,NULL,'156.1'")
+                 .arg(slip));
+    QCOMPARE(closed.Titles, QStringList(QStringLiteral("Viewing")));
+    QVERIFY(!m_window->Window.isVisible());
+}
+
+void tst_ChargeSlips::Save_splitsOverTheFunds() {
+    m_case->Sponsor({300, 200, 1000});
+    OpenSheet();
+    TypeThreeKinds();
+    const QString stock = QStringLiteral(
+        "SELECT OnHand FROM BILLING..tbDrugStock WHERE DrugCode = '102' AND LocationID = '46'");
+    const double before = m_case->Ask(stock).toDouble();
+    const ClosedWindows closed;
+    Press("cmdSave");
+    // 1574.40 in all: the funds give their 1500.00, 74.40 of the doctor's fee stay the patient's.
+    QCOMPARE(m_case->FundBalances(), QStringLiteral("0|0|0"));
+    QString paid;
+    const auto rows = m_session->Connection->Execute(
+        QStringLiteral("SELECT ItemID, AccountNum, Amount, RevenueID FROM "
+                       "BILLING..tbCompanyPayment WHERE RefNum = '%1' ORDER BY RequestNum")
+            .arg(LastSlip()));
+    for (; !rows->Eof(); rows->MoveNext())
+        paid += QStringLiteral("%1:%2=%3 %4;")
+                    .arg(rows->Fields(0).Text(), rows->Fields(1).Text(), rows->Fields(2).Text(),
+                         rows->Fields(3).Text());
+    QCOMPARE(paid, QStringLiteral("102:T-1=300 CY;102:T-2=200 CY;102:T-3=124.4 CY;"
+                                  "501:T-3=450 CY;802:T-3=425.6 MD;"));
+    QCOMPARE(m_case->Ask(stock).toDouble(), before - 2);
+}
+
+void tst_ChargeSlips::Save_withoutSponsorAsksNoFund() {
+    OpenSheet();
+    QVERIFY(!m_window->Find<QPushButton>("cmdCDF").isVisible());
+    TypeThreeKinds();
+    const CommandLog log;
+    Press("cmdSave");
+    QVERIFY(log.Sent.filter(QStringLiteral("PDAF")).isEmpty());
+    QCOMPARE(m_case->Ask(QStringLiteral("SELECT COUNT(*) FROM CLINICAL_AREA..tbCAPDRequest WHERE "
+                                        "RefNum = '%1'")
+                             .arg(LastSlip())),
+             QStringLiteral("3"));
+}
+
+void tst_ChargeSlips::Save_refuses_data() {
+    QTest::addColumn<QString>("openPriceFee");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("title");
+    QTest::newRow("nothing typed") << ""
+                                   << "There are no entries to be saved."
+                                   << "CAPD";
+    QTest::newRow("an amount of 0") << "510"
+                                    << "Please indicate the quantity for the exam '%1'."
+                                    << "Outpatient Charges";
+}
+
+void tst_ChargeSlips::Save_refuses() {
+    QFETCH(QString, openPriceFee);
+    QFETCH(QString, text);
+    OpenSheet();
+    const QString before = m_case->State();
+    if (!openPriceFee.isEmpty()) {
+        m_window->Charge(QStringLiteral("CA"), QStringLiteral("101"));
+        m_window->Charge(QStringLiteral("CY"), openPriceFee);
+        text = text.arg(m_window->Cell(2, Description).trimmed());
+    } else {
+        m_window->Find<QPushButton>("cmdSave").setEnabled(true);
+    }
+    m_boxes->Answer(BoxAnswer::Ok);
+    const CommandLog log;
+    Press("cmdSave");
+    QCOMPARE(log.Sent, QStringList());
+    QCOMPARE(m_boxes->Shown().back().Text, text);
+    QTEST(m_boxes->Shown().back().Title, "title");
+    QVERIFY(m_window->Window.isVisible());
+    if (!openPriceFee.isEmpty())
+        QCOMPARE(m_window->At(), QPoint(2, Quantity));
+    QCOMPARE(m_case->State(), before);
+}
+
+void tst_ChargeSlips::Save_pressedAgainSavesOnce() {
+    OpenSheet();
+    TypeThreeKinds();
+    const QString first = LastSlip();
+    // Again in the middle of saving, and once more when the slip stands.
+    bool again = false;
+    PluggedDriver::Before = [&](db::Driver&, const QString& command) {
+        if (!std::exchange(again, true) && command.contains(u"sp_CAPD_SaveRequest"))
+            Press("cmdSavePrint");
+    };
+    Press("cmdSave");
+    Press("cmdSave");
+    Press("cmdSavePrint");
+    QCOMPARE(LastSlip(), QStringLiteral("C%1D").arg(first.mid(1, first.size() - 2).toInt() + 1));
+    QVERIFY(m_boxes->Shown().empty());
+}
+
+void tst_ChargeSlips::Save_lostRaceTakesTheNextNumber() {
+    OpenSheet();
+    TypeThreeKinds();
+    const int number = LastSlip().mid(1).chopped(1).toInt();
+    int races = 100;
+    PluggedDriver::Before = [&races](db::Driver& server, const QString& command) {
+        if (races <= 0 || !command.startsWith(u"UPDATE ") || !command.contains(u"tbCAPDSlip"))
+            return;
+        --races;
+        db::RowStore none;
+        server.Execute(
+            QStringLiteral("UPDATE CLINICAL_AREA..tbCAPDSlip SET ChargeSlip = ChargeSlip + 1"),
+            none);
+    };
+    const QString before = m_case->State();
+    QVERIFY_EXCEPTION_THROWN(Press("cmdSave"), base::DatabaseError);
+    QCOMPARE(races, 90);
+    QCOMPARE(m_case->State(), before);
+    races = 9;
+    Press("cmdSave");
+    QCOMPARE(LastSlip(), QStringLiteral("C%1D").arg(number + 10));
+}
+
+void tst_ChargeSlips::Refused_atAnyCommandLeavesNothing_data() {
+    QTest::addColumn<QString>("button");
+    QTest::newRow("save") << "cmdSave";
+    QTest::newRow("revoke") << "cmdRevoke";
+}
+
+void tst_ChargeSlips::Refused_atAnyCommandLeavesNothing() {
+    QFETCH(QString, button);
+    m_case->Sponsor({300, 200, 5000});
+    OpenSheet();
+    TypeThreeKinds();
+    const ClosedWindows closed;
+    if (button == u"cmdRevoke") {
+        Press("cmdSave");
+        OpenSheet();
+    }
+    const QString before = m_case->State();
+    const QStringList line = m_window->Line(1);
+    const QString listed = Cell(1, 2);
+    int refused = 0;
+    while (m_case->State() == before && refused < 100) {
+        PluggedDriver::Gone = true;
+        PluggedDriver::Left = refused++;
+        QVERIFY_EXCEPTION_THROWN(Press(button.toLatin1().constData()), base::DatabaseError);
+        PluggedDriver::Gone = false;
+        if (m_case->State() != before)
+            break;
+        QVERIFY(m_window->Window.isVisible());
+        QCOMPARE(m_window->Line(1), line);
+        QCOMPARE(Cell(1, 2), listed);
+    }
+    // The last one was refused behind the commit.
+    QVERIFY(refused > 8 && refused < 100);
+    QCOMPARE(m_window->Window.isVisible(), button == u"cmdRevoke");
+}
+
+void tst_ChargeSlips::Failure_behindTheCommitClosesTheWindow() {
+    OpenSheet();
+    TypeThreeKinds();
+    m_boxes->Answer(BoxAnswer::Ok);
+    PluggedDriver::Before = [](db::Driver&, const QString& command) {
+        if (command.startsWith(u"CLINICAL_AREA..sp_CAPD_PrintChargeSlip"))
+            throw base::DatabaseError(701, QStringLiteral("No room to print."), command);
+    };
+    QVERIFY_EXCEPTION_THROWN(Press("cmdSavePrint"), base::DatabaseError);
+    PluggedDriver::Before = nullptr;
+    QVERIFY(!m_window->Window.isVisible());
+    QCOMPARE(m_case->Ask(QStringLiteral("SELECT COUNT(*) FROM CLINICAL_AREA..tbCAPDRequest WHERE "
+                                        "RefNum = '%1'")
+                             .arg(LastSlip())),
+             QStringLiteral("3"));
+}
+
+void tst_ChargeSlips::Print_andReprintSayTheSame() {
+    m_case->Sponsor({300, 200, 1000});
+    OpenSheet();
+    TypeThreeKinds();
+    m_boxes->Answer(BoxAnswer::Ok);
+    ClosedWindows closed;
+    Press("cmdSavePrint");
+    ExpectBox("Record successfully Saved!", BoxIcon::None);
+    QCOMPARE(closed.Titles,
+             QStringList({QStringLiteral("Viewing"), QStringLiteral("CAPD ChargeSlip")}));
+    const QString first = closed.Slip;
+    for (const QString& said :
+         {QStringLiteral("CAPD CC No.: ") + LastSlip(), QStringLiteral("O'HARA, Ana Luz"),
+          QStringLiteral("Dr. N. O'Faraway"), QStringLiteral("Pay Patient"),
+          QStringLiteral("780.50"), QStringLiteral("624.40"), QStringLiteral("74.40")})
+        QVERIFY2(first.contains(said), qPrintable(first));
+    // The staging belongs to the slip just printed.
+    QCOMPARE(m_case->Ask(QStringLiteral("SELECT COUNT(*) FROM CLINICAL_AREA..tbCAPDChargeSlip")),
+             QStringLiteral("3"));
+
+    // The funds are used up: another slip cannot be saved, this one can be printed again.
+    m_boxes->Answer(BoxAnswer::Ok);
+    OpenSheet();
+    Press("cmdList");
+    closed.Slip.clear();
+    const CommandLog log;
+    Press("cmdRePrint");
+    QCOMPARE(log.Sent.filter(QStringLiteral("DELETE")),
+             QStringList(QStringLiteral("DELETE clinical_area..tbCAPDChargeSlip")));
+    QCOMPARE(log.Sent.filter(QStringLiteral("PrintChargeSlip")).first(),
+             QStringLiteral("CLINICAL_AREA..sp_CAPD_PrintChargeSlip '102','DIALYSIS SOLUTION 2.3% "
+                            "2 L','2','390.25','780.5','CA','4601','156.1','624.4'"));
+    QCOMPARE(closed.Slip, first);
+    QVERIFY(m_window->Window.isVisible());
+}
+
+void tst_ChargeSlips::Revoke_takesBackOnce() {
+    m_case->Sponsor({300, 200, 5000});
+    const QString stock = QStringLiteral("SELECT SUM(OnHand) FROM BILLING..tbDrugStock");
+    const QString onHand = m_case->Ask(stock);
+    const QString fees = QStringLiteral("SELECT SUM(Amount) FROM BILLING..tbDoctorCharge");
+    const QString charged = m_case->Ask(fees);
+    const ClosedWindows closed;
+    OpenSheet();
+    TypeThreeKinds();
+    // The same supply twice on a slip comes back twice.
+    m_window->Charge(QStringLiteral("CA"), QStringLiteral("102"), QStringLiteral("3"));
+    Press("cmdSave");
+    OpenSheet();
+    Press("cmdList");
+    const CommandLog log;
+    Press("cmdRevoke");
+    QVERIFY(log.Sent.contains(
+        QStringLiteral("CLINICAL_AREA..sp_CAPD_DoctorCharge '%1','%2','802','-500','4601','%3'")
+            .arg(LastSlip(), m_case->IdNum, m_case->HospNum)));
+    QCOMPARE(log.Sent.filter(QStringLiteral("sp_CAPD_GetPackage")).size(), 1);
+    QCOMPARE(log.Sent.filter(QStringLiteral("sp_StockCard_Append")).size(), 2);
+    QCOMPARE(m_case->Ask(stock), onHand);
+    QCOMPARE(m_case->Ask(fees), charged);
+    // The unit's own fee stays listed, billed and paid.
+    QCOMPARE(m_case->FundBalances(), QStringLiteral("300|200|4550"));
+    QCOMPARE(Cell(1, 2), QStringLiteral("501"));
+    QCOMPARE(Cell(2, 2), QString());
+    const QString once = m_case->State();
+    Press("cmdRevoke");
+    QCOMPARE(m_case->State(), once);
+}
+
+void tst_ChargeSlips::Revoke_fromAnOlderListChangesNothing() {
+    m_case->Sponsor({300, 200, 5000});
+    const ClosedWindows closed;
+    OpenSheet();
+    TypeThreeKinds();
+    Press("cmdSave");
+    ChargeWindow other(m_case->IdNum, m_case->HospNum);
+    OpenSheet();
+    Press("cmdRevoke");
+    const QString once = m_case->State();
+    other.Find<QPushButton>("cmdRevoke").click();
+    QCOMPARE(m_case->State(), once);
+}
+
+void tst_ChargeSlips::Revoke_withoutChargesSaysSo() {
+    OpenSheet();
+    m_boxes->Answer(BoxAnswer::Ok);
+    const CommandLog log;
+    Press("cmdRevoke");
+    ExpectBox("There are no Charges to be revoked.", BoxIcon::Information, "Message");
+    QCOMPARE(log.Sent, QStringList());
+    Press("cmdRePrint");
+    QCOMPARE(m_window->Label("lblMessage"),
+             QStringLiteral("There is no slip to be printed again."));
+}
+
+QTEST_MAIN(tst_ChargeSlips)
+#include "tst_ChargeSlips.moc"
