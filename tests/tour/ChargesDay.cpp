@@ -61,7 +61,7 @@ void ChargesDay::Walk() {
     NameTheDoctor();
     TypeSupplies();
     TypeFees();
-    LeaveTheSheet();
+    SaveTheSheet();
 }
 
 void ChargesDay::NameTheDoctor() {
@@ -105,6 +105,8 @@ void ChargesDay::TypeSupplies() {
     });
     EnterAt(QStringLiteral("half a bag counts to the even side"), 1, Quantity,
             QStringLiteral("2.5"), QStringLiteral("280.00"));
+    m_tour.Quietly(QStringLiteral("whole units stand in the sheet"),
+                   [this] { Expect(1, Quantity, QStringLiteral("2")); });
     EnterAt(QStringLiteral("no quantity counts as one"), 1, Quantity, QStringLiteral("0"),
             QStringLiteral("140.00"));
     EnterAt(QStringLiteral("another quantity on the line"), 1, Quantity, QStringLiteral("3"),
@@ -145,13 +147,19 @@ void ChargesDay::TypeFees() {
     });
 }
 
-void ChargesDay::LeaveTheSheet() {
-    m_tour.Step(QStringLiteral("charges are not saved yet"), [this] {
+void ChargesDay::SaveTheSheet() {
+    m_tour.Step(QStringLiteral("Esc leads to saving"), [this] {
         Tour::Press(Qt::Key_Escape);
-        Tour::Press(Qt::Key_Return);
-        m_tour.Expect(!Tour::Find<QLabel>("lblMessage")->text().isEmpty(),
-                      QStringLiteral("nothing was said of saving"));
+        m_tour.Expect(Tour::Find<QPushButton>("cmdSave")->hasFocus(),
+                      QStringLiteral("the keyboard is not on Save"));
     });
-    m_tour.Quietly(QStringLiteral("charge sheet closed"),
-                   [] { Tour::Press(Qt::Key_C, Qt::AltModifier); });
+    m_tour.Quietly(QStringLiteral("charges are saved"), [] { Tour::Press(Qt::Key_Return); });
+    m_tour.Quietly(QStringLiteral("a sponsor's fund is seen"), [] {
+        if (Tour::Window()->windowTitle() == QStringLiteral("Viewing"))
+            Tour::Press(Qt::Key_Escape);
+    });
+    m_tour.Quietly(QStringLiteral("charge sheet closed"), [this] {
+        m_tour.Expect(Tour::Window()->objectName() != QStringLiteral("frmRequest"),
+                      QStringLiteral("the charge sheet stayed"));
+    });
 }

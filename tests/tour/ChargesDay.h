@@ -13,14 +13,15 @@ public:
     explicit ChargesDay(Tour& tour) : m_tour(tour) {}
     void Walk();
 
+    /// Key by key, to whoever has the keyboard.
+    static void Keys(const QString& text);
+    static void Enter(const QString& text);
+
 private:
     void NameTheDoctor();
     void TypeSupplies();
     void TypeFees();
-    void LeaveTheSheet();
-    /// Key by key, to whoever has the keyboard.
-    static void Keys(const QString& text);
-    static void Enter(const QString& text);
+    void SaveTheSheet();
     static toolkit::EntryGrid& Sheet();
     static void Click(int row, int col);
     /// An entry into a cell that is clicked before.

@@ -15,6 +15,7 @@
 #include "tour/HubDay.h"
 #include "tour/RegisterDay.h"
 #include "tour/ResultsDay.h"
+#include "tour/SlipsDay.h"
 #include "tour/SummaryDay.h"
 
 namespace {
@@ -30,6 +31,7 @@ struct WholeDay {
     SummaryDay Summary{Walked};
     CashDay Cash{Walked};
     RegisterDay Register{Walked};
+    SlipsDay Slips{Walked};
 
     struct Part {
         QString Name;
@@ -45,6 +47,7 @@ struct WholeDay {
             {QStringLiteral("results"), [this] { Results.Walk(); }},
             {QStringLiteral("summary"), [this] { Summary.Walk(); }},
             {QStringLiteral("cash"), [this] { Cash.Walk(); }},
+            {QStringLiteral("slips"), [this] { Slips.Walk(); }},
             {QStringLiteral("reports"), [this] { General.PrintReports(); }},
         };
     }

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "tour/Tour.h"
+
+/// The part of the day in which charge slips are saved, printed, printed again and revoked; begins
+/// and ends with the main window and its patient list.
+class SlipsDay final {
+public:
+    explicit SlipsDay(Tour& tour) : m_tour(tour) {}
+    void Walk();
+
+private:
+    void ChargePayPatient();
+    void ChargeServicePatient();
+    void ChargeSponsoredPatient();
+    void MeetEmptyFund();
+    void RevokeDoctorsFee();
+
+    /// Finds the first visit of which the condition (on visit v and patient m) holds, and opens its
+    /// hub and sheet.
+    void OpenSheetOf(const QString& who, const QString& condition);
+    void NameDoctor();
+    static void TypeSupply(const QString& item, const QString& quantity);
+    static void TypeFee(const QString& revenueCode, const QString& item,
+                        const QString& amount = {});
+    void SaveAndPrint(const QString& who, bool sponsored);
+    /// The slip on screen is pictured, saved as PDF and closed.
+    void ReadSlip(const QString& name, const QString& file);
+    void ExpectOneLine();
+    void LeaveHub();
+
+    Tour& m_tour;
+    QString m_slip;       ///< what the slip last read says
+    QString m_firstSlip;  ///< what its first print said
+};
