@@ -300,8 +300,8 @@ void tst_frmAssessment::SavePrint_printsThePlainSlip() {
 void tst_frmAssessment::Print_thatFailsClosesTheSavedSheet() {
     const CashWindow window;
     window.TypeSheet();
-    // The slip's six commands are answered, the printing's first is not.
-    PluggedDriver::Left = 6;
+    // The slip's six commands and its commit are answered, the printing's first is not.
+    PluggedDriver::Left = 7;
     PluggedDriver::Gone = true;
     toolkit::BoxScript boxes;
     boxes.Answer(toolkit::BoxAnswer::Ok);
