@@ -300,8 +300,9 @@ void tst_frmAssessment::SavePrint_printsThePlainSlip() {
 void tst_frmAssessment::Print_thatFailsClosesTheSavedSheet() {
     const CashWindow window;
     window.TypeSheet();
-    // The slip's six commands and its commit are answered, the printing's first is not.
-    PluggedDriver::Left = 7;
+    // The slip's six commands and both commits, the counter's and its own, are answered; the
+    // printing's first command is not.
+    PluggedDriver::Left = 8;
     PluggedDriver::Gone = true;
     toolkit::BoxScript boxes;
     boxes.Answer(toolkit::BoxAnswer::Ok);
