@@ -67,6 +67,8 @@ const std::vector<Measure>& AllMeasures() {
         {QStringLiteral("results-10k"), false, ResultList},
         {QStringLiteral("registration-1000"), false, Registration},
         {QStringLiteral("visits-chart-1000"), false, VisitsChart},
+        {QStringLiteral("ward-enter"), false, WardEnter},
+        {QStringLiteral("ward-save-50"), false, WardSave50},
         {QStringLiteral("search-1m"), true, SearchLarge},
         {QStringLiteral("list-100k"), true, ListLarge},
         {QStringLiteral("list-100k-memory"), true, ListLargeMemory}};

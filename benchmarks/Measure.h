@@ -57,5 +57,7 @@ void ResultList();
 void SlipSave();
 void Registration();
 void VisitsChart();
+void WardEnter();
+void WardSave50();
 
 }  // namespace bench

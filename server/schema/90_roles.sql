@@ -119,6 +119,9 @@ GO
 USE STATION
 GO
 
+GRANT EXECUTE ON Nurse_AppendNurseLogBook TO capd_user
+GRANT EXECUTE ON Nurse_CheckExamStatus TO capd_user
+GRANT EXECUTE ON Nurse_CheckExam_Posted TO capd_user
 GRANT EXECUTE ON Nurse_GetCT TO capd_user
 GRANT EXECUTE ON Nurse_GetUltra TO capd_user
 GRANT EXECUTE ON Nurse_GetXray TO capd_user

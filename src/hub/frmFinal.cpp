@@ -12,6 +12,8 @@
 #include "toolkit/Busy.h"
 #include "toolkit/MsgBox.h"
 #include "ui_frmFinal.h"
+#include "wardrequests/frmCSREntry.h"
+#include "wardrequests/frmPHEntry.h"
 
 using components::PatientLister;
 using modGlobals::HubTab;
@@ -86,9 +88,9 @@ frmFinal::frmFinal(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::f
     connect(ui->tabSSTab2, &ResultTabs::ExitPressed, this, &QWidget::close);
     connect(ui->cmdPostCharges, &QPushButton::clicked, this, &frmFinal::cmdPostCharges_Click);
     connect(ui->cmdCentralSupply, &QPushButton::clicked, this,
-            [this] { NotBuiltYet(QStringLiteral("Central Supply")); });
+            [this] { frmCSREntry(*this, this).exec(); });
     connect(ui->cmdPharmacy, &QPushButton::clicked, this,
-            [this] { NotBuiltYet(QStringLiteral("Pharmacy")); });
+            [this] { frmPHEntry(*this, this).exec(); });
     connect(ui->cmdNextPatient, &QPushButton::clicked, this, &QWidget::close);
     auto* escape = new QShortcut(Qt::Key_Escape, this);
     escape->setContext(Qt::WidgetWithChildrenShortcut);
@@ -259,10 +261,6 @@ void frmFinal::cmdPostCharges_Click() {
     request.SetIdNum(ui->txtIdNum->text().trimmed());
     request.SetHospNum(ui->txtHospNum->text().trimmed());
     request.exec();
-}
-
-void frmFinal::NotBuiltYet(const QString& window) {
-    ui->lblStatus->setText(QStringLiteral("\"%1\" is not part of this version yet.").arg(window));
 }
 
 QString frmFinal::HospNum() const {

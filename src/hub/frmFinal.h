@@ -62,7 +62,6 @@ private:
     void tabSSTab1_Click();
     void LoadShownTab();
     void cmdPostCharges_Click();
-    void NotBuiltYet(const QString& window);
 
     std::unique_ptr<Ui::frmFinal> ui;
     QString m_idNum;

@@ -144,21 +144,75 @@ void FlexGrid::ApplyWidths() {
 
 void FlexGrid::ApplyWidth(int col) {
     setColumnHidden(col, m_widths[col] == 0);
+    if (m_widths[col] > 0)
+        setColumnWidth(col, WidthOf(col));
+}
+
+int FlexGrid::WidthOf(int col) const {
     const int stated = Twips(m_widths[col], this);
-    const bool isAnchor = col == 0 || stated == 1;
-    if (stated > 0)
-        setColumnWidth(col,
-                       isAnchor ? stated : FittedWidth(*this, *horizontalHeader(), col, stated));
+    const bool isAnchor = stated <= 1 || (col == 0 && !m_cellCursor);
+    return isAnchor ? stated : FittedWidth(*this, *horizontalHeader(), col, stated);
+}
+
+void FlexGrid::SetCell(int row, int col) {
+    if (row < 1 || row >= Rows() || col < 1 || col >= Cols())
+        return;
+    const QScopedValueRollback<bool> quiet(m_filling, true);
+    setCurrentIndex(m_model->index(row - 1, col));
+}
+
+void FlexGrid::AddItem() {
+    m_model->AppendRow();
+}
+
+void FlexGrid::RemoveItem(int row) {
+    if (row < 1 || row >= Rows())
+        return;
+    const QScopedValueRollback<bool> quiet(m_filling, true);
+    const int currentRow = Row();
+    const int currentCol = Col();
+    m_model->RemoveRow(row);
+    SetCell(qMin(currentRow > row ? currentRow - 1 : currentRow, Rows() - 1), currentCol);
+}
+
+void FlexGrid::GrowColumns() {
+    for (int col = 0; col < Cols(); ++col) {
+        const int width = WidthOf(col);
+        if (width > columnWidth(col) && !isColumnHidden(col))
+            setColumnWidth(col, width);
+    }
+}
+
+QRect FlexGrid::CellRect(int row, int col) const {
+    return visualRect(m_model->index(row - 1, col));
+}
+
+void FlexGrid::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    emit CellsMoved();
+}
+
+void FlexGrid::updateGeometries() {
+    QTableView::updateGeometries();
+    emit CellsMoved();
 }
 
 void FlexGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTableView::currentChanged(current, previous);
-    if (!m_filling && current.row() != previous.row())
+    if (m_filling)
+        return;
+    if (m_cellCursor && previous.isValid())
+        emit CellLeft(previous.row() + 1, previous.column());
+    if (m_cellCursor && current.isValid())
+        emit CellEntered(current.row() + 1, current.column());
+    if (current.row() != previous.row())
         emit CurrentRowChanged(current.row() + 1);
 }
 
 void FlexGrid::keyPressEvent(QKeyEvent* event) {
-    if (IsCopy(*event)) {
+    if (m_cellCursor) {
+        event->ignore();
+    } else if (IsCopy(*event)) {
         QStringList texts;
         for (int col = 1; Row() > 0 && col < Cols(); ++col)
             texts.append(TextMatrix(Row(), col));

@@ -13,6 +13,9 @@ namespace toolkit {
 /// 1 twip wide until told otherwise; an empty list has two rows, the header and a blank one. Rows
 /// are chosen whole: arrows, Home and End move, Enter or a double click opens, Ctrl+Insert copies
 /// the row, its cells separated by tabs. Filled columns grow beyond their widths for their texts.
+///
+/// With SetCellCursor() it is the sheet under a floating entry box: one cell is current, the mouse
+/// alone moves it here, and every key is left to the window.
 class FlexGrid final : public QTableView {
     Q_OBJECT
 public:
@@ -57,6 +60,22 @@ public:
     /// Ignored outside the data rows.
     void SetRow(int row);
 
+    void SetCellCursor() { m_cellCursor = true; }
+    /// The current column; 0 when there is none.
+    int Col() const { return qMax(0, currentIndex().column()); }
+    /// Moves the cursor and brings the cell into sight; ignored outside the data cells. Raises
+    /// nothing but CellsMoved().
+    void SetCell(int row, int col);
+    /// An empty row at the end; the cursor stays.
+    void AddItem();
+    /// Takes a data row out; the cursor goes to the row that takes its place, else to the last.
+    /// Ignored outside the data rows.
+    void RemoveItem(int row);
+    /// Widens, never narrows, the columns to their texts as a filling does.
+    void GrowColumns();
+    /// Where the cell is on the viewport.
+    QRect CellRect(int row, int col) const;
+
 signals:
     /// A click on a data row, also on the current one.
     void RowClicked(int row);
@@ -64,22 +83,31 @@ signals:
     void RowOpened(int row);
     /// The user, or SetRow(), went to another row; a filling does not raise it.
     void CurrentRowChanged(int row);
+    /// With a cell cursor: the user went by mouse from one cell to another.
+    void CellLeft(int row, int col);
+    void CellEntered(int row, int col);
+    /// Cells may stand elsewhere: scrolled, resized, columns of another width.
+    void CellsMoved();
 
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void keyPressEvent(QKeyEvent* event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
+    void scrollContentsBy(int dx, int dy) override;
+    void updateGeometries() override;
 
 private:
     void ShowFirstRow();
     void ApplyWidths();
     void ApplyWidth(int col);
     int MeasuredTwips(const QString& header) const;
+    int WidthOf(int col) const;
 
     FlexGridModel* m_model;
     std::vector<int> m_widths;
     bool m_filling = false;
+    bool m_cellCursor = false;
 };
 
 }  // namespace toolkit

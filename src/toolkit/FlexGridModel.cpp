@@ -88,6 +88,26 @@ void FlexGridModel::SetText(int row, int col, const QString& text) {
         emit dataChanged(index(row - 1, col), index(row - 1, col));
 }
 
+void FlexGridModel::AppendRow() {
+    beginInsertRows({}, Rows() - 1, Rows() - 1);
+    m_records.emplace_back();
+    endInsertRows();
+}
+
+void FlexGridModel::RemoveRow(int row) {
+    beginRemoveRows({}, row - 1, row - 1);
+    m_records.erase(m_records.begin() + row);
+    QHash<quint64, QString> kept;
+    for (auto cell = m_written.cbegin(); cell != m_written.cend(); ++cell) {
+        const int writtenRow = int(cell.key() >> 32);
+        const int col = int(cell.key() & 0xFFFFFFFF);
+        if (writtenRow != row)
+            kept[KeyOf(writtenRow > row ? writtenRow - 1 : writtenRow, col)] = cell.value();
+    }
+    m_written = std::move(kept);
+    endRemoveRows();
+}
+
 void FlexGridModel::Empty() {
     beginResetModel();
     m_written.clear();

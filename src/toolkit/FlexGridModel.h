@@ -29,6 +29,10 @@ public:
     QString FieldText(int row, const QString& field) const;
     /// Throws base::RuntimeError 381 outside.
     void SetText(int row, int col, const QString& text);
+    /// A blank row at the end.
+    void AppendRow();
+    /// Takes out a data row, which must be there.
+    void RemoveRow(int row);
     /// Empties every cell, the header too.
     void Empty();
     /// Shows the records by the row fill; `fields` are the positions in the rows shown from

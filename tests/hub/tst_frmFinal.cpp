@@ -6,6 +6,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 
 #include "FakeComponents.h"
 #include "TestHospital.h"
@@ -80,7 +81,7 @@ private slots:
     void AnotherPatient_whoseListsFailShowsNoOldLine();
     void Closing_leavesNothing_data();
     void Closing_leavesNothing();
-    void Buttons_ofMissingWindowsSaySo();
+    void Buttons_openTheRequestWindows();
 
 private:
     void Choose(const OpenedPatient& patient);
@@ -410,15 +411,25 @@ void tst_frmFinal::Closing_leavesNothing() {
     QTRY_VERIFY(!m_hub);
 }
 
-void tst_frmFinal::Buttons_ofMissingWindowsSaySo() {
-    Choose(Patient(QStringLiteral("A1B")));
+void tst_frmFinal::Buttons_openTheRequestWindows() {
+    const QString idNum = IdNum(0);
+    Choose(Patient(idNum));
     Show();
     for (const char* name : {"cmdCentralSupply", "cmdPharmacy"}) {
-        auto& button = Find<QPushButton>(name);
-        button.click();
-        QCOMPARE(Find<QLabel>("lblStatus").text(),
-                 QStringLiteral("\"%1\" is not part of this version yet.")
-                     .arg(button.text().remove(u'&')));
+        QString opened;
+        QTimer::singleShot(0, this, [&] {
+            opened = QApplication::activeModalWidget()->objectName();
+            m_commands.clear();
+            QApplication::activeModalWidget()
+                ->findChild<QPushButton*>(QStringLiteral("cmdMedOption1"))
+                ->click();
+        });
+        Find<QPushButton>(name).click();
+        QCOMPARE(opened,
+                 QString::fromLatin1(name)
+                     .replace(QStringLiteral("cmdCentralSupply"), QStringLiteral("frmCSREntry"))
+                     .replace(QStringLiteral("cmdPharmacy"), QStringLiteral("frmPHEntry")));
+        QCOMPARE(m_commands, Requests(idNum));
     }
 }
 

@@ -1,6 +1,5 @@
 #include "tour/HubDay.h"
 
-#include <QLabel>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
@@ -84,13 +83,6 @@ void HubDay::ReadRequests() {
                       QStringLiteral("the tab stayed"));
     });
     m_tour.Quietly(QStringLiteral("back to the requests"), [this] { GoToTab("tabSSTab1", 0); });
-    m_tour.Quietly(QStringLiteral("central supply asked for"),
-                   [] { Tour::Press(Qt::Key_C, Qt::AltModifier); });
-    m_tour.Step(QStringLiteral("central supply is told of"), [this] {
-        m_tour.Expect(
-            Tour::Find<QLabel>("lblStatus")->text().contains(QStringLiteral("Central Supply")),
-            QStringLiteral("nothing was said"));
-    });
     m_tour.Step(QStringLiteral("charges asked for"), [] {
         Tour::Find<QPushButton>("cmdPostCharges")->setFocus();
         Tour::Press(Qt::Key_Return);

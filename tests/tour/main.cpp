@@ -17,6 +17,7 @@
 #include "tour/ResultsDay.h"
 #include "tour/SlipsDay.h"
 #include "tour/SummaryDay.h"
+#include "tour/WardDay.h"
 
 namespace {
 
@@ -32,6 +33,7 @@ struct WholeDay {
     CashDay Cash{Walked};
     RegisterDay Register{Walked};
     SlipsDay Slips{Walked};
+    WardDay Ward{Walked};
 
     struct Part {
         QString Name;
@@ -48,6 +50,7 @@ struct WholeDay {
             {QStringLiteral("summary"), [this] { Summary.Walk(); }},
             {QStringLiteral("cash"), [this] { Cash.Walk(); }},
             {QStringLiteral("slips"), [this] { Slips.Walk(); }},
+            {QStringLiteral("ward"), [this] { Ward.Walk(); }},
             {QStringLiteral("reports"), [this] { General.PrintReports(); }},
         };
     }

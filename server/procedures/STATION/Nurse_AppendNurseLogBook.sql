@@ -1,0 +1,59 @@
+-- Writes one request of a ward into the nurses' log book. @PatientType I or O; @RecordStatus one
+-- blank = pending; @RequestDate 'MM/dd/yyyy hh:mm:ss AM/PM'; @DeptID PH or CS; money and quantity
+-- as plain decimal text; the options are kept as they come. Refuses a quantity that is no number
+-- (50251). Returns nothing.
+USE STATION
+GO
+
+DROP PROCEDURE IF EXISTS Nurse_AppendNurseLogBook
+GO
+
+CREATE PROCEDURE Nurse_AppendNurseLogBook
+    @HospNum varchar(8000),
+    @IdNum varchar(8000),
+    @PatientType varchar(8000),
+    @ItemCode varchar(8000),
+    @Amount varchar(8000),
+    @Quantity varchar(8000),
+    @Dosage varchar(8000),
+    @RecordStatus varchar(8000),
+    @RequestDate varchar(8000),
+    @DeptID varchar(8000),
+    @Option1 varchar(8000),
+    @Option2 varchar(8000),
+    @RequestedBy varchar(8000),
+    @Remarks varchar(8000),
+    @ItemName varchar(8000),
+    @Station varchar(8000),
+    @Option3 varchar(8000),
+    @UnitPrice varchar(8000),
+    @Option4 varchar(8000),
+    @Option5 varchar(8000),
+    @Option6 varchar(8000),
+    @Option7 varchar(8000)
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SET XACT_ABORT ON;
+
+    DECLARE @Count decimal(12,2);
+    SET @Count = TRY_CONVERT(decimal(12,2), NULLIF(@Quantity, ''));
+    IF @Count IS NULL
+    BEGIN
+        DECLARE @Refusal varchar(8000);
+        SET @Refusal = CONCAT('The quantity ', @Quantity, ' of ', @ItemName, ' is not a number.');
+        THROW 50251, @Refusal, 1;
+    END
+
+    INSERT INTO tbNurseLogBook (
+        HospNum, IdNum, PatientType, ItemCode, ItemName, Amount, Quantity, Dosage, RequestDate,
+        DeptID, RecordStatus, RequestedBy, Remarks, Station, UnitPrice, Option1, Option2, Option3,
+        Option4, Option5, Option6, Option7)
+    VALUES (
+        LTRIM(RTRIM(@HospNum)), LTRIM(RTRIM(@IdNum)), @PatientType, LTRIM(RTRIM(@ItemCode)),
+        @ItemName, CONVERT(money, @Amount), @Count, @Dosage, CONVERT(datetime, @RequestDate),
+        @DeptID, @RecordStatus, @RequestedBy, NULLIF(@Remarks, ''), @Station,
+        CONVERT(money, NULLIF(@UnitPrice, '')), @Option1, @Option2, @Option3, @Option4, @Option5,
+        @Option6, @Option7);
+END
+GO
