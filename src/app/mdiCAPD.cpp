@@ -241,7 +241,3 @@ void mdiCAPD::SwitchChild() {
     else if (m_hubFrame)
         ui->mdiArea->setActiveSubWindow(m_hubFrame);
 }
-
-void mdiCAPD::NotBuiltYet(const QString& window) {
-    statusBar()->showMessage(QStringLiteral("\"%1\" is not part of this version yet.").arg(window));
-}

@@ -53,7 +53,6 @@ private:
     bool ListPatient(QString& idNum);
     void PatientOpened(const OpenedPatient& patient);
     void ShowModal(QDialog* sheet);
-    void NotBuiltYet(const QString& window);
 
     std::unique_ptr<Ui::mdiCAPD> ui;
     QLabel* m_lblChosenPatient;

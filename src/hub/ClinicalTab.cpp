@@ -95,7 +95,10 @@ void ClinicalTab::ShowStays(const QString& admissionDate) {
 }
 
 void ClinicalTab::ShowState() {
-    ui->cmdClinical0->setEnabled(!ui->mshflexClin->TextMatrix(1, Number).isEmpty());
+    const bool hasStays = !ui->mshflexClin->TextMatrix(1, Number).isEmpty();
+    ui->cmdClinical0->setEnabled(hasStays);
+    ui->lblHint->setText(hasStays ? QStringLiteral("Enter shows the summary of the chosen stay.")
+                                  : QStringLiteral("No stay of this patient is on file."));
     for (QPushButton* button : {ui->cmdPrint, ui->cmdSavePdf})
         button->setEnabled(!m_number.isEmpty());
 }
@@ -124,7 +127,10 @@ void ClinicalTab::cmdClinical_View() {
 }
 
 std::shared_ptr<const print::ReportPages> ClinicalTab::Pages() const {
-    return print::PagesOf(*ui->rtbClinical->document());
+    return print::PagesOf(*ui->rtbClinical->document(),
+                          QStringLiteral("%1, %2 %3    Hosp. No. %4    %5")
+                              .arg(m_patient->LastName(), m_patient->FirstName(),
+                                   m_patient->MiddleName(), m_patient->HospNum(), m_number));
 }
 
 QString ClinicalTab::Title() const {

@@ -13,14 +13,16 @@ constexpr double kFooterPoints = 8;
 // Nothing of a line stands deeper under its baseline than this part of its font's size.
 constexpr double kBelowBaseline = 0.3;
 
-void AddFooters(ReportPages& pages, const BlockLayout& layout, const QRectF& inside) {
+void AddFooters(ReportPages& pages, const BlockLayout& layout, const QRectF& inside,
+                const QString& footer) {
+    const double numbers = inside.width() / 4;
     for (int page = 0; page < pages.Count(); ++page) {
-        const Block footer =
-            layout.Row({{QStringLiteral("Page %1 of %2").arg(page + 1).arg(pages.Count()), false,
-                         false, 0, inside.width(), Qt::AlignRight}});
-        for (PlacedText text : footer.Texts) {
-            text.Baseline +=
-                QPointF(inside.left(), inside.bottom() - layout.Descent() - layout.Ascent());
+        const QString number = QStringLiteral("Page %1 of %2").arg(page + 1).arg(pages.Count());
+        const Block line =
+            layout.Row({{footer, false, false, 0, inside.width() - numbers, Qt::AlignLeft},
+                        {number, false, false, inside.width() - numbers, numbers, Qt::AlignRight}});
+        for (PlacedText text : line.Texts) {
+            text.Baseline += QPointF(inside.left(), inside.bottom() - line.Height);
             pages.Change(page).Texts.push_back(std::move(text));
         }
     }
@@ -28,7 +30,7 @@ void AddFooters(ReportPages& pages, const BlockLayout& layout, const QRectF& ins
 
 }  // namespace
 
-std::shared_ptr<const ReportPages> PagesOf(const QTextDocument& document) {
+std::shared_ptr<const ReportPages> PagesOf(const QTextDocument& document, const QString& footer) {
     const QPageLayout sheet(
         QPageSize(QPageSize::A4), QPageLayout::Portrait,
         QMarginsF(kMarginMillimetres, kMarginMillimetres, kMarginMillimetres, kMarginMillimetres),
@@ -54,7 +56,7 @@ std::shared_ptr<const ReportPages> PagesOf(const QTextDocument& document) {
         text.Baseline += QPointF(inside.left(), inside.top() - pageTop);
         pages->Change(page).Texts.push_back(std::move(text));
     }
-    AddFooters(*pages, layout, inside);
+    AddFooters(*pages, layout, inside, footer);
     return pages;
 }
 

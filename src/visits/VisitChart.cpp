@@ -71,7 +71,7 @@ void VisitChart::SetUpAxes() {
     m_days->setTickCount(4);
     m_weight->setTitleText(QStringLiteral("Weight"));
     m_weight->setLabelFormat(QStringLiteral("%.0f"));
-    m_pressure->setTitleText(QStringLiteral("Blood pressure"));
+    m_pressure->setTitleText(QStringLiteral("Pressure"));
     m_pressure->setLabelFormat(QStringLiteral("%.0f"));
     m_pressure->setGridLineVisible(false);
     chart()->addAxis(m_days, Qt::AlignBottom);

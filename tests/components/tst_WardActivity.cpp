@@ -185,8 +185,7 @@ void tst_WardActivity::Requests_arePendingOrProcessed() {
              (QStringList{QStringLiteral("LATE"), QStringLiteral("EARLY")}));
     rows = requests.GetRequests(m_connection, m_idNum, QStringLiteral("1"));
     QCOMPARE(rows->RecordCount(), 1);
-    // Someone of another department who is not on file here keeps the code.
-    QCOMPARE(rows->Fields(QStringLiteral("PROCESSED BY")).Text(), QStringLiteral("2001"));
+    QCOMPARE(rows->Fields(QStringLiteral("PROCESSED BY")).Text(), QStringLiteral("Ines Calloway"));
     QCOMPARE(rows->Fields(QStringLiteral("PROCESS DATE/TIME")).Text(),
              QStringLiteral("11/20/2026 9:45:00 AM"));
     QVERIFY(requests.GetRequests(m_connection, QStringLiteral("A'%"), QStringLiteral("1"))->Eof());

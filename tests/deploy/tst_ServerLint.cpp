@@ -60,7 +60,8 @@ void tst_ServerLint::Slip_isSeen() {
     QVERIFY(ReadByTheOther({script.fileName()}).contains(QStringLiteral("PRS")));
 }
 
-// It reads slowly: what has passed once is remembered in the build tree by its text.
+// It reads slowly: what has passed once is remembered in the build tree by its text, and the
+// demo hospital's long lists are read in the long run only.
 void tst_ServerLint::Scripts_areTransactSql() {
     const QDir passed(QCoreApplication::applicationDirPath() + QStringLiteral("/../linted"));
     QVERIFY(passed.mkpath(QStringLiteral(".")));
@@ -70,7 +71,10 @@ void tst_ServerLint::Scripts_areTransactSql() {
                        QDir::Files, QDirIterator::Subdirectories);
     int seen = 0;
     while (files.hasNext()) {
-        QFile file(files.next());
+        const QString path = files.next();
+        if (path.contains(QStringLiteral("/demo/")) && !qEnvironmentVariableIsSet("CAPD_STRESS"))
+            continue;
+        QFile file(path);
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QString mark = QString::fromLatin1(
             QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256).toHex());

@@ -154,7 +154,8 @@ void tst_ClinicalSummary::Run_goesBehindOrInFrontOfTheSelection() {
     first.setPosition(1);
     QCOMPARE(first.charFormat().foreground().color(), QColor(Qt::red));
     QCOMPARE(first.charFormat().fontWeight(), int(QFont::Bold));
-    QCOMPARE(first.charFormat().fontFamilies().toStringList(), QStringList{QStringLiteral("Arial")});
+    QCOMPARE(first.charFormat().fontFamilies().toStringList(),
+             QStringList{QStringLiteral("Arial")});
 }
 
 void tst_ClinicalSummary::Summary_ofAnAdmission() {
@@ -231,11 +232,13 @@ void tst_ClinicalSummary::Paper_keepsTheColumns() {
                            "'2026-01-08', '1', 'DRUG %1', 'DOSAGE', 100)")
                 .arg(i));
     Compose(QStringLiteral("99001"));
-    const auto pages = print::PagesOf(m_document);
+    const auto pages = print::PagesOf(m_document, QStringLiteral("Castellanos HS1"));
     QVERIFY(pages->Count() > 2);
     QString all;
-    for (int page = 0; page < pages->Count(); ++page)
+    for (int page = 0; page < pages->Count(); ++page) {
+        QVERIFY(pages->Text(page).contains(QStringLiteral("Castellanos HS1")));
         all += pages->Text(page) + u'\n';
+    }
     for (int i = 0; i < 200; ++i)
         QCOMPARE(all.count(QStringLiteral("DRUG %1 ").arg(i)), 1);
     // No line of the summary's tables is wrapped: a row is one text.

@@ -144,10 +144,11 @@ void RegisterDay::ChangeTheSheet() {
 }
 
 void RegisterDay::RegisterAVisit() {
+    const auto openVisit = [] { Tour::Press(Qt::Key_R, Qt::ControlModifier); };
+    m_tour.Quietly(QStringLiteral("visit window"), openVisit);
     m_tour.Step(QStringLiteral("visit typed"), [this] {
         m_tour.Expect(Patients().HospNum() == m_registered,
                       QStringLiteral("another patient is chosen"));
-        Tour::Press(Qt::Key_R, Qt::ControlModifier);
         Enter(QStringLiteral("Follow-up"));
         Tour::Find<QLineEdit>("txtWeight")->setFocus();
         for (const char* text : {"57.5", "Low salt", "130/80"})
@@ -155,8 +156,8 @@ void RegisterDay::RegisterAVisit() {
     });
     m_tour.Quietly(QStringLiteral("visit saved"), [] { Tour::Press(Qt::Key_S, Qt::AltModifier); });
     ReadBox(QStringLiteral("visit is told"), QStringLiteral("Registration Successfully Saved."));
+    m_tour.Quietly(QStringLiteral("second visit window"), openVisit);
     m_tour.Quietly(QStringLiteral("second visit typed"), [] {
-        Tour::Press(Qt::Key_R, Qt::ControlModifier);
         Enter(QStringLiteral("Once more"));
         Tour::Press(Qt::Key_S, Qt::AltModifier);
     });

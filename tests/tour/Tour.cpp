@@ -16,6 +16,8 @@ namespace {
 
 // Long enough for a window to be laid out and painted on a slow machine.
 constexpr int kRestMilliseconds = 120;
+constexpr int kPatientWaits = 8;
+constexpr int kLongestWaits = 200;
 
 }  // namespace
 
@@ -64,12 +66,19 @@ void Tour::Next() {
 
 void Tour::Rest(const Stage& stage) {
     QTimer::singleShot(kRestMilliseconds, this, [this, stage] {
-        // A dialog that has hidden itself is about to ask again; only the last step leaves nothing.
-        const bool between = !Window() && m_next + 1 < m_stages.size();
+        // A dialog that has hidden itself is about to ask again, or its opener is about to get the
+        // keys back; only the last step leaves nothing.
+        const bool between = !QApplication::activeWindow() && m_next + 1 < m_stages.size() &&
+                             m_waits++ < kLongestWaits;
+        // Under load the window manager now and then forgets the opener of two dialogs that close
+        // together; a user would click on it.
+        if (between && m_waits > kPatientWaits && Window())
+            Window()->activateWindow();
         if (between || qobject_cast<QProgressDialog*>(QApplication::activeModalWidget())) {
             Rest(stage);
             return;
         }
+        m_waits = 0;
         // What this moment brought up is painted by the next.
         QTimer::singleShot(kRestMilliseconds, this, [this, stage] {
             if (stage.Pictured)

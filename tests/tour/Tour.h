@@ -54,6 +54,7 @@ private:
     size_t m_next = 0;
     int m_pictures = 0;
     int m_failed = 0;
+    int m_waits = 0;
 };
 
 template <class Control>
