@@ -48,7 +48,7 @@ function(add_layer_tests layer)
       CAPD_SOURCE_DIR="${CMAKE_SOURCE_DIR}" CAPD_TEST_DIR="${CMAKE_CURRENT_SOURCE_DIR}/${layer}")
     target_link_libraries(${name} PRIVATE ${layer} ${arg_USES} Qt6::Test)
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES LABELS ${layer} TIMEOUT 600
+    set_tests_properties(${name} PROPERTIES LABELS ${layer} TIMEOUT 1200
       ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC")
   endforeach()
 endfunction()
