@@ -1,6 +1,7 @@
 #include "toolkit/EntryGrid.h"
 
 #include <QHeaderView>
+#include <QStyle>
 #include <QLineEdit>
 #include <QToolButton>
 
@@ -133,6 +134,17 @@ void EntryGrid::SetTextMatrix(int row, int col, const QString& text) {
     if (m_commit && row == m_commit->Row && col == m_commit->Col)
         m_commit->Rewritten = true;
     m_model->SetText(row, col, text);
+    WidenFor(col, text);
+}
+
+// An amount that is cut off reads as another amount.
+void EntryGrid::WidenFor(int col, const QString& text) {
+    if (!m_model->Column(col).IsNumeric || isColumnHidden(col))
+        return;
+    const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
+    const int needed = fontMetrics().horizontalAdvance(text) + 2 * margin;
+    if (needed > columnWidth(col))
+        setColumnWidth(col, needed);
 }
 
 double EntryGrid::Sum(int col, int firstRow, int lastRow) const {

@@ -70,7 +70,7 @@ public:
     /// Sum of the leading numbers of the column's cells, both rows included.
     double Sum(int col, int firstRow, int lastRow) const;
 
-    /// All widths at once, in twips; 0 hides the column.
+    /// All widths at once, in twips; 0 hides the column. A numeric column grows for what is in it.
     void SetColWidths(const QList<int>& twips);
     void SetHeader(int col, const QString& text) { SetTextMatrix(0, col, text); }
     /// `list` holds a pick list's items, separated by CR LF.
@@ -136,6 +136,7 @@ private:
     enum class Caret { Typing, InPlace };
     struct Commit;
 
+    void WidenFor(int col, const QString& text);
     void MakeCellWidgets();
     void Reshape(int rows, int cols, int fixedRows, int fixedCols);
     void PlaceCellWidgets();

@@ -93,6 +93,11 @@ void tst_EntryGrid::Widths_hideAndMeasure() {
     Sheet sheet;
     QCOMPARE(sheet.Grid.columnWidth(kCode), Twips(1000, &sheet.Grid));
     QVERIFY(sheet.Grid.isColumnHidden(kHidden));
+    // An amount is never cut off.
+    sheet.Grid.SetNumeric(kCode);
+    sheet.Grid.SetTextMatrix(1, kCode, QStringLiteral("922337203685477.00"));
+    QVERIFY(sheet.Grid.columnWidth(kCode) >=
+            sheet.Grid.fontMetrics().horizontalAdvance(sheet.Grid.TextMatrix(1, kCode)));
 }
 
 void tst_EntryGrid::Cell_commitsOnceHoweverItIsLeft_data() {
