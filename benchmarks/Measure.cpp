@@ -69,7 +69,9 @@ const std::vector<Measure>& AllMeasures() {
         {QStringLiteral("visits-chart-1000"), false, VisitsChart},
         {QStringLiteral("ward-enter"), false, WardEnter},
         {QStringLiteral("ward-save-50"), false, WardSave50},
+        {QStringLiteral("status-50k"), false, StatusList},
         {QStringLiteral("search-1m"), true, SearchLarge},
+        {QStringLiteral("listing-1m"), true, ListingLarge},
         {QStringLiteral("list-100k"), true, ListLarge},
         {QStringLiteral("list-100k-memory"), true, ListLargeMemory}};
     return measures;

@@ -59,5 +59,7 @@ void Registration();
 void VisitsChart();
 void WardEnter();
 void WardSave50();
+void StatusList();
+void ListingLarge();
 
 }  // namespace bench
