@@ -27,22 +27,30 @@ ChargeGrid* ChargeSheetDialog::SetUpSheet(const ChargeSheetControls& controls,
 }
 
 bool ChargeSheetDialog::SaveSheet(const std::function<QString(const Lines&)>& save,
-                                  const std::function<void(const QString&, const Lines&)>& finish) {
+                                  const Finish& finish) {
     // A second press has nothing to add to the first.
-    if (m_isSaving)
+    if (m_isWriting)
         return true;
+    // Committing a cell may ask the nurse: from here on a press is already the second one.
+    QScopedValueRollback writing(m_isWriting, true);
     if (!m_grid->EndEditMode())
         return false;
-    QScopedValueRollback saving(m_isSaving, true);
     const auto lines = LinesToSave(*m_grid);
     if (!lines)
         return false;
     const QString slipNumber = save(*lines);
     // The slip stands: whatever fails from here on, this sheet must not be saved again.
-    saving.commit();
+    writing.commit();
     const auto closing = qScopeGuard([this] { accept(); });
     finish(slipNumber, *lines);
     return true;
+}
+
+void ChargeSheetDialog::WriteAlone(const std::function<void()>& write) {
+    if (m_isWriting)
+        return;
+    const QScopedValueRollback writing(m_isWriting, true);
+    write();
 }
 
 // Enter belongs to the boxes and the sheet, and Esc takes back what is being typed: only a button

@@ -28,8 +28,9 @@ struct ChargeSheetControls {
     QPushButton& cmdClose;
 };
 
-/// A window in which charges are typed and saved as one slip: its keys, its buttons, and that a
-/// sheet is saved once.
+/// A window in which charges are typed and saved as one slip, a patient's or a walk-in's: its keys,
+/// its buttons, and that a sheet is saved once. What its slip is and what follows it, the window
+/// says.
 class ChargeSheetDialog : public QDialog {
     Q_OBJECT
 public:
@@ -42,16 +43,19 @@ protected:
     ChargeGrid* SetUpSheet(const ChargeSheetControls& controls, const ChargeRules& rules);
 
     using Lines = std::vector<SlipLine>;
+    using Finish = std::function<void(const QString& slipNumber, const Lines& lines)>;
     /// The saving of the sheet, once: `save` writes the slip and returns its number; `finish` runs
     /// after that and then, whatever fails in it, the window closes. A cell half typed is committed
     /// before. False when that is refused or the sheet cannot be saved. Throws what both throw.
-    bool SaveSheet(
-        const std::function<QString(const Lines& lines)>& save,
-        const std::function<void(const QString& slipNumber, const Lines& lines)>& finish);
+    bool SaveSheet(const std::function<QString(const Lines& lines)>& save, const Finish& finish);
+
+    /// What a button writes beside the sheet. Nothing happens while another button's writing runs
+    /// or once the sheet is saved. Throws what `write` throws.
+    void WriteAlone(const std::function<void()>& write);
 
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     toolkit::EntryGrid* m_grid = nullptr;
-    bool m_isSaving = false;  ///< and stays so once the slip stands
+    bool m_isWriting = false;  ///< and stays so once the sheet's slip stands
 };

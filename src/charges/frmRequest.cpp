@@ -1,13 +1,10 @@
 #include "charges/frmRequest.h"
 
 #include <QKeyEvent>
-#include <QScopeGuard>
-#include <QScopedValueRollback>
 #include <QScreen>
 
 #include "base/Numbers.h"
 #include "charges/ChargeGrid.h"
-#include "charges/DoctorFields.h"
 #include "charges/PatientClass.h"
 #include "charges/RequestSlip.h"
 #include "charges/SlipCodes.h"
@@ -30,7 +27,7 @@ constexpr int kLeft = 1500, kTop = 800, kHeight = 5895, kHeightWithList = 8790;
 }  // namespace
 
 frmRequest::frmRequest(PatientOnScreen& patient, QWidget* parent)
-    : QDialog(parent),
+    : ChargeSheetDialog(parent),
       ui(std::make_unique<Ui::frmRequest>()),
       m_patient(patient),
       m_idNum(patient.IdNum()),
@@ -38,14 +35,10 @@ frmRequest::frmRequest(PatientOnScreen& patient, QWidget* parent)
     ui->setupUi(this);
     ui->fraList->hide();
     m_list = std::make_unique<ChargeList>(*ui->grdCharges);
-    m_charges = new ChargeGrid(*ui->grdInput, RequestRules(), this);
-    new DoctorFields(*ui->txtDoctorID, *ui->txtDoctor, *ui->cmdDoctor, *ui->grdInput, this);
+    m_charges = SetUpSheet({*ui->txtDoctorID, *ui->txtDoctor, *ui->cmdDoctor, *ui->grdInput,
+                            *ui->lblMessage, *ui->cmdSave, *ui->cmdSavePrint, *ui->cmdClose},
+                           RequestRules());
     connect(m_charges, &ChargeGrid::TotalsChanged, this, &frmRequest::ShowTotals);
-    connect(m_charges, &ChargeGrid::Told, ui->lblMessage, &QLabel::setText);
-    connect(m_charges, &ChargeGrid::ItemCommitted, this, [this] {
-        ui->cmdSave->setEnabled(true);
-        ui->cmdSavePrint->setEnabled(true);
-    });
     connect(ui->cmdSave, &QPushButton::clicked, this, &frmRequest::cmdSave_Click);
     connect(ui->cmdSavePrint, &QPushButton::clicked, this, &frmRequest::cmdSavePrint_Click);
     connect(ui->cmdRePrint, &QPushButton::clicked, this, &frmRequest::cmdRePrint_Click);
@@ -53,7 +46,6 @@ frmRequest::frmRequest(PatientOnScreen& patient, QWidget* parent)
     connect(ui->cmdCDF, &QPushButton::clicked, this, &frmRequest::cmdCDF_Click);
     connect(ui->cmdList, &QPushButton::clicked, this, &frmRequest::cmdList_Click);
     connect(ui->Command1, &QPushButton::clicked, this, &frmRequest::Command1_Click);
-    connect(ui->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 frmRequest::~frmRequest() = default;
@@ -138,28 +130,20 @@ SlipPrint::Layout frmRequest::Layout() const {
                                                    : SlipPrint::Layout::Plain;
 }
 
-void frmRequest::SaveCharges(
-    const std::function<void(const QString&, const std::vector<SlipLine>&)>& finish) {
-    if (!ui->grdInput->EndEditMode() || m_isWriting || m_isSaved)
-        return;
-    const QScopedValueRollback writing(m_isWriting, true);
-    const auto lines = LinesToSave(*ui->grdInput);
-    if (!lines)
-        return;
-    const QString slipNumber = RequestSlip(Head(), m_fund).Save(*lines);
-    // The slip stands: whatever fails from here on, this sheet must not be saved again.
-    m_isSaved = true;
-    const auto closing = qScopeGuard([this] { accept(); });
-    cmdCDF_Click();
-    finish(slipNumber, *lines);
+void frmRequest::SaveCharges(const Finish& finish) {
+    SaveSheet([this](const Lines& lines) { return RequestSlip(Head(), m_fund).Save(lines); },
+              [&](const QString& slipNumber, const Lines& lines) {
+                  cmdCDF_Click();
+                  finish(slipNumber, lines);
+              });
 }
 
 void frmRequest::cmdSave_Click() {
-    SaveCharges([](const QString&, const std::vector<SlipLine>&) {});
+    SaveCharges([](const QString&, const Lines&) {});
 }
 
 void frmRequest::cmdSavePrint_Click() {
-    SaveCharges([this](const QString& slipNumber, const std::vector<SlipLine>& lines) {
+    SaveCharges([this](const QString& slipNumber, const Lines& lines) {
         MsgBox(QStringLiteral("Record successfully Saved!"));
         SlipPrint::Open(Layout(), Texts(slipNumber), PrintLines(lines, true));
         SlipPrint::Show();
@@ -167,38 +151,36 @@ void frmRequest::cmdSavePrint_Click() {
 }
 
 void frmRequest::cmdRePrint_Click() {
-    const QString slipNumber = m_list->Slip();
     ui->lblMessage->clear();
-    if (m_isWriting)
-        return;
-    if (slipNumber.isEmpty()) {
-        ui->lblMessage->setText(QStringLiteral("There is no slip to be printed again."));
-        return;
-    }
-    const QScopedValueRollback writing(m_isWriting, true);
-    SlipTexts texts = Texts(slipNumber);
-    texts.Doctor = RequestingDoctorOf(slipNumber);
-    texts.IsReprint = true;
-    SlipPrint::Open(Layout(), texts, PrintLines(m_list->LinesOf(slipNumber)));
-    SlipPrint::Show();
+    WriteAlone([this] {
+        const QString slipNumber = m_list->Slip();
+        if (slipNumber.isEmpty()) {
+            ui->lblMessage->setText(QStringLiteral("There is no slip to be printed again."));
+            return;
+        }
+        SlipTexts texts = Texts(slipNumber);
+        texts.Doctor = RequestingDoctorOf(slipNumber);
+        texts.IsReprint = true;
+        SlipPrint::Open(Layout(), texts, PrintLines(m_list->LinesOf(slipNumber)));
+        SlipPrint::Show();
+    });
 }
 
 void frmRequest::cmdRevoke_Click() {
     ui->lblMessage->clear();
-    if (m_isWriting)
-        return;
-    const QScopedValueRollback writing(m_isWriting, true);
-    if (!m_list->IsOnCharge()) {
-        MsgBox(QStringLiteral("There are no Charges to be revoked."), BoxIcon::Information,
-               QStringLiteral("Message"));
-        return;
-    }
-    const QString slipNumber = m_list->Slip();
-    SlipHead head;
-    head.HospNum = m_hospNum;
-    head.IdNum = m_idNum.trimmed();
-    SlipReversal(head, slipNumber, m_fund).Revoke(m_list->LinesOf(slipNumber));
-    m_list->Load(m_idNum);
+    WriteAlone([this] {
+        if (!m_list->IsOnCharge()) {
+            MsgBox(QStringLiteral("There are no Charges to be revoked."), BoxIcon::Information,
+                   QStringLiteral("Message"));
+            return;
+        }
+        const QString slipNumber = m_list->Slip();
+        SlipHead head;
+        head.HospNum = m_hospNum;
+        head.IdNum = m_idNum.trimmed();
+        SlipReversal(head, slipNumber, m_fund).Revoke(m_list->LinesOf(slipNumber));
+        m_list->Load(m_idNum);
+    });
 }
 
 void frmRequest::cmdCDF_Click() {
@@ -230,23 +212,10 @@ void frmRequest::Command1_Click() {
     ui->grdInput->setFocus();
 }
 
-// Enter belongs to the boxes and the sheet, and Esc takes back what is being typed: only a button
-// that has the keyboard closes the window with all that was typed in it.
+// While the list of charges has the keyboard, Esc puts the list away.
 void frmRequest::keyPressEvent(QKeyEvent* event) {
-    const int key = event->key();
-    auto* button = qobject_cast<QPushButton*>(focusWidget());
-    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && button) {
-        if (!event->isAutoRepeat())
-            button->click();
-    } else if (key == Qt::Key_Escape && ui->fraList->isAncestorOf(focusWidget())) {
+    if (event->key() == Qt::Key_Escape && ui->fraList->isAncestorOf(focusWidget()))
         Command1_Click();
-    } else if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Escape) {
-        QDialog::keyPressEvent(event);
-    }
-}
-
-void frmRequest::done(int result) {
-    // A cell left half typed is dropped with the sheet: nothing of it is looked up any more.
-    ui->grdInput->blockSignals(true);
-    QDialog::done(result);
+    else
+        ChargeSheetDialog::keyPressEvent(event);
 }

@@ -1,14 +1,12 @@
 #pragma once
 
-#include <QDialog>
-#include <functional>
 #include <memory>
 
 #include "charges/ChargeList.h"
 #include "charges/ChargeRules.h"
+#include "charges/ChargeSheetDialog.h"
 #include "funds/clsPDAF.h"
 
-class ChargeGrid;
 class PatientOnScreen;
 
 namespace Ui {
@@ -18,7 +16,7 @@ class frmRequest;
 /// The charge sheet of a patient's visit: who asked for it, what was used and done, and what it
 /// costs the patient; saved and printed as a charge slip. Under it the visit's earlier slips, which
 /// can be printed again and revoked. Shown modal over the patient's hub.
-class frmRequest final : public QDialog {
+class frmRequest final : public ChargeSheetDialog {
     Q_OBJECT
 public:
     /// For the patient whose hub is open, who must stay open as long as this window.
@@ -33,7 +31,6 @@ public:
 
     /// Loads at the first showing. Throws base::DatabaseError and shows nothing when that fails.
     void setVisible(bool visible) override;
-    void done(int result) override;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -46,9 +43,8 @@ private:
     SlipHead Head() const;
     SlipTexts Texts(const QString& slipNumber) const;
     SlipPrint::Layout Layout() const;
-    /// What saving shares: `finish` runs after the commit, and then the window closes.
-    void SaveCharges(const std::function<void(const QString& slipNumber,
-                                              const std::vector<SlipLine>& lines)>& finish);
+    /// What both save buttons share; `finish` runs after the commit and the funds.
+    void SaveCharges(const Finish& finish);
     void cmdSave_Click();
     void cmdSavePrint_Click();
     void cmdRePrint_Click();
@@ -65,7 +61,5 @@ private:
     QString m_idNum;
     QString m_hospNum;
     bool m_loaded = false;
-    bool m_isWriting = false;  ///< while a button's action runs, a second press does nothing
-    bool m_isSaved = false;
     int m_heightWithoutList = 0;
 };
