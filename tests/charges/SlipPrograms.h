@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "SlipCase.h"
+#include "charges/CashSlip.h"
 #include "charges/ChargeList.h"
 #include "charges/RequestSlip.h"
 #include "charges/SlipReversal.h"
@@ -31,6 +32,8 @@ public:
                 program.Save();
             else if (work == u"churn")
                 program.SaveAndRevokeForEver();
+            else if (work == u"assess")
+                program.AssessForEver();
             else
                 return program.Print() ? 0 : 3;
             return 0;
@@ -47,17 +50,19 @@ private:
         m_head.CAPDNum = QStringLiteral("C7");
     }
 
-    QString SaveOne() {
-        SlipLine supply{QStringLiteral("CA"),
-                        QStringLiteral("102"),
-                        {},
-                        QStringLiteral("390.25"),
-                        QStringLiteral("2"),
-                        QStringLiteral("780.50"),
-                        QStringLiteral("46"),
-                        QStringLiteral("CA"),
-                        624.4,
-                        156.1};
+    QString SaveOne() { return RequestSlip(m_head, m_fund).Save(Lines()); }
+
+    static std::vector<SlipLine> Lines() {
+        const SlipLine supply{QStringLiteral("CA"),
+                              QStringLiteral("102"),
+                              {},
+                              QStringLiteral("390.25"),
+                              QStringLiteral("2"),
+                              QStringLiteral("780.50"),
+                              QStringLiteral("46"),
+                              QStringLiteral("CA"),
+                              624.4,
+                              156.1};
         const SlipLine fee{QStringLiteral("CY"),
                            QStringLiteral("501"),
                            {},
@@ -78,7 +83,7 @@ private:
                               {},
                               500,
                               0};
-        return RequestSlip(m_head, m_fund).Save({supply, fee, doctor});
+        return {supply, fee, doctor};
     }
 
     void Save() {
@@ -94,6 +99,13 @@ private:
             list.Load(m_head.IdNum);
             SlipReversal(m_head, slip, m_fund).Revoke(list.LinesOf(slip));
         }
+    }
+
+    void AssessForEver() {
+        m_head.IdNum = u'T' + m_head.HospNum + u'C';
+        m_head.Doctor = QStringLiteral("DR. X");
+        for (;;)
+            CashSlip(m_head, QStringLiteral("WALK, IN")).Save(Lines());
     }
 
     // Every slip says what its own station printed and nothing of the other's.

@@ -12,6 +12,7 @@ class tst_SlipPrograms final : public QObject {
     Q_OBJECT
 private slots:
     void init();
+    void Kill_leavesWholeSlips_data();
     void Kill_leavesWholeSlips();
     void ManyPrograms_saveSlipsOfTheirOwn();
     void TwoStations_printTheirOwnSlips();
@@ -21,6 +22,8 @@ private:
     std::unique_ptr<QProcess> Start(const QString& work, int number) const;
     /// Empty when every slip of the patient is whole and all money adds up; else what is wrong.
     QString Fault() const;
+    /// The same of the patient's cash assessments, which touch neither a fund nor the stock.
+    QString CashFault() const;
     QString BrokenFile() const;
 
     std::unique_ptr<ChargeSession> m_session;
@@ -42,6 +45,14 @@ const QString kSlips = QStringLiteral(
     "(SELECT SUM(c.Quantity) FROM BILLING..tbStockCard c WHERE c.RefNum = b.RefNum), "
     "(SELECT SUM(p.Amount) FROM BILLING..tbCompanyPayment p WHERE p.RefNum = b.RefNum AND "
     "p.CancelledAt IS NULL) FROM BILLING..tbBill b WHERE b.IdNum = '%1'");
+const QString kAssessments = QStringLiteral(
+    "SELECT a.RefNum, COUNT(*), SUM(a.Amount), "
+    "(SELECT SUM(d.Amount) FROM BILLING..tbDoctorCharge d WHERE d.RefNum = a.RefNum), "
+    "(SELECT COUNT(*) FROM CLINICAL_AREA..tbCAPDRequest r WHERE r.RefNum = a.RefNum AND "
+    "r.DoctorName = 'DR. X') FROM BILLING..tbCashAssessment a WHERE a.IdNum = 'T%1C' GROUP BY "
+    "a.RefNum");
+const QString kDoctorCharges =
+    QStringLiteral("SELECT COUNT(*) FROM BILLING..tbDoctorCharge WHERE IdNum = 'T%1C'");
 const QString kBrokenFunds = QStringLiteral(
     "SELECT TOP (1) CONCAT(f.AccountNum, ': ', f.FundBalance) FROM BILLING..tbFundAccount f WHERE "
     "f.HospNum = '%1' AND (f.FundBalance < 0 OR f.FundBalance <> f.AllocatedFund - ISNULL((SELECT "
@@ -116,16 +127,42 @@ QString tst_SlipPrograms::Fault() const {
     return BrokenFile();
 }
 
+QString tst_SlipPrograms::CashFault() const {
+    const auto slips = m_session->Connection->Execute(kAssessments.arg(m_case->HospNum));
+    const int count = slips->RecordCount();
+    for (; !slips->Eof(); slips->MoveNext()) {
+        QStringList money;
+        for (int column = 1; column < 5; ++column)
+            money << slips->Fields(column).Text();
+        if (money.join(u'|') != u"3|1730.5|500|1")
+            return slips->Fields(0).Text() + u'|' + money.join(u'|');
+    }
+    if (m_case->Ask(kCounter).toInt() != m_firstSlip + count ||
+        m_case->Ask(kDoctorCharges.arg(m_case->HospNum)).toInt() != count)
+        return QStringLiteral("a number or a fee without its assessment, of %1").arg(count);
+    if (m_case->Ask(kOnHand).toDouble() != m_onHand ||
+        m_case->FundBalances() != QStringLiteral("300|200|5000000"))
+        return QStringLiteral("an assessment touched the stock or a fund");
+    return BrokenFile();
+}
+
+void tst_SlipPrograms::Kill_leavesWholeSlips_data() {
+    QTest::addColumn<QString>("work");
+    QTest::newRow("charged to the account") << QStringLiteral("churn");
+    QTest::newRow("cash") << QStringLiteral("assess");
+}
+
 void tst_SlipPrograms::Kill_leavesWholeSlips() {
+    QFETCH(const QString, work);
     const int kills = IsStress() ? 200 : 20;
     for (int kill = 0; kill < kills; ++kill) {
-        const auto program = Start(QStringLiteral("churn"), 0);
+        const auto program = Start(work, 0);
         QVERIFY(program->waitForReadyRead(30'000));
         QTest::qWait(QRandomGenerator::global()->bounded(40));
         program->kill();
         QVERIFY(program->waitForFinished());
         QVERIFY(program->exitStatus() == QProcess::CrashExit);
-        const QString fault = Fault();
+        const QString fault = work == u"assess" ? CashFault() : Fault();
         QVERIFY2(fault.isEmpty(), qPrintable(fault));
     }
     QVERIFY(m_case->Ask(kCounter).toInt() > m_firstSlip);
