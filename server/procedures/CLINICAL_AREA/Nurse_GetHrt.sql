@@ -20,11 +20,17 @@ BEGIN
 
     SELECT h.RequestNum AS [REQUEST NO.], h.ExamName AS [EXAMINATION NAME],
         h.TransDate AS [TRANS. DATE], h.ResultDate AS [RESULT DATE], h.Form AS [Form],
-        PATIENT_DATA.dbo.fn_GetDoctorName(h.AttendingDoctorID) AS [ATTN. DOCTOR],
-        PATIENT_DATA.dbo.fn_GetDoctorName(h.CardiologistID) AS [CARDIOLOGIST],
+        CASE WHEN a.DoctorID IS NOT NULL THEN CONCAT(a.FirstName, ' ',
+            CASE WHEN ISNULL(a.MiddleName, '') = '' THEN '' ELSE a.MiddleName + ' ' END,
+            a.LastName) END AS [ATTN. DOCTOR],
+        CASE WHEN c.DoctorID IS NOT NULL THEN CONCAT(c.FirstName, ' ',
+            CASE WHEN ISNULL(c.MiddleName, '') = '' THEN '' ELSE c.MiddleName + ' ' END,
+            c.LastName) END AS [CARDIOLOGIST],
         h.Diagnosis AS [Diagnosis], h.Remarks AS [Remarks], h.Resting AS [Resting],
         h.Exercise AS [Exercise], h.Comments AS [Comments], h.Interpretation AS [Interpretation]
     FROM STATION..tbHeartResult h
+    LEFT JOIN PATIENT_DATA..tbDoctor a ON a.DoctorID = h.AttendingDoctorID
+    LEFT JOIN PATIENT_DATA..tbDoctor c ON c.DoctorID = h.CardiologistID
     WHERE h.IdNum = @IdNum
     ORDER BY h.TransDate DESC, h.RequestNum DESC;
 END

@@ -21,11 +21,15 @@ BEGIN
 
     DECLARE @Prefix varchar(8000);
     DECLARE @Today datetime;
+    DECLARE @Year int;
+    DECLARE @Day int;
     DECLARE @IsHospNum bit;
     DECLARE @IsLastName bit;
     SET @Text = ISNULL(LTRIM(RTRIM(@Text)), '');
     SET @Prefix = PATIENT_DATA.dbo.fn_LikePrefix(@Text);
     SET @Today = PATIENT_DATA.dbo.fn_GetToday();
+    SET @Year = YEAR(@Today);
+    SET @Day = MONTH(@Today) * 100 + DAY(@Today);
     SET @IsHospNum = 0;
     SET @IsLastName = 0;
     IF @SearchBy <> '0' AND @SearchBy <> '1'
@@ -40,13 +44,17 @@ BEGIN
 
     IF @IsHospNum = 1
         SELECT m.HospNum, m.LastName, m.FirstName, m.MiddleName, m.BirthDate, m.CivilStatus, m.Sex,
-            PATIENT_DATA.dbo.fn_GetAge(m.BirthDate, @Today) AS Age,
+            @Year - YEAR(m.BirthDate)
+                - CASE WHEN @Day < MONTH(m.BirthDate) * 100 + DAY(m.BirthDate)
+                    THEN 1 ELSE 0 END AS Age,
             m.HouseStreet, m.Barangay, m.Town, m.Province
         FROM PATIENT_DATA..tbMaster m
         WHERE m.HospNum = @Text;
     ELSE IF @IsLastName = 1
         SELECT TOP (500) m.HospNum, m.LastName, m.FirstName, m.MiddleName, m.BirthDate,
-            m.CivilStatus, m.Sex, PATIENT_DATA.dbo.fn_GetAge(m.BirthDate, @Today) AS Age,
+            m.CivilStatus, m.Sex, @Year - YEAR(m.BirthDate)
+                - CASE WHEN @Day < MONTH(m.BirthDate) * 100 + DAY(m.BirthDate)
+                    THEN 1 ELSE 0 END AS Age,
             m.HouseStreet, m.Barangay, m.Town, m.Province
         FROM PATIENT_DATA..tbMaster m
         WHERE m.LastName = @Text
@@ -54,7 +62,9 @@ BEGIN
     ELSE IF @Current = '1'
         -- Such visits are few: they lead, whatever was typed.
         SELECT TOP (500) m.HospNum, m.LastName, m.FirstName, m.MiddleName, m.BirthDate,
-            m.CivilStatus, m.Sex, PATIENT_DATA.dbo.fn_GetAge(m.BirthDate, @Today) AS Age,
+            m.CivilStatus, m.Sex, @Year - YEAR(m.BirthDate)
+                - CASE WHEN @Day < MONTH(m.BirthDate) * 100 + DAY(m.BirthDate)
+                    THEN 1 ELSE 0 END AS Age,
             m.HouseStreet, m.Barangay, m.Town, m.Province
         FROM PATIENT_DATA..tbMaster m
         WHERE m.HospNum IN (
@@ -72,14 +82,18 @@ BEGIN
         ORDER BY m.LastName, m.FirstName;
     ELSE IF @SearchBy = '0'
         SELECT TOP (500) m.HospNum, m.LastName, m.FirstName, m.MiddleName, m.BirthDate,
-            m.CivilStatus, m.Sex, PATIENT_DATA.dbo.fn_GetAge(m.BirthDate, @Today) AS Age,
+            m.CivilStatus, m.Sex, @Year - YEAR(m.BirthDate)
+                - CASE WHEN @Day < MONTH(m.BirthDate) * 100 + DAY(m.BirthDate)
+                    THEN 1 ELSE 0 END AS Age,
             m.HouseStreet, m.Barangay, m.Town, m.Province
         FROM PATIENT_DATA..tbMaster m
         WHERE m.LastName LIKE @Prefix ESCAPE '!'
         ORDER BY m.LastName, m.FirstName;
     ELSE IF LEFT(@Text, 1) BETWEEN '0' AND '9'
         SELECT m.HospNum, m.LastName, m.FirstName, m.MiddleName, m.BirthDate, m.CivilStatus, m.Sex,
-            PATIENT_DATA.dbo.fn_GetAge(m.BirthDate, @Today) AS Age,
+            @Year - YEAR(m.BirthDate)
+                - CASE WHEN @Day < MONTH(m.BirthDate) * 100 + DAY(m.BirthDate)
+                    THEN 1 ELSE 0 END AS Age,
             m.HouseStreet, m.Barangay, m.Town, m.Province
         FROM PATIENT_DATA..tbMaster m
         WHERE m.HospNum IN (
@@ -89,7 +103,9 @@ BEGIN
         ORDER BY m.LastName, m.FirstName;
     ELSE
         SELECT m.HospNum, m.LastName, m.FirstName, m.MiddleName, m.BirthDate, m.CivilStatus, m.Sex,
-            PATIENT_DATA.dbo.fn_GetAge(m.BirthDate, @Today) AS Age,
+            @Year - YEAR(m.BirthDate)
+                - CASE WHEN @Day < MONTH(m.BirthDate) * 100 + DAY(m.BirthDate)
+                    THEN 1 ELSE 0 END AS Age,
             m.HouseStreet, m.Barangay, m.Town, m.Province
         FROM PATIENT_DATA..tbMaster m
         WHERE m.HospNum IN (
