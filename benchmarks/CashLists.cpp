@@ -39,7 +39,7 @@ QString HospitalOfAssessments() {
                          .addSecs(number / 2 * 60)
                          .toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"))
                          .toStdString());
-        line.Bind(6, std::to_string(200000 + number % 2000));
+        line.Bind(6, std::to_string(200001 + number / 2 % 2000));
         line.Write();
     }
     file.Run("COMMIT");
