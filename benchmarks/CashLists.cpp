@@ -46,6 +46,17 @@ QString HospitalOfAssessments() {
     return path;
 }
 
+// The yardstick's age: today's date stands in the text, so that no row has to ask for it.
+std::string AgeOfToday() {
+    const QDate today = QDate::currentDate();
+    return QStringLiteral(
+               "%1 - CAST(substr(m.BirthDate, 1, 4) AS INTEGER) - ('%2' < "
+               "substr(m.BirthDate, 6, 5))")
+        .arg(today.year())
+        .arg(today.toString(QStringLiteral("MM-dd")))
+        .toStdString();
+}
+
 }  // namespace
 
 // The status list of 50,000 lines, from Enter to painted.
@@ -62,13 +73,14 @@ void StatusList() {
         "SELECT a.PatientName, a.ItemCode, COALESCE(o.OtherRevenue, g.DrugName), a.Quantity, "
         "a.RefNum, a.Amount, CASE WHEN a.RecordStatus = 'R' THEN 'REVOKED' WHEN a.ORNum > '' THEN "
         "'OR ' || a.ORNum ELSE 'PENDING' END, a.RecordStatus, a.AssessID, a.IdNum, a.RevenueID, "
-        "a.RequestDoctor, CAST(strftime('%Y', 'now') AS INTEGER) - CAST(substr(m.BirthDate, 1, 4) "
-        "AS INTEGER) - (strftime('%m-%d', 'now') < substr(m.BirthDate, 6, 5)), m.Sex, CASE WHEN "
-        "m.MSSClassification > '' THEN 'S' ELSE 'P' END, a.HospNum, a.TransDate FROM "
-        "\"BILLING..tbCashAssessment\" a LEFT JOIN \"BILLING..tbOtherRevenue\" o ON o.RevenueID = "
-        "a.RevenueID AND o.ItemCode = a.ItemCode LEFT JOIN \"BILLING..tbDrug\" g ON g.DrugCode = "
-        "a.ItemCode LEFT JOIN \"PATIENT_DATA..tbMaster\" m ON m.HospNum = a.HospNum ORDER BY "
-        "a.TransDate DESC, a.AssessID");
+        "a.RequestDoctor, " +
+            AgeOfToday() +
+            ", m.Sex, CASE WHEN m.MSSClassification > '' THEN 'S' ELSE 'P' END, a.HospNum, "
+            "a.TransDate FROM \"BILLING..tbCashAssessment\" a LEFT JOIN "
+            "\"BILLING..tbOtherRevenue\" o ON o.RevenueID = a.RevenueID AND o.ItemCode = "
+            "a.ItemCode LEFT JOIN \"BILLING..tbDrug\" g ON g.DrugCode = a.ItemCode LEFT JOIN "
+            "\"PATIENT_DATA..tbMaster\" m ON m.HospNum = a.HospNum ORDER BY a.TransDate DESC, "
+            "a.AssessID");
     Print(Alternate(
         QStringLiteral("status-50k"), 7,
         [&] {
@@ -90,8 +102,9 @@ void ListingLarge() {
     const BareSqlite bare(file);
     const std::string columns =
         "SELECT m.HospNum, m.LastName, m.FirstName, m.MiddleName, m.BirthDate, m.CivilStatus, "
-        "m.Sex, CAST(strftime('%Y', 'now') AS INTEGER) - CAST(substr(m.BirthDate, 1, 4) AS "
-        "INTEGER) - (strftime('%m-%d', 'now') < substr(m.BirthDate, 6, 5)), m.HouseStreet, "
+        "m.Sex, " +
+        AgeOfToday() +
+        ", m.HouseStreet, "
         "m.Barangay, m.Town, m.Province FROM \"PATIENT_DATA..tbMaster\" m WHERE ";
     const std::string byName =
         "m.LastName >= ?1 AND m.LastName < ?2 ORDER BY m.LastName, m.FirstName LIMIT 500";
