@@ -62,6 +62,7 @@ const std::vector<Measure>& AllMeasures() {
         {QStringLiteral("hub-open"), false, HubOpen},
         {QStringLiteral("item-enter"), false, ItemEnter},
         {QStringLiteral("slip-save"), false, SlipSave},
+        {QStringLiteral("slip-first-page"), false, SlipFirstPage},
         {QStringLiteral("summary"), false, Summary},
         {QStringLiteral("round-trip"), false, RoundTrip},
         {QStringLiteral("results-10k"), false, ResultList},

@@ -54,6 +54,7 @@ void HubOpen();
 void ItemEnter();
 void RoundTrip();
 void ResultList();
+void SlipFirstPage();
 void SlipSave();
 void Registration();
 void VisitsChart();
