@@ -23,10 +23,18 @@ std::string TableOf(const std::string& columns) {
     return first.substr(0, first.rfind('.'));
 }
 
+// Every procedure is a savepoint: what it could undo is kept in memory, not in files beside the
+// hospital's. Counts for the whole program, before its first database.
+void KeepUndoInMemory() {
+    static const int told = sqlite3_config(SQLITE_CONFIG_STMTJRNL_SPILL, -1);
+    Q_UNUSED(told);
+}
+
 }  // namespace
 
 Database::Database(const QString& file, bool create, bool readOnly, int busyMilliseconds)
     : m_file(file), m_busyMilliseconds(busyMilliseconds) {
+    KeepUndoInMemory();
     int flags = SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
     QByteArray name = file.toUtf8();
     if (readOnly) {
