@@ -1,6 +1,7 @@
 #include "hub/ClinicalSummary.h"
 
 #include <QDate>
+#include <algorithm>
 
 #include "base/Dates.h"
 #include "base/Numbers.h"
@@ -52,6 +53,16 @@ QString TrimmedRight(QString text) {
     while (text.endsWith(u' '))
         text.chop(1);
     return text;
+}
+
+// A number that lost digits is another number: 1000 must not read as 100, nor a strength of 500 mg
+// as 50. Such a cell is written whole and pushes the rest of its line.
+QString FitMedicine(const QString& text, int width) {
+    const QString whole = text.trimmed();
+    const auto isDigit = [](QChar sign) { return sign.isDigit(); };
+    if (std::any_of(whole.cbegin() + qMin(qsizetype(width), whole.size()), whole.cend(), isDigit))
+        return whole;
+    return FitText(whole, width, kToWidth);
 }
 
 std::shared_ptr<db::Recordset> ResultsOf(const QString& number, const QString& type) {
@@ -181,9 +192,9 @@ void ClinicalSummary::WriteMedicines(const SummaryStay& stay) {
             if (field("Transdate").Value().IsNull())
                 return;
             m_text.AppendRun(fit(DayText(field("Transdate").Value()), 10) + Blanks(3) +
-                                 fit(field("Drug Name").Text(), 30) + Blanks(5) +
-                                 fit(field("Dosage").Text(), 20) + Blanks(5) +
-                                 fit(field("Quantity").Text(), 3) + Blanks(2) + kLineEnd,
+                                 FitMedicine(field("Drug Name").Text(), 30) + Blanks(5) +
+                                 FitMedicine(field("Dosage").Text(), 20) + Blanks(5) +
+                                 FitMedicine(field("Quantity").Text(), 3) + Blanks(2) + kLineEnd,
                              8, kCourier, kBlack, false);
         });
     }

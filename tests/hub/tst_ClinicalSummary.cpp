@@ -62,6 +62,8 @@ private slots:
     void FitText_fills_cuts_andCentres();
     void Run_goesBehindOrInFrontOfTheSelection();
     void Summary_ofAnAdmission();
+    void Medicine_losesNoDigit_data();
+    void Medicine_losesNoDigit();
     void Summary_ofAVisit();
     void Summary_ofAnUnknownStayHasNoPatient();
     void Summary_bearsAnyText_data();
@@ -180,6 +182,45 @@ void tst_ClinicalSummary::Summary_ofAnAdmission() {
     QVERIFY(Line(m_document, QStringLiteral("NEVER")).isEmpty());
     QCOMPARE(m_progress, (QList<int>{50, 100}));
     QVERIFY(!m_document.toPlainText().contains(QStringLiteral("Xray")));
+}
+
+void tst_ClinicalSummary::Medicine_losesNoDigit_data() {
+    QTest::addColumn<QString>("drug");
+    QTest::addColumn<QString>("dosage");
+    QTest::addColumn<QString>("quantity");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("quantities")
+        << "D"
+        << "1 TAB"
+        << "1000"
+        << "D                                  1 TAB                    1000  ";
+    QTest::newRow("half a unit")
+        << "D"
+        << "1 TAB"
+        << "12.5"
+        << "D                                  1 TAB                    12.5  ";
+    QTest::newRow("a strength and an hour")
+        << "CALCIUM CARBONATE TABLETS COATED 500 mg"
+        << "1 TAB EVERY MORNING AT 10"
+        << "2"
+        << "CALCIUM CARBONATE TABLETS COATED 500 mg     1 TAB EVERY MORNING AT 10     2    ";
+    QTest::newRow("words alone are cut")
+        << "CALCIUM CARBONATE 500 mg TABLETS COATED"
+        << "1 TAB EVERY MORNING, FASTING"
+        << "2"
+        << "CALCIUM CARBONATE 500 mg TABLE     1 TAB EVERY MORNING,     2    ";
+}
+
+void tst_ClinicalSummary::Medicine_losesNoDigit() {
+    QFETCH(QString, drug);
+    QFETCH(QString, dosage);
+    QFETCH(QString, quantity);
+    Run(QStringLiteral("INSERT INTO STATION..tbMedicineGiven (HospNum, IdNum, TransDate, DrugCode, "
+                       "DrugName, Dosage, Quantity) VALUES ('HS1', '99001', '2026-01-09', '3', "
+                       "'%1', '%2', %3)")
+            .arg(drug, dosage, quantity));
+    Compose(QStringLiteral("99001"));
+    QTEST(Line(m_document, QStringLiteral("1/9/2026")).mid(13), "line");
 }
 
 void tst_ClinicalSummary::Summary_ofAVisit() {
