@@ -1,7 +1,9 @@
 #include "embedded/Database.h"
 
+#include <QFileInfo>
 #include <QRandomGenerator>
 #include <QUrl>
+#include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <thread>
@@ -74,6 +76,19 @@ int Database::Wait(void* self, int count) {
     return 1;
 }
 
+void Database::RefuseCommitsWhenLost() {
+    sqlite3_commit_hook(m_handle, &Database::IsLost, this);
+}
+
+// An open file goes on taking rows after it was deleted or replaced, and they go with it when the
+// program ends: they must not be told as saved.
+int Database::IsLost(void* self) {
+    const auto* database = static_cast<Database*>(self);
+    int moved = 0;
+    sqlite3_file_control(database->m_handle, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved != 0 || !QFileInfo::exists(database->m_file + QStringLiteral("-wal"));
+}
+
 PreparedStatement Database::Prepare(std::string_view sql, bool lasting) {
     sqlite3_stmt* statement = nullptr;
     const unsigned flags = lasting ? SQLITE_PREPARE_PERSISTENT : 0;
@@ -128,19 +143,41 @@ Failure Database::LastFailure() const {
             return Failure(1222, "Lock request time out period exceeded: '" + file +
                                      "' is in use by another program.");
         case SQLITE_READONLY:
-            return Failure(3906, "Failed to update '" + file + "' because it is read-only.");
         case SQLITE_FULL:
-            return Failure(1105, "Could not write to '" + file + "': the disk is full.");
         case SQLITE_CANTOPEN:
-            return Failure(5133, "The file '" + file + "' cannot be opened.");
         case SQLITE_NOTADB:
         case SQLITE_CORRUPT:
-            return Failure(824, "The file '" + file + "' is damaged: " + message + ".");
         case SQLITE_IOERR:
+            return FileFailure(code, message);
+        default:
+            return Failure(8180, "Statement could not be run: " + message + ".");
+    }
+}
+
+Failure Database::FileFailure(int code, const std::string& message) const {
+    const std::string file = m_file.toStdString();
+    const Failure full(1105, "Could not write to '" + file + "': the disk is full.");
+    switch (code & 0xFF) {
+        case SQLITE_READONLY:
+            if (code == SQLITE_READONLY_DIRECTORY || code == SQLITE_READONLY_CANTINIT) {
+                return Failure(3906, "Failed to update '" + file +
+                                         "' because no files may be made in its folder.");
+            }
+            return Failure(3906, "Failed to update '" + file + "' because it is read-only.");
+        case SQLITE_FULL:
+            return full;
+        case SQLITE_CANTOPEN:
+            return Failure(5133, "The file '" + file + "' cannot be opened.");
+        case SQLITE_IOERR:
+            // The files beside the hospital's are lengthened in ways that tell a full disk apart
+            // only by the system's own number.
+            if (sqlite3_system_errno(m_handle) == ENOSPC) {
+                return full;
+            }
             return Failure(823,
                            "The file '" + file + "' cannot be read or written: " + message + ".");
         default:
-            return Failure(8180, "Statement could not be run: " + message + ".");
+            return Failure(824, "The file '" + file + "' is damaged: " + message + ".");
     }
 }
 
@@ -154,6 +191,11 @@ Failure Database::ConstraintFailure(int code, const std::string& message) const 
                            "Violation of PRIMARY KEY or UNIQUE constraint. Cannot insert "
                            "duplicate key in object '" +
                                TableOf(what) + "'.");
+        case SQLITE_CONSTRAINT_COMMITHOOK:
+            return Failure(5120, "The hospital file '" + m_file.toStdString() +
+                                     "' was deleted, moved or replaced while the program was "
+                                     "running. Nothing was saved. Leave the program open and call "
+                                     "your administrator.");
         case SQLITE_CONSTRAINT_NOTNULL:
             return Failure(515, "Cannot insert the value NULL into column '" +
                                     what.substr(what.rfind('.') + 1) + "', table '" +

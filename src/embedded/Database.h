@@ -34,6 +34,9 @@ public:
     bool Step(sqlite3_stmt* statement);
     qint64 Number(const char* sql);
     bool InTransaction() const { return sqlite3_get_autocommit(m_handle) == 0; }
+    /// From now on a commit fails, undone, when the file or its log is no longer where it was
+    /// opened.
+    void RefuseCommitsWhenLost();
     /// Changes whenever another session has written to the file; costs nothing.
     unsigned DataVersion() const;
     /// What went wrong last.
@@ -41,6 +44,8 @@ public:
 
 private:
     static int Wait(void* self, int count);
+    static int IsLost(void* self);
+    Failure FileFailure(int code, const std::string& message) const;
     Failure ConstraintFailure(int code, const std::string& message) const;
 
     sqlite3* m_handle = nullptr;

@@ -98,6 +98,7 @@ std::unique_ptr<Database> Open(const QString& file, int busyMilliseconds) {
         throw Unfit(file, "is not a hospital file");
     }
     database->Run("PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY");
+    database->RefuseCommitsWhenLost();
     return database;
 }
 

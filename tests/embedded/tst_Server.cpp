@@ -70,6 +70,8 @@ private slots:
     void Opening_refusesAFileCutShort();
     void Opening_refusesAFileLockedByAnother();
     void Opening_readsAReadOnlyFileAndRefusesTheFirstWrite();
+    void Write_isRefusedOnceTheFileIsGone_data();
+    void Write_isRefusedOnceTheFileIsGone();
     void Create_leavesNothingBehindWhereItFails();
     void Rows_areThereAfterReopening();
     void TwoSessions_haveDifferentNumbers();
@@ -183,6 +185,40 @@ void tst_Server::Opening_readsAReadOnlyFileAndRefusesTheFirstWrite() {
     QString text;
     QCOMPARE(ErrorOf([&] { Rows(server, QStringLiteral("sp_Next")); }, &text), 3906);
     QVERIFY(text.contains(File()));
+}
+
+void tst_Server::Write_isRefusedOnceTheFileIsGone_data() {
+    QTest::addColumn<QString>("harm");
+    for (const char* harm : {"deleted", "moved", "replaced", "log deleted"})
+        QTest::newRow(harm) << harm;
+}
+
+void tst_Server::Write_isRefusedOnceTheFileIsGone() {
+    QFETCH(QString, harm);
+    MakeHospital();
+    Server server(File(), Server::Mode::OpenExisting);
+    QCOMPARE(Rows(server, QStringLiteral("sp_Next")), QStringList{QStringLiteral("1")});
+    if (harm == u"replaced")
+        QVERIFY(QFile::copy(File(), File("backup.capd")));
+    if (harm == u"moved")
+        QVERIFY(QFile::rename(File(), File("elsewhere.capd")));
+    else
+        QVERIFY(QFile::remove(harm == u"log deleted" ? File("hospital.capd-wal") : File()));
+    if (harm == u"replaced")
+        QVERIFY(QFile::rename(File("backup.capd"), File()));
+
+    // Alone, as a client's transaction, and in a procedure's own one.
+    const QString alone = QStringLiteral("UPDATE tbCounter SET Last = 7");
+    QString text;
+    QCOMPARE(ErrorOf([&] { Rows(server, alone); }, &text), 5120);
+    QVERIFY2(text.contains(File()), qPrintable(text));
+    QCOMPARE(ErrorOf([&] { Rows(server, QStringLiteral("sp_Next")); }), 5120);
+    server.BeginTrans();
+    Rows(server, alone);
+    QCOMPARE(ErrorOf([&] { server.CommitTrans(); }), 5120);
+    QCOMPARE(server.TransactionDepth(), 0);
+    QCOMPARE(Rows(server, QStringLiteral("SELECT Last FROM tbCounter")),
+             QStringList{QStringLiteral("1")});
 }
 
 void tst_Server::Create_leavesNothingBehindWhereItFails() {
