@@ -3,6 +3,7 @@
 #include <sql.h>
 #include <sqlext.h>
 
+#include <algorithm>
 #include <array>
 
 namespace db {
@@ -11,7 +12,9 @@ namespace {
 
 QStringList NamesIn(SQLHENV environment) {
     QStringList names;
-    std::array<SQLWCHAR, SQL_MAX_DSN_LENGTH + 1> name{};
+    // Driver managers keep longer names than the 32 signs of the standard, and tell the whole
+    // length of a name that they cut.
+    std::array<SQLWCHAR, 256> name{};
     std::array<SQLWCHAR, 256> description{};
     SQLSMALLINT nameLength = 0;
     SQLSMALLINT descriptionLength = 0;
@@ -19,7 +22,8 @@ QStringList NamesIn(SQLHENV environment) {
     while (SQL_SUCCEEDED(SQLDataSourcesW(environment, direction, name.data(),
                                          SQLSMALLINT(name.size()), &nameLength, description.data(),
                                          SQLSMALLINT(description.size()), &descriptionLength))) {
-        names << QString::fromUtf16(reinterpret_cast<const char16_t*>(name.data()), nameLength);
+        names << QString::fromUtf16(reinterpret_cast<const char16_t*>(name.data()),
+                                    std::min<qsizetype>(nameLength, name.size() - 1));
         direction = SQL_FETCH_NEXT;
     }
     names.sort(Qt::CaseInsensitive);

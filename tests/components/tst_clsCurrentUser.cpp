@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressDialog>
+#include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -23,9 +24,17 @@ class tst_clsCurrentUser final : public QObject {
 private slots:
     void initTestCase() {
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
+        QFile sources(m_settings.filePath(QStringLiteral("odbc.ini")));
+        QVERIFY(sources.open(QIODevice::WriteOnly));
+        sources.write("[Ward]\nDriver=SQLite3\nDatabase=" + m_settings.path().toUtf8() +
+                      "/ward.db\n[A central server with a name of its own, over 32 signs]\n"
+                      "Driver=FreeTDS\nServer=127.0.0.1\nPort=9\n");
+        sources.close();
+        qputenv("ODBCINI", sources.fileName().toUtf8());
     }
     void init();
     void ShowMain_logsIn();
+    void ShowMain_listsTheServersAndTestsThem();
     void ShowMain_refusesAndAsksAgain();
     void ShowMain_cancelledLeavesNobodyConnected();
     void ShowMain_asksANewHospitalsFirstUser();
@@ -87,6 +96,34 @@ void tst_clsCurrentUser::ShowMain_logsIn() {
     QVERIFY(m_user->SQLConnection());
     QVERIFY(!m_user->EmployeeCode().isEmpty());
     QVERIFY(!m_user->ServerName().isEmpty());
+}
+
+void tst_clsCurrentUser::ShowMain_listsTheServersAndTestsThem() {
+    const QString longName =
+        QStringLiteral("A central server with a name of its own, over 32 signs");
+    const auto choose = [](QDialog& dialog, const QString& name) {
+        auto* sources = dialog.findChild<QComboBox*>(QStringLiteral("cboSource"));
+        sources->setCurrentIndex(sources->findText(QStringLiteral("Server: ") + name));
+        dialog.findChild<QPushButton*>(QStringLiteral("cmdTest"))->click();
+    };
+    QStringList said;
+    bool refused = true;
+    const auto look = [&](QDialog& dialog) {
+        auto* refusal = dialog.findChild<QLabel*>(QStringLiteral("lblRefusal"));
+        choose(dialog, QStringLiteral("Ward"));
+        said << dialog.findChild<QLabel*>(QStringLiteral("lblDemo"))->text();
+        choose(dialog, longName);
+        said << dialog.findChild<QLabel*>(QStringLiteral("lblDemo"))->text() << refusal->text();
+        QTest::keyClick(dialog.findChild<QLineEdit*>(QStringLiteral("txtPassword")), Qt::Key_X);
+        refused = refusal->isVisible();
+        dialog.reject();
+    };
+    Play({look});
+    m_user->ShowMain();
+    QCOMPARE(said.value(0), QStringLiteral("The server answers and takes this user."));
+    QCOMPARE(said.value(1), QString());
+    QVERIFY(!said.value(2).isEmpty());
+    QVERIFY(!refused);
 }
 
 void tst_clsCurrentUser::ShowMain_refusesAndAsksAgain() {

@@ -16,6 +16,9 @@ frmLogin::frmLogin(std::vector<DataSource> sources, QWidget* parent)
     for (const DataSource& source : m_sources)
         ui->cboSource->addItem(source.Title());
     connect(ui->cboSource, &QComboBox::currentIndexChanged, this, &frmLogin::cboSource_Change);
+    // What was said of one user or server is not said of the next.
+    for (QLineEdit* box : {ui->txtUser, ui->txtPassword})
+        connect(box, &QLineEdit::textEdited, this, &frmLogin::cboSource_Change);
     connect(ui->cmdLogIn, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui->cmdTest, &QPushButton::clicked, this, &frmLogin::cmdTest_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -68,6 +71,7 @@ void frmLogin::cmdTest_Click() {
 }
 
 void frmLogin::cboSource_Change() {
+    ui->lblRefusal->hide();
     ui->cmdTest->setVisible(!Source().IsEmbedded());
     const bool demo = Source().Where == DataSource::Kind::Demo;
     ui->lblDemo->setText(demo ? QStringLiteral("Practice data. User: %1, password: %2")
