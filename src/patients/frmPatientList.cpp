@@ -138,8 +138,14 @@ QString frmPatientList::SearchMode() const {
 void frmPatientList::Search(const QString& hospNum, const QString& idNum, const QString& lastName) {
     Run(SearchCommand(SearchMode(), hospNum, idNum, lastName));
     m_searchedType = ui->OptPatientType->checkedId();
+    // The first row becomes the chosen patient with the keyboard on it: what a key would act on
+    // is what the status bar names.
+    if (ui->lvwSearchPatient->isVisible())
+        ui->lvwSearchPatient->setCurrentIndex(m_rows->index(0, 0));
 }
 
+// A patient who has left the list meanwhile, as one of yesterday's does at midnight, stays the
+// chosen one: nobody else becomes it.
 void frmPatientList::Renew() {
     const QString chosen = m_idNum;
     Run(m_lastSearch);
@@ -173,12 +179,8 @@ void frmPatientList::ShowRows() {
     ui->lvwSearchPatient->setEnabled(true);
     ui->lblRecCount->setText(
         QStringLiteral("Total No. of Records: %1").arg(m_recordset.RecordCount()));
-    // The first row becomes the chosen patient with the keyboard on it: what a key would act on
-    // is what the status bar names.
-    if (ui->lvwSearchPatient->isVisible()) {
+    if (ui->lvwSearchPatient->isVisible())
         ui->lvwSearchPatient->setFocus(Qt::OtherFocusReason);
-        ui->lvwSearchPatient->setCurrentIndex(m_rows->index(0, 0));
-    }
 }
 
 void frmPatientList::RememberRow(int row) {

@@ -98,10 +98,20 @@ void ListView::currentChanged(const QModelIndex& current, const QModelIndex& pre
 }
 
 void ListView::focusInEvent(QFocusEvent* event) {
-    // Whoever comes by key needs a row to stand on; a mouse brings its own.
-    if (event->reason() != Qt::MouseFocusReason && !currentIndex().isValid() && model())
+    // Whoever comes by key needs a row to stand on. A mouse brings its own; a sheet that closes
+    // above the list chooses nobody, though the tree itself would.
+    const bool byKey = event->reason() == Qt::TabFocusReason ||
+                       event->reason() == Qt::BacktabFocusReason ||
+                       event->reason() == Qt::ShortcutFocusReason;
+    if (currentIndex().isValid() || !model()) {
+        QTreeView::focusInEvent(event);
+    } else if (byKey) {
         setCurrentIndex(model()->index(0, 0));
-    QTreeView::focusInEvent(event);
+        QTreeView::focusInEvent(event);
+    } else {
+        QAbstractScrollArea::focusInEvent(event);
+        viewport()->update();
+    }
 }
 
 void ListView::keyPressEvent(QKeyEvent* event) {

@@ -160,7 +160,7 @@ void tst_mdiCAPD::PatientSearch_cannotBeClosedAlone() {
 // Two patients of the first list, one after the other.
 void tst_mdiCAPD::Hub_isOneWindowOverTheList() {
     auto* list = m_frame->findChild<toolkit::ListView*>();
-    list->setFocus();
+    list->setFocus(Qt::TabFocusReason);
     for (const QString& idNum : {QStringLiteral("A1B"), QStringLiteral("A2B")}) {
         m_fakes->Patients->Patient.IDNumber = idNum;
         QTest::keyClick(list, Qt::Key_Return);
@@ -184,7 +184,7 @@ void tst_mdiCAPD::Hub_closedByKeyGivesTheListBack_data() {
 void tst_mdiCAPD::Hub_closedByKeyGivesTheListBack() {
     QFETCH(int, key);
     auto* list = m_frame->findChild<toolkit::ListView*>();
-    list->setFocus();
+    list->setFocus(Qt::TabFocusReason);
     QTest::keyClick(list, Qt::Key_Return);
     QPointer<frmFinal> hub = m_frame->findChild<frmFinal*>();
     QTRY_VERIFY(hub->isVisible());

@@ -172,6 +172,7 @@ private slots:
     void Rows_showTheirColumns();
     void Keys_searchAndReachTheList();
     void Row_isChosenByKeyAndMouse();
+    void Renew_choosesNobodyElse();
     void Row_opensAsItWasSearched_data();
     void Row_opensAsItWasSearched();
     void Row_unknownToTheListingIsNamed();
@@ -413,6 +414,25 @@ void tst_frmPatientList::Row_isChosenByKeyAndMouse() {
     QCOMPARE(window.Form.IdNum(), QStringLiteral("A11B"));
     QCOMPARE(window.Cell(0, 0), QStringLiteral("A11B"));
     QCOMPARE(window.List().currentIndex().row(), 0);
+}
+
+void tst_frmPatientList::Renew_choosesNobodyElse() {
+    Window window;
+    window.SearchFor("txtLastName", QStringLiteral("A"));
+    QTest::keyClick(&window.List(), Qt::Key_Down);
+    QSignalSpy chosen(&window.Form, &frmPatientList::PatientChosen);
+    window.Form.Renew();
+    QCOMPARE(window.List().currentIndex().row(), 1);
+    for (const QVariantList& patient : chosen)
+        QCOMPARE(patient[1], QVariant(QStringLiteral("A11B")));
+    chosen.clear();
+    // The patient has left the list; a sheet above it closes.
+    RecordingDriver::Answer = kTwoPatients.mid(0, 1);
+    window.Form.Renew();
+    QFocusEvent back(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(&window.List(), &back);
+    QVERIFY(chosen.isEmpty());
+    QCOMPARE(window.Form.IdNum(), QStringLiteral("A11B"));
 }
 
 void tst_frmPatientList::Row_opensAsItWasSearched_data() {
