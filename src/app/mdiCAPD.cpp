@@ -1,6 +1,7 @@
 #include "app/mdiCAPD.h"
 
 #include <QCloseEvent>
+#include <QDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMdiSubWindow>
@@ -115,6 +116,13 @@ bool mdiCAPD::eventFilter(QObject* watched, QEvent* event) {
     }
     if (m_patientListFrame && watched == ui->mdiArea->viewport() && event->type() == QEvent::Resize)
         FitChildren();
+    // Where a box and the sheet under it close at once, window managers may leave the keys to
+    // nobody.
+    if (event->type() == QEvent::Hide && !event->spontaneous()) {
+        const auto* dialog = qobject_cast<QDialog*>(watched);
+        if (dialog && dialog->parentWidget())
+            dialog->parentWidget()->window()->activateWindow();
+    }
     // In a text box Ctrl+C or Ctrl+A still means the menu; Ctrl+Insert copies.
     if (event->type() == QEvent::ShortcutOverride && isActiveWindow()) {
         const auto* key = static_cast<QKeyEvent*>(event);
