@@ -24,6 +24,14 @@
 using components::PatientLister;
 using toolkit::BoxIcon;
 
+namespace {
+
+QString FullName(const QString& last, const QString& first, const QString& middle) {
+    return QStringLiteral("%1, %2 %3").arg(last, first, middle).trimmed();
+}
+
+}  // namespace
+
 mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new QLabel(this)) {
     ui->setupUi(this);
     connect(ui->mnuNew, &QAction::triggered, this, &mdiCAPD::NewRegistration);
@@ -162,6 +170,8 @@ void mdiCAPD::NewRegistration() {
     if (!ListPatient(idNum))
         return;
     const components::ListedPatient patient = modGlobals::gOutpatientSearch->Outpatient();
+    if (!IsMeant(patient))
+        return;
     auto sheet = std::make_unique<frmRegistration>(this);
     sheet->SetHospNum(patient.HospitalNumber);
     sheet->ShowPatient(patient, idNum, capdNum);
@@ -179,14 +189,14 @@ void mdiCAPD::RegisterVisit() {
                         BoxIcon::Information, QStringLiteral("Message"));
         return;
     }
-    const components::ListedPatient& patient = modGlobals::gOutpatientSearch->Outpatient();
+    const components::ListedPatient patient = modGlobals::gOutpatientSearch->Outpatient();
+    if (!IsMeant(patient))
+        return;
     auto* visit = new frmCAPDVisit(this);
     visit->SetCAPDNum(capdNum);
     visit->SetHospNum(hospNum);
     visit->SetIdNum(idNum);
-    visit->SetPatientName(QStringLiteral("%1, %2 %3")
-                              .arg(patient.LastName, patient.FirstName, patient.MiddleName)
-                              .trimmed());
+    visit->SetPatientName(FullName(patient.LastName, patient.FirstName, patient.MiddleName));
     ShowModal(visit);
 }
 
@@ -208,6 +218,20 @@ bool mdiCAPD::ListPatient(QString& idNum) {
             ? QStringLiteral("No patient was chosen.")
             : QStringLiteral("There is no out-patient visit with the number %1.").arg(wanted));
     return false;
+}
+
+// Both sheets are the list's chosen patient's, while the name in sight is the hub's.
+bool mdiCAPD::IsMeant(const components::ListedPatient& chosen) const {
+    const bool inHub = m_hubFrame && ui->mdiArea->activeSubWindow() == m_hubFrame;
+    if (!inHub || m_hub->HospNum().trimmed() == chosen.HospitalNumber.trimmed())
+        return true;
+    const QString inSight = FullName(m_hub->LastName(), m_hub->FirstName(), m_hub->MiddleName());
+    const QString name = FullName(chosen.LastName, chosen.FirstName, chosen.MiddleName);
+    return toolkit::MsgBox(QStringLiteral("This window shows %1, but in the patient list %2 is "
+                                          "chosen.\n\nGo on with %2?")
+                               .arg(inSight, name),
+                           BoxIcon::Exclamation, QStringLiteral("Message"),
+                           toolkit::BoxButtons::YesNo) == toolkit::BoxAnswer::Yes;
 }
 
 void mdiCAPD::PatientOpened(const OpenedPatient& patient) {

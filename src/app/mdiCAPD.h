@@ -13,6 +13,9 @@ class QMdiSubWindow;
 class frmFinal;
 class frmPatientList;
 struct OpenedPatient;
+namespace components {
+struct ListedPatient;
+}
 
 /// The main frame: the patient search as its child, the menus and the toolbar of the unit.
 class mdiCAPD final : public QMainWindow {
@@ -51,6 +54,8 @@ private:
     bool IsMenuShortcut(const QKeySequence& keys) const;
     /// False, told in the status bar, where the number is unknown or nobody was picked.
     bool ListPatient(QString& idNum);
+    /// Asks when the hub in front shows another patient than the one chosen in the list.
+    bool IsMeant(const components::ListedPatient& chosen) const;
     void PatientOpened(const OpenedPatient& patient);
     void ShowModal(QDialog* sheet);
 

@@ -12,6 +12,7 @@
 #include "components/PickListKeys.h"
 #include "hub/frmFinal.h"
 #include "patients/frmPatientList.h"
+#include "patients/frmRegistration.h"
 #include "toolkit/ListView.h"
 #include "toolkit/MsgBox.h"
 #include "visits/frmCAPDVisit.h"
@@ -32,6 +33,7 @@ private slots:
     void Shortcuts_winOverTheTextBox();
     void PatientSearch_cannotBeClosedAlone();
     void Hub_isOneWindowOverTheList();
+    void Hub_ofAnotherPatientIsAskedAbout();
     void Hub_closedByKeyGivesTheListBack_data();
     void Hub_closedByKeyGivesTheListBack();
     void Hub_thatCannotReadOpensNothing();
@@ -173,6 +175,28 @@ void tst_mdiCAPD::Hub_isOneWindowOverTheList() {
     }
     QTest::keyClick(m_frame->windowHandle(), Qt::Key_F6, Qt::ControlModifier);
     QTRY_VERIFY(!list->hasFocus());
+}
+
+void tst_mdiCAPD::Hub_ofAnotherPatientIsAskedAbout() {
+    Choose(true);
+    components::ListedPatient& listed = m_fakes->Patients->Patient;
+    listed.HospitalNumber = QStringLiteral("H1");
+    listed.LastName = QStringLiteral("Smith");
+    QTest::keyClick(m_frame->findChild<toolkit::ListView*>(), Qt::Key_Return);
+    QTRY_VERIFY(m_frame->findChild<frmFinal*>()->isVisible());
+    listed.HospitalNumber = QStringLiteral("H2");
+    listed.LastName = QStringLiteral("Barlow");
+    for (const auto& act : {&mdiCAPD::RegisterVisit, &mdiCAPD::NewRegistration}) {
+        m_boxes->Answer(toolkit::BoxAnswer::No);
+        ((*m_frame).*act)();
+        QVERIFY(m_boxes->Shown().back().Text.contains(QStringLiteral("Smith")));
+        QVERIFY(m_boxes->Shown().back().Text.contains(QStringLiteral("Barlow")));
+    }
+    QVERIFY(!m_frame->findChild<frmCAPDVisit*>() && !m_frame->findChild<frmRegistration*>());
+    // The hub's own patient is not asked about.
+    listed.HospitalNumber = QStringLiteral("H1");
+    m_frame->RegisterVisit();
+    QVERIFY(m_frame->findChild<frmCAPDVisit*>());
 }
 
 void tst_mdiCAPD::Hub_closedByKeyGivesTheListBack_data() {
