@@ -66,9 +66,9 @@ void frmRegistration::Load() {
         ui->txtNextKin->setText(text(u"nextKin"));
         ui->txtStatus->setText(text(u"Status"));
         ui->pdFields->Load(sheet);
-        const QString number = text(u"CAPDNum");
-        ui->lblCAPDNum->setText(kNumberCaption +
-                                (number.isEmpty() ? QStringLiteral("(NEW)") : number));
+        m_numberOnFile = text(u"CAPDNum");
+        ui->lblCAPDNum->setText(
+            kNumberCaption + (m_numberOnFile.isEmpty() ? QStringLiteral("(NEW)") : m_numberOnFile));
         ui->lblCAPDNum->show();
         ui->pdFields->ChoosePurpose(text(u"Purpose"));
         if (text(u"WithPeritonitis").trimmed() == QStringLiteral("Y"))
@@ -77,12 +77,14 @@ void frmRegistration::Load() {
     sheet.Close();
 }
 
-// The label then holds the bare number, which the save sends back; what it is stands beside it.
+// The label then holds the bare number, which the save sends back; what it is stands beside it. A
+// list read before another station registered the patient knows no number: the file does.
 void frmRegistration::ShowPatient(const components::ListedPatient& patient, const QString& idNum,
                                   const QString& capdNum) {
     ui->lblCAPDNum->setText(capdNum);
     ui->lblCAPDNum->show();
-    ui->lblCAPDNumCaption->setText(capdNum.isEmpty() ? kNumberCaption + QStringLiteral("(NEW)")
+    const QString known = m_numberOnFile.isEmpty() ? QStringLiteral("(NEW)") : m_numberOnFile;
+    ui->lblCAPDNumCaption->setText(capdNum.isEmpty() ? kNumberCaption + known
                                                      : kNumberCaption.trimmed());
     ui->txtHospNum->setText(patient.HospitalNumber);
     ui->txtLastName->setText(patient.LastName);

@@ -31,4 +31,5 @@ private:
 
     std::unique_ptr<Ui::frmRegistration> ui;
     QString m_hospNum;
+    QString m_numberOnFile;
 };

@@ -125,6 +125,8 @@ void tst_frmRegistration::Fields_takeWhatTheirColumnsHold() {
     m_sheet = Open(QStringLiteral("200005"));
     QVERIFY(!Text("txtAddress1").isEmpty());
     QVERIFY(!Text("txtDiagnosis").isEmpty());
+    // The list that opened the sheet did not know yet that the patient is registered.
+    QVERIFY(!Find<QLabel>("lblCAPDNumCaption")->text().contains(QStringLiteral("NEW")));
     const QString tooLong(3000, u'x');
     for (QLineEdit* box : m_sheet->findChildren<QLineEdit*>())
         if (!box->isReadOnly() && !qobject_cast<toolkit::DateEdit*>(box)) {
