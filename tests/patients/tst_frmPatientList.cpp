@@ -253,6 +253,7 @@ void tst_frmPatientList::Search_sendsWhatWasTyped_data() {
     row("quote", "txtLastName", QStringLiteral("o'hara"), QStringLiteral("1','','','O''HARA"));
     row("accent and emoji", "txtLastName", QStringLiteral("peña 🙂"),
         QStringLiteral("1','','','PEÑA 🙂"));
+    row("sharp s", "txtLastName", QStringLiteral("straße"), QStringLiteral("1','','','STRAßE"));
     row("lines of a sheet", "txtLastName", QStringLiteral("dela\ncruz\t\r\n"),
         QStringLiteral("1','','','DELA CRUZ"));
     row("10,000 letters", "txtLastName", QString(10000, u'x'),
