@@ -51,6 +51,13 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
     m_lblChosenPatient->setObjectName(QStringLiteral("lblChosenPatient"));
     m_lblChosenPatient->setTextFormat(Qt::PlainText);
     statusBar()->addPermanentWidget(m_lblChosenPatient);
+    // Real patients charted by mistake in the demo hospital would be missed too late.
+    if (modGlobals::gCurrentUser->ServerName() == components::kPracticeData) {
+        auto* practice = new QLabel(QStringLiteral("PRACTICE DATA"), this);
+        practice->setObjectName(QStringLiteral("lblPractice"));
+        practice->setStyleSheet(QStringLiteral("color: #a40000; font-weight: bold;"));
+        statusBar()->insertPermanentWidget(0, practice);
+    }
     connect(new QShortcut(Qt::CTRL | Qt::Key_F6, this), &QShortcut::activated, this,
             &mdiCAPD::SwitchChild);
     qApp->installEventFilter(this);

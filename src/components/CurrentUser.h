@@ -1,11 +1,15 @@
 #pragma once
 
+#include <QString>
 #include <memory>
 
 #include "components/Component.h"
 #include "db/Connection.h"
 
 namespace components {
+
+/// The ServerName() of the demo hospital.
+inline const QString kPracticeData = QStringLiteral("(practice data)");
 
 /// `Corvane_User.clsCurrentUser`: the log-in, who is working here, and the open connection.
 class CurrentUser : public Component {

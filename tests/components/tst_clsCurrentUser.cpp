@@ -95,7 +95,7 @@ void tst_clsCurrentUser::ShowMain_logsIn() {
     QVERIFY(m_user->Connected());
     QVERIFY(m_user->SQLConnection());
     QVERIFY(!m_user->EmployeeCode().isEmpty());
-    QVERIFY(!m_user->ServerName().isEmpty());
+    QCOMPARE(m_user->ServerName(), components::kPracticeData);
 }
 
 void tst_clsCurrentUser::ShowMain_listsTheServersAndTestsThem() {

@@ -1,5 +1,6 @@
 #include "components/builtin/DataSource.h"
 
+#include "components/CurrentUser.h"
 #include "components/builtin/HospitalFiles.h"
 #include "components/builtin/HospitalMaking.h"
 #include "db/OdbcDataSources.h"
@@ -20,6 +21,8 @@ QString DataSource::Title() const {
 }
 
 QString DataSource::ServerName() const {
+    if (Where == Kind::Demo)
+        return kPracticeData;
     return IsEmbedded() ? QStringLiteral("(embedded)") : Name;
 }
 
