@@ -56,6 +56,7 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
         auto* practice = new QLabel(QStringLiteral("PRACTICE DATA"), this);
         practice->setObjectName(QStringLiteral("lblPractice"));
         practice->setStyleSheet(QStringLiteral("color: #a40000; font-weight: bold;"));
+        practice->setContentsMargins(0, 0, 24, 0);
         statusBar()->insertPermanentWidget(0, practice);
     }
     connect(new QShortcut(Qt::CTRL | Qt::Key_F6, this), &QShortcut::activated, this,

@@ -102,6 +102,9 @@ frmFinal::~frmFinal() = default;
 void frmFinal::Open(const OpenedPatient& patient) {
     const bool first = !m_loaded;
     m_loaded = true;
+    // Emptied here, read anew when shown: also for the patient whose lists were read before, for an
+    // empty list would say that nothing was requested and no result has come.
+    modGlobals::RaiseTabFlags();
     EmptyLists();
     ui->tabSummary->Empty();
     ShowHeader(patient);

@@ -142,9 +142,8 @@ void tst_frmFinal::cleanup() {
     m_boxes.reset();
 }
 
-// As the patient search does: the row is chosen, then opened.
+// A row opened by Enter, which need not have been chosen anew before.
 void tst_frmFinal::Choose(const OpenedPatient& patient) {
-    modGlobals::RaiseTabFlags();
     m_hub->Open(patient);
 }
 
@@ -217,6 +216,10 @@ void tst_frmFinal::Requests_arePendingAndProcessed() {
     QCOMPARE(Pending().Rows() - 1, Count(idNum, " "));
     QVERIFY(!Processed().TextMatrix(1, 8).isEmpty());
     QCOMPARE(Pending().TextMatrix(1, 8), QString());
+    // The same patient once more: lists that stayed empty would say that nothing was requested.
+    Choose(Patient(idNum));
+    QCOMPARE(Processed().Rows() - 1, Count(idNum, "X"));
+    QVERIFY(!Pending().TextMatrix(1, 1).isEmpty());
 }
 
 void tst_frmFinal::Requests_haveTheirColumns() {
