@@ -270,6 +270,11 @@ void mdiCAPD::ShowHub(frmFinal* hub) {
 void mdiCAPD::ReturnToPatientList() {
     if (m_hubFrame)
         m_hubFrame->close();
+    FocusPatientList();
+}
+
+// The list has the keys, whatever field had them when the hub was opened.
+void mdiCAPD::FocusPatientList() {
     ui->mdiArea->setActiveSubWindow(m_patientListFrame);
     m_patientList->findChild<toolkit::ListView*>()->setFocus(Qt::OtherFocusReason);
 }
@@ -277,7 +282,7 @@ void mdiCAPD::ReturnToPatientList() {
 void mdiCAPD::SwitchChild() {
     const bool inHub = m_hubFrame && ui->mdiArea->activeSubWindow() == m_hubFrame;
     if (inHub)
-        ui->mdiArea->setActiveSubWindow(m_patientListFrame);
+        FocusPatientList();
     else if (m_hubFrame)
         ui->mdiArea->setActiveSubWindow(m_hubFrame);
 }

@@ -50,6 +50,7 @@ private:
     void ReturnToPatientList();
     /// Between the patient list and the open hub.
     void SwitchChild();
+    void FocusPatientList();
     void AddToolButton(const QString& key, const QAction* twin, const QIcon& icon);
     bool IsMenuShortcut(const QKeySequence& keys) const;
     /// False, told in the status bar, where the number is unknown or nobody was picked.
