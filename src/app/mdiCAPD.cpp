@@ -97,10 +97,14 @@ void mdiCAPD::ShowPatientList() {
     connect(m_patientList, &frmPatientList::PatientChosen, this,
             [this](const QString& hospNum, const QString& idNum, const QString& capdNum,
                    const QString& name) {
+                // The numbers are in sight whatever the name is, and the frame fits the screen.
+                const QString shown =
+                    m_lblChosenPatient->fontMetrics().elidedText(name, Qt::ElideRight, width() / 3);
                 m_lblChosenPatient->setText(
                     QStringLiteral("%1    Hosp. No. %2    Adm. No. %3    CAPD No. %4")
-                        .arg(name, hospNum, idNum,
+                        .arg(shown, hospNum, idNum,
                              capdNum.isEmpty() ? QStringLiteral("none") : capdNum));
+                m_lblChosenPatient->setToolTip(name.toHtmlEscaped());
             });
     connect(m_patientList, &frmPatientList::PatientChosen, statusBar(), &QStatusBar::clearMessage);
     connect(m_patientList, &frmPatientList::StatusText, this,

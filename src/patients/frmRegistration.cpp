@@ -93,6 +93,12 @@ void frmRegistration::ShowPatient(const components::ListedPatient& patient, cons
     ui->txtAge->setText(patient.Age);
     ui->txtSex->setText(patient.Sex);
     ui->txtIdNum->setText(idNum);
+    // A long text is read from its beginning, and whole under the mouse.
+    for (QLineEdit* box : findChildren<QLineEdit*>()) {
+        box->setCursorPosition(0);
+        if (box->isReadOnly())
+            box->setToolTip(box->text().toHtmlEscaped());
+    }
 }
 
 QStringList frmRegistration::Arguments() const {

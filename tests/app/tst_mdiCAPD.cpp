@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QPointer>
@@ -32,6 +33,7 @@ private slots:
     void RegisterVisit_stopsWhenThePatientIsUnknown();
     void Shortcuts_winOverTheTextBox();
     void PatientSearch_cannotBeClosedAlone();
+    void LongName_keepsEveryWindowOnTheScreen();
     void Hub_isOneWindowOverTheList();
     void Hub_ofAnotherPatientIsAskedAbout();
     void Hub_closedByKeyGivesTheListBack_data();
@@ -157,6 +159,26 @@ void tst_mdiCAPD::Shortcuts_winOverTheTextBox() {
 void tst_mdiCAPD::PatientSearch_cannotBeClosedAlone() {
     m_frame->PatientList().parentWidget()->close();
     QVERIFY(m_frame->PatientList().isVisible());
+}
+
+void tst_mdiCAPD::LongName_keepsEveryWindowOnTheScreen() {
+    constexpr int narrowScreen = 1280;
+    const QString name(180, u'W');
+    Choose(true);
+    m_fakes->Patients->Patient.LastName = name;
+    emit m_frame->PatientList().PatientChosen(QStringLiteral("200005"), QStringLiteral("A1B"),
+                                              QStringLiteral("1001"), name);
+    QVERIFY(m_frame->minimumSizeHint().width() <= narrowScreen);
+    const QString chosen = m_frame->findChild<QLabel*>(QStringLiteral("lblChosenPatient"))->text();
+    QVERIFY(chosen.endsWith(QStringLiteral("Hosp. No. 200005    Adm. No. A1B    CAPD No. 1001")));
+    m_frame->RegisterVisit();
+    auto* visit = m_frame->findChild<frmCAPDVisit*>();
+    QVERIFY(visit->minimumSizeHint().width() <= narrowScreen);
+    delete visit;
+    m_frame->NewRegistration();
+    auto* sheet = m_frame->findChild<frmRegistration*>();
+    QVERIFY(sheet->minimumSizeHint().width() <= narrowScreen);
+    QCOMPARE(sheet->findChild<QLineEdit*>(QStringLiteral("txtLastName"))->cursorPosition(), 0);
 }
 
 // Two patients of the first list, one after the other.
