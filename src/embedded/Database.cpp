@@ -141,7 +141,7 @@ Failure Database::LastFailure() const {
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
             return Failure(1222, "Lock request time out period exceeded: '" + file +
-                                     "' is in use by another program.");
+                                     "' is in use by another program. Try again in a moment.");
         case SQLITE_READONLY:
         case SQLITE_FULL:
         case SQLITE_CANTOPEN:
@@ -156,7 +156,8 @@ Failure Database::LastFailure() const {
 
 Failure Database::FileFailure(int code, const std::string& message) const {
     const std::string file = m_file.toStdString();
-    const Failure full(1105, "Could not write to '" + file + "': the disk is full.");
+    const Failure full(1105,
+                       "Could not write to '" + file + "': the disk is full. Nothing was saved.");
     switch (code & 0xFF) {
         case SQLITE_READONLY:
             if (code == SQLITE_READONLY_DIRECTORY || code == SQLITE_READONLY_CANTINIT) {
