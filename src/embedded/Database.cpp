@@ -86,7 +86,8 @@ int Database::IsLost(void* self) {
     const auto* database = static_cast<Database*>(self);
     int moved = 0;
     sqlite3_file_control(database->m_handle, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
-    return moved != 0 || !QFileInfo::exists(database->m_file + QStringLiteral("-wal"));
+    const char* log = sqlite3_filename_wal(sqlite3_db_filename(database->m_handle, "main"));
+    return moved != 0 || !QFileInfo::exists(QString::fromUtf8(log));
 }
 
 PreparedStatement Database::Prepare(std::string_view sql, bool lasting) {
