@@ -35,6 +35,7 @@ private slots:
     void init();
     void ShowMain_logsIn();
     void ShowMain_listsTheServersAndTestsThem();
+    void ShowMain_saysWhenTheLastServerIsGone();
     void ShowMain_refusesAndAsksAgain();
     void ShowMain_cancelledLeavesNobodyConnected();
     void ShowMain_asksANewHospitalsFirstUser();
@@ -124,6 +125,19 @@ void tst_clsCurrentUser::ShowMain_listsTheServersAndTestsThem() {
     QCOMPARE(said.value(1), QString());
     QVERIFY(!said.value(2).isEmpty());
     QVERIFY(!refused);
+}
+
+void tst_clsCurrentUser::ShowMain_saysWhenTheLastServerIsGone() {
+    QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("capd"))
+        .setValue(QStringLiteral("login/source"), QStringLiteral("Server: Gone"));
+    QString said;
+    Play({[&said](QDialog& dialog) {
+        const auto* refusal = dialog.findChild<QLabel*>(QStringLiteral("lblRefusal"));
+        said = refusal->isVisible() ? refusal->text() : QString();
+        dialog.reject();
+    }});
+    m_user->ShowMain();
+    QVERIFY2(said.contains(QStringLiteral("Server: Gone")), qPrintable(said));
 }
 
 void tst_clsCurrentUser::ShowMain_refusesAndAsksAgain() {

@@ -29,8 +29,15 @@ frmLogin::~frmLogin() = default;
 
 void frmLogin::Choose(const QString& sourceTitle, const QString& userName) {
     const int index = ui->cboSource->findText(sourceTitle);
-    if (index >= 0)
+    if (index >= 0) {
         ui->cboSource->setCurrentIndex(index);
+    } else if (!sourceTitle.isEmpty()) {
+        // Another hospital must not stand there unsaid in its place.
+        ui->lblRefusal->setText(
+            QStringLiteral("\"%1\", chosen last time, is not set up on this workstation any more.")
+                .arg(sourceTitle));
+        ui->lblRefusal->show();
+    }
     ui->txtUser->setText(userName);
 }
 
