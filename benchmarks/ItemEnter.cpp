@@ -6,11 +6,11 @@
 #include "benchmarks/Hospitals.h"
 #include "benchmarks/Measure.h"
 #include "benchmarks/Session.h"
+#include "benchmarks/Visitor.h"
 #include "charges/ChargeRules.h"
 #include "charges/frmRequest.h"
 #include "db/CommandText.h"
 #include "db/Recordset.h"
-#include "patients/PatientOnScreen.h"
 #include "session/modGlobals.h"
 #include "toolkit/EntryGrid.h"
 
@@ -22,24 +22,6 @@ constexpr double kFrameMilliseconds = 1000.0 / 60;
 // As a line's price takes them: the item twice, its net amount and its discount by five each.
 constexpr int kExpectedCommands = 12;
 constexpr int kSupplies = 200'000;
-
-class Visitor final : public PatientOnScreen {
-public:
-    explicit Visitor(QString idNum) : m_idNum(std::move(idNum)) {}
-    QString HospNum() const override { return {}; }
-    QString IdNum() const override { return m_idNum; }
-    QString CAPDNum() const override { return {}; }
-    QString LastName() const override { return QStringLiteral("Visitor"); }
-    QString FirstName() const override { return {}; }
-    QString MiddleName() const override { return {}; }
-    QString Age() const override { return {}; }
-    QString Sex() const override { return {}; }
-    QString Company() const override { return {}; }
-    void Get_CanPenProc() override {}
-
-private:
-    QString m_idNum;
-};
 
 QString SeniorVisit() {
     return modGlobals::gConnection
@@ -91,7 +73,7 @@ QString HospitalOfSupplies() {
 
 void MeasureItems(const QString& name, const QString& hospital) {
     const auto frame = StartSession(hospital);
-    Visitor patient(SeniorVisit());
+    Visitor patient({}, SeniorVisit());
     frmRequest window(patient);
     window.show();
     if (!QTest::qWaitForWindowActive(&window))

@@ -46,6 +46,8 @@ public:
     /// Takes the line out, or empties the only one, and numbers the lines anew.
     void RemoveRequest(int row);
 
+    /// Takes the item off the line; frequency, quantity and remarks stay.
+    void EmptyItem(int row);
     /// Quantity and what it costs at the line's unit price.
     void SetQuantity(int row, const QString& quantity);
     /// Quantity times unit price; of one unit while there is no quantity.

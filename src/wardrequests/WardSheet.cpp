@@ -275,7 +275,7 @@ bool WardSheet::IsRequestable(const QString& code, int row) {
 
 void WardSheet::RefuseCode(int row) {
     m_box->clear();
-    m_lines.Write(row, Code, {});
+    m_lines.EmptyItem(row);
 }
 
 bool WardSheet::StoreFrequency() {

@@ -33,6 +33,7 @@ private slots:
     void Save_ofSuppliesForAnInPatient();
     void Save_skipsIncompleteLines();
     void Save_failsWhole();
+    void Save_asksTheServerAgain();
     void Save_pressedTwiceSavesOnce();
     void Reload_failsAfterTheCommit();
     void Cancel_writesNothing();
@@ -106,6 +107,36 @@ void tst_WardSaving::Save_failsWhole() {
     // With the server back, the same lines are saved.
     window.Press(Save);
     QCOMPARE(session.Requests(), 5);
+}
+
+void tst_WardSaving::Save_asksTheServerAgain() {
+    WardSession session;
+    WardWindow<frmPHEntry> window(session);
+    EnterLines(window, 2);
+    BoxScript boxes;
+    const auto save = [&] {
+        boxes.Answer(BoxAnswer::Ok);
+        window.Press(Save);
+        return boxes.Shown().back().Text;
+    };
+    // A colleague was faster.
+    session.Request("1002", false);
+    QCOMPARE(save(), kSaveError + QStringLiteral("AMLODIPINE 10 MG (1002) is already requested."));
+    QCOMPARE(session.Requests(), 1);
+    // In its place a code that does not exist: nothing of the first item stands beside it.
+    window.Key(Qt::Key_Up);
+    for (const char* code : {"1002", "9999"}) {
+        boxes.Answer(BoxAnswer::Ok);
+        window.Enter({QString::fromLatin1(code)});
+    }
+    QCOMPARE(window.Line(2), QStringLiteral(" 2|9999||BID|2||NO 2||"));
+    window.Key(Qt::Key_End);
+    window.Key(Qt::Key_End);
+    window.Enter({QStringLiteral("-")});
+    QCOMPARE(save(),
+             kSaveError + QStringLiteral("The code 9999 is not of an item that can be requested."));
+    QVERIFY(window.Window.isVisible());
+    QCOMPARE(session.Requests(), 1);
 }
 
 void tst_WardSaving::Save_pressedTwiceSavesOnce() {

@@ -1,7 +1,8 @@
 -- Writes one request of a ward into the nurses' log book. @PatientType I or O; @RecordStatus one
 -- blank = pending; @RequestDate 'MM/dd/yyyy hh:mm:ss AM/PM'; @DeptID PH or CS; money and quantity
--- as plain decimal text; the options are kept as they come. Refuses a quantity that is no number
--- (50251). Returns nothing.
+-- as plain decimal text; the options are kept as they come. Refuses a closed account (50181), a
+-- quantity that is no number (50251), an item without a name, off the catalogue or inactive
+-- (50252) and one that is requested already and waits (50253); both pass the code 00. Returns nothing.
 USE STATION
 GO
 
@@ -37,23 +38,43 @@ BEGIN
     SET XACT_ABORT ON;
 
     DECLARE @Count decimal(12,2);
+    DECLARE @Refusal varchar(8000);
+    SET @IdNum = LTRIM(RTRIM(@IdNum));
+    SET @ItemCode = LTRIM(RTRIM(@ItemCode));
+    EXEC PATIENT_DATA..sp_Account_Check @IdNum;
     SET @Count = TRY_CONVERT(decimal(12,2), NULLIF(@Quantity, ''));
     IF @Count IS NULL
     BEGIN
-        DECLARE @Refusal varchar(8000);
         SET @Refusal = CONCAT('The quantity ', @Quantity, ' of ', @ItemName, ' is not a number.');
         THROW 50251, @Refusal, 1;
     END
 
+    IF @ItemCode <> '00' AND (ISNULL(@ItemName, '') = '' OR NOT EXISTS (
+        SELECT 1 FROM BILLING..tbDrug WHERE DrugCode = @ItemCode AND Status = 0))
+    BEGIN
+        SET @Refusal = CONCAT('The code ', @ItemCode, ' is not of an item that can be requested.');
+        THROW 50252, @Refusal, 1;
+    END
+
+    BEGIN TRANSACTION;
+    IF @ItemCode <> '00' AND EXISTS (
+        SELECT 1
+        FROM tbNurseLogBook WITH (UPDLOCK, HOLDLOCK)
+        WHERE IdNum = @IdNum AND ItemCode = @ItemCode AND DeptID = @DeptID AND RecordStatus = ' ')
+    BEGIN
+        SET @Refusal = CONCAT(@ItemName, ' (', @ItemCode, ') is already requested.');
+        THROW 50253, @Refusal, 1;
+    END
     INSERT INTO tbNurseLogBook (
         HospNum, IdNum, PatientType, ItemCode, ItemName, Amount, Quantity, Dosage, RequestDate,
         DeptID, RecordStatus, RequestedBy, Remarks, Station, UnitPrice, Option1, Option2, Option3,
         Option4, Option5, Option6, Option7)
     VALUES (
-        LTRIM(RTRIM(@HospNum)), LTRIM(RTRIM(@IdNum)), @PatientType, LTRIM(RTRIM(@ItemCode)),
+        LTRIM(RTRIM(@HospNum)), @IdNum, @PatientType, @ItemCode,
         @ItemName, CONVERT(money, @Amount), @Count, @Dosage, CONVERT(datetime, @RequestDate),
         @DeptID, @RecordStatus, @RequestedBy, NULLIF(@Remarks, ''), @Station,
         CONVERT(money, NULLIF(@UnitPrice, '')), @Option1, @Option2, @Option3, @Option4, @Option5,
         @Option6, @Option7);
+    COMMIT TRANSACTION;
 END
 GO
