@@ -47,6 +47,11 @@ void DoctorFields::txtDoctorID_KeyPress() {
 
 void DoctorFields::txtDoctorID_Change() {
     const bool isNotOnFile = txtDoctorID.text() == kNotOnFile;
+    // The name of the doctor of another code must not be saved with this one.
+    if (txtDoctor.text() == m_foundName && txtDoctorID.text() != m_foundID)
+        txtDoctor.clear();
+    else if (txtDoctor.text().isEmpty() && txtDoctorID.text() == m_foundID)
+        txtDoctor.setText(m_foundName);
     cmdDoctor.setEnabled(!isNotOnFile);
     txtDoctor.setReadOnly(!isNotOnFile);
     // Nothing can be typed into the locked name: the Tab key passes it by.
@@ -65,9 +70,11 @@ bool DoctorFields::SearchDoctor(QString text) {
 }
 
 void DoctorFields::Show(const QString& name) {
+    m_foundName = name;
+    m_foundID = gCodeSearch->Doctor().ResultCode;
+    txtDoctorID.setText(m_foundID);
     txtDoctor.setText(name);
     txtDoctor.setCursorPosition(0);
-    txtDoctorID.setText(gCodeSearch->Doctor().ResultCode);
     if (m_grid.InEditMode())
         m_grid.EndEditMode();
     QWidget* focused = txtDoctorID.window()->focusWidget();

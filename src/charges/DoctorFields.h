@@ -29,4 +29,7 @@ private:
     QLineEdit& txtDoctor;
     QPushButton& cmdDoctor;
     toolkit::EntryGrid& m_grid;
+    /// Of the doctor looked up last.
+    QString m_foundID;
+    QString m_foundName;
 };

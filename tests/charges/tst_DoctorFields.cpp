@@ -45,6 +45,13 @@ void tst_DoctorFields::Doctor_isLookedUpByCode() {
     QCOMPARE(window.Box("txtDoctorID"), QStringLiteral("101"));
     QCOMPARE(window.Focus(), QStringLiteral("grdInput"));
     QVERIFY(window.Window.isVisible());
+    // Another code typed and not looked up yet has no name; the first one has its own again.
+    window.Find<QLineEdit>("txtDoctorID").setFocus();
+    window.Find<QLineEdit>("txtDoctorID").end(false);
+    window.Type(QStringLiteral("4"));
+    QCOMPARE(window.Box("txtDoctor"), QString());
+    window.Key(Qt::Key_Backspace);
+    QCOMPARE(window.Box("txtDoctor"), QStringLiteral("DR. Clara Abernathy"));
 }
 
 void tst_DoctorFields::Doctor_isPickedByTheButton() {
