@@ -52,6 +52,7 @@ frmAssessment::frmAssessment(QWidget* parent)
                            AssessmentRules());
     ui->txtSname->setValidator(new toolkit::UpperCase(ui->txtSname));
     connect(ui->txtSname, &QLineEdit::returnPressed, this, &frmAssessment::txtSname_Enter);
+    connect(ui->txtSname, &QLineEdit::editingFinished, this, &frmAssessment::txtSname_LostFocus);
     connect(m_charges, &ChargeGrid::TotalsChanged, this, &frmAssessment::ShowTotals);
     connect(ui->cmdSave, &QPushButton::clicked, this, &frmAssessment::cmdSave_Click);
     connect(ui->cmdSavePrint, &QPushButton::clicked, this, &frmAssessment::cmdSavePrint_Click);
@@ -89,6 +90,12 @@ void frmAssessment::txtSname_Enter() {
     QCoreApplication::sendEvent(ui->txtSname, &tab);
 }
 
+// A name that found nobody must not stand over the charges of the patient who was found before.
+void frmAssessment::txtSname_LostFocus() {
+    if (!m_patientName.isEmpty())
+        ui->txtSname->setText(m_lastName);
+}
+
 void frmAssessment::ShowPatient(const clsRegularPatientSearch& patient) {
     ui->txtHospNum->setText(patient.HospNum());
     ui->txtIDNum->setText(u'T' + patient.HospNum() + u'C');
@@ -96,6 +103,7 @@ void frmAssessment::ShowPatient(const clsRegularPatientSearch& patient) {
     ui->txtFname->setText(patient.FirstName());
     ui->txtMname->setText(patient.MiddleName());
     ui->txtRoomClassID->setText(QStringLiteral("A"));
+    m_lastName = patient.LastName();
     m_patientName = SlipPatientName(patient.LastName(), patient.FirstName(), patient.MiddleName());
     m_sex = patient.Sex();
     m_age = patient.Age();

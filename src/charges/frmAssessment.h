@@ -26,6 +26,7 @@ public:
 private:
     void Load();
     void txtSname_Enter();
+    void txtSname_LostFocus();
     void ShowPatient(const clsRegularPatientSearch& patient);
     void ShowPatientClass(const QString& hospNum);
     void ShowTotals(const ChargeTotals& totals);
@@ -38,6 +39,7 @@ private:
     ChargeGrid* m_charges;
     /// Of the patient found; what is typed into the last name's box afterwards is not hers yet.
     QString m_patientName;
+    QString m_lastName;
     QString m_sex;
     QString m_age;
     QString m_patientClass;  ///< "P" pays, "S" has a social service class

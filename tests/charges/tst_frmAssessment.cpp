@@ -150,6 +150,7 @@ void tst_frmAssessment::Patient_unknownLeavesTheFields() {
         "UPDATE PATIENT_DATA..tbMaster SET MSSClassification = 'D' WHERE HospNum = '299901'"));
     window.FindPatient(QStringLiteral("zznobody"));
     QCOMPARE(window.Box("txtHospNum").text(), QStringLiteral("299901"));
+    QCOMPARE(window.Box("txtSname").text(), kLastName);
     QCOMPARE(window.Label("lblpatientClass").text(), QStringLiteral("Service Patient: Class * D"));
 }
 
