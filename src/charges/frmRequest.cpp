@@ -153,6 +153,8 @@ void frmRequest::cmdSavePrint_Click() {
 void frmRequest::cmdRePrint_Click() {
     ui->lblMessage->clear();
     WriteAlone([this] {
+        // Another station may have revoked the slip since the list was read.
+        m_list->Load(m_idNum);
         const QString slipNumber = m_list->Slip();
         if (slipNumber.isEmpty()) {
             ui->lblMessage->setText(QStringLiteral("There is no slip to be printed again."));

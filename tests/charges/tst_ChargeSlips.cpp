@@ -374,6 +374,10 @@ void tst_ChargeSlips::Revoke_fromAnOlderListChangesNothing() {
     OpenSheet();
     Press("cmdRevoke");
     const QString once = m_case->State();
+    // What no longer stands is not printed any more either.
+    const CommandLog log;
+    other.Find<QPushButton>("cmdRePrint").click();
+    QCOMPARE(log.Sent.filter(QStringLiteral("PrintChargeSlip")).size(), 1);
     other.Find<QPushButton>("cmdRevoke").click();
     QCOMPARE(m_case->State(), once);
 }
