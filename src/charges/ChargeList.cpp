@@ -43,6 +43,9 @@ ChargeList::ChargeList(toolkit::FlexGrid& grid) : m_grid(grid) {
     m_grid.SetCols(int(std::size(kWidths)));
     for (int col = 0; col < int(std::size(kWidths)); ++col)
         m_grid.SetColWidth(col, kWidths[col]);
+    m_grid.SetNumeric(Quantity);
+    for (const int col : {NetAmount, Amount, Discount, Price})
+        m_grid.SetMoney(col);
 }
 
 void ChargeList::Load(const QString& idNum) {

@@ -30,6 +30,11 @@ public:
     /// the column left, right or centred, and the header's text with its blanks gives the width
     /// (not of column 0). Adds the columns that are missing, takes none away.
     void SetFormatString(const QString& format);
+    /// The column, which must be there, shows plain numbers to the right.
+    void SetNumeric(int col) { m_model->SetAlignment(col, Qt::AlignRight); }
+    /// The column, which must be there, shows hospital money with two decimals, to the right;
+    /// TextMatrix() stays plain.
+    void SetMoney(int col) { m_model->SetMoney(col); }
     /// Width in twips; 0 hides the column. Widths survive every filling.
     void SetColWidth(int col, int twips);
     /// As stated; the column may be shown wider for its texts.

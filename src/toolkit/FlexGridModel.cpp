@@ -3,6 +3,7 @@
 #include <numeric>
 
 #include "base/Errors.h"
+#include "base/Numbers.h"
 #include "toolkit/CellText.h"
 
 namespace toolkit {
@@ -43,6 +44,18 @@ void FlexGridModel::SetCols(int cols) {
 
 void FlexGridModel::SetAlignment(int col, Qt::Alignment alignment) {
     m_alignments.at(col) = alignment;
+}
+
+void FlexGridModel::SetMoney(int col) {
+    SetAlignment(col, Qt::AlignRight);
+    m_moneyCols.insert(col);
+}
+
+QString FlexGridModel::Shown(int row, int col) const {
+    const QString text = Text(row, col);
+    if (m_moneyCols.contains(col) && base::IsNumeric(text))
+        return base::MoneyText(base::Val(text));
+    return OneLine(text.left(kShownCharacters));
 }
 
 bool FlexGridModel::Contains(int row, int col) const {
@@ -169,7 +182,7 @@ QVariant FlexGridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid())
         return {};
     if (role == Qt::DisplayRole)
-        return OneLine(Text(index.row() + 1, index.column()).left(kShownCharacters));
+        return Shown(index.row() + 1, index.column());
     if (role == Qt::TextAlignmentRole)
         return int(m_alignments[index.column()] | Qt::AlignVCenter);
     return {};

@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QHash>
+#include <QSet>
 #include <memory>
 #include <vector>
 
@@ -21,6 +22,8 @@ public:
     int Cols() const { return int(m_alignments.size()); }
     void SetCols(int cols);
     void SetAlignment(int col, Qt::Alignment alignment);
+    /// Shows the column's numbers as money, to the right; Text() stays as it is.
+    void SetMoney(int col);
 
     /// Empty outside.
     QString Text(int row, int col) const;
@@ -60,10 +63,12 @@ private:
     };
     static quint64 KeyOf(int row, int col) { return quint64(row) << 32 | quint64(col); }
     bool Contains(int row, int col) const;
+    QString Shown(int row, int col) const;
 
     std::vector<Filling> m_fillings;
     std::vector<Record> m_records;
     std::vector<Qt::Alignment> m_alignments;
+    QSet<int> m_moneyCols;
     QHash<quint64, QString> m_written;
 };
 
