@@ -191,7 +191,7 @@ GO
 USE CLINICAL_AREA
 GO
 
-INSERT INTO tbCAPDNumber (NextNumber) VALUES (1121)
+UPDATE tbCAPDNumber SET NextNumber = 1121
 GO
 
 DECLARE @Today datetime;

@@ -341,5 +341,5 @@ WHERE RevenueID = 'MD'
 GO
 
 -- The next slip follows today's last one.
-INSERT INTO CLINICAL_AREA..tbCAPDSlip (ChargeSlip) VALUES (15856)
+UPDATE CLINICAL_AREA..tbCAPDSlip SET ChargeSlip = 15856
 GO

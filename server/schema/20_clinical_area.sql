@@ -43,6 +43,9 @@ CREATE TABLE tbCAPDNumber (
 )
 GO
 
+INSERT INTO tbCAPDNumber (NextNumber) VALUES (1001)
+GO
+
 -- The visits of CAPD patients. VisitDay is the midnight of TransDate: a patient has one a day.
 CREATE TABLE tbCAPDLogBook (
     LogID int IDENTITY(1,1) PRIMARY KEY,
@@ -117,6 +120,9 @@ CREATE TABLE tbCAPDSlip (
     ChargeSlip int NOT NULL PRIMARY KEY,
     OneRow int NOT NULL DEFAULT 1 UNIQUE CHECK (OneRow = 1)
 )
+GO
+
+INSERT INTO tbCAPDSlip (ChargeSlip) VALUES (1)
 GO
 
 -- The slip being printed; every line carries its connection, LineNum keeps the typed order.

@@ -1,5 +1,6 @@
 #include <QMap>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QTest>
 #include <algorithm>
 
@@ -30,6 +31,9 @@ const QStringList kCommands{
     QStringLiteral("CLINICAL_AREA..sp_CAPD_Patientsearch '{#6}','{H}','',''"),
     QStringLiteral("CLINICAL_AREA..sp_CAPD_Patientsearch '{#6}','','{O}',''"),
     QStringLiteral("CLINICAL_AREA..sp_CAPD_Patientsearch '{#6}','','','{L}'"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_Patientsearch '{#6}','{H}','{O}','{L}'"),
+    QStringLiteral("RADIOLOGY..spGlobal_RegularPatients '1','{#1}','{L}'"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_AddToRegister '{H}','4601'"),
     QStringLiteral("CLINICAL_AREA..sp_CAPD_SearchRevenue '{#2}','{R}'"),
     QStringLiteral("CLINICAL_AREA..sp_CAPD_SearchPatientData '{H}'"),
     QStringLiteral("CLINICAL_AREA..sp_CAPD_GetVisits '{H}'"),
@@ -60,7 +64,18 @@ const QStringList kCommands{
     QStringLiteral("BILLING..sp_PARS_SaveCompanyPayment '{O}','{H}','{A}','{#900}.{#99}','T1','C',"
                    "'CY','1','4601','{F}'; SELECT AccountNum, Amount FROM "
                    "BILLING..tbCompanyPayment WHERE RequestNum > 0 AND AccountNum = '{A}'"),
+    QStringLiteral("BILLING..sp_StockCard_Append '{H}','{O}','{G}','','T1','{#9}','0','60','','',"
+                   "'','46'; SELECT SUM(OnHand) AS OnHand FROM BILLING..tbDrugStock"),
 };
+
+/// The first lines of one answer that the other one lacks.
+QString Beyond(const QStringList& answer, const QStringList& other) {
+    QStringList lines;
+    for (const QString& line : answer)
+        if (!other.contains(line))
+            lines << line;
+    return QStringLiteral("%1 lines, ").arg(answer.size()) + lines.mid(0, 3).join(u'\n');
+}
 
 /// A session on one engine; what it answers as text, refusals by their number.
 class Engine final {
@@ -76,6 +91,8 @@ public:
             for (const QString& command : commands.split(QStringLiteral("; "))) {
                 TextRows rows;
                 m_driver->Execute(command, rows);
+                // Today's visits came at a time of day that hangs on when a hospital was made.
+                rows.Lines.replaceInStrings(m_today, QStringLiteral("today"));
                 // Rows of equal rank may come in any order.
                 std::sort(rows.Lines.begin(), rows.Lines.end());
                 answer << rows.Kinds.join(QString()) << rows.Columns << rows.Lines;
@@ -96,6 +113,8 @@ public:
 
 private:
     std::unique_ptr<db::Driver> m_driver;
+    const QRegularExpression m_today{QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd")) +
+                                     QStringLiteral(R"( \d\d:\d\d:\d\d\.\d{3})")};
 };
 
 }  // namespace
@@ -152,7 +171,7 @@ QString tst_BothEngines::Filled(const QString& command) {
 }
 
 void tst_BothEngines::RandomCalls_giveTheSameAnswers() {
-    const TestHospital hospital;
+    const TestHospital hospital(TestHospital::On::File);
     Engine embedded(hospital.ConnectionString());
     Engine server(m_server);
     for (auto source = kSources.begin(); source != kSources.end(); ++source) {
@@ -168,8 +187,8 @@ void tst_BothEngines::RandomCalls_giveTheSameAnswers() {
         const QStringList got = server.Answer(command);
         rows += int(expected.size());
         if (got != expected && ++different <= 20)
-            qWarning().noquote() << command << "\n embedded:" << expected.mid(0, 40).join(u'\n')
-                                 << "\n server:  " << got.mid(0, 40).join(u'\n');
+            qWarning().noquote() << command << "\n embedded:" << Beyond(expected, got)
+                                 << "\n server:  " << Beyond(got, expected);
     }
     QVERIFY2(rows > kCalls, "the calls found nothing to compare");
     QCOMPARE(different, 0);

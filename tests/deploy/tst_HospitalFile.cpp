@@ -417,8 +417,8 @@ void tst_HospitalFile::Open_bringsAnOldFileUpToDate() {
 }
 
 void tst_HospitalFile::TestHospital_copiesTheDemoHospital() {
-    const TestHospital first;
-    const TestHospital second;
+    const TestHospital first(TestHospital::On::File);
+    const TestHospital second(TestHospital::On::File);
     const QString remove = QStringLiteral("DELETE FROM PATIENT_DATA..tbUser");
     first.Connect()->Execute(remove);
     const QString count = QStringLiteral("SELECT COUNT(*) FROM PATIENT_DATA..tbUser");

@@ -2,6 +2,8 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QMap>
+#include <QRegularExpression>
 #include <QTest>
 
 #include "embedded/StatementFile.h"
@@ -16,6 +18,7 @@ private slots:
     void File_givesTheExpectedAnswers_data();
     void File_givesTheExpectedAnswers();
     void EveryProcedure_isNamedAsItsFile();
+    void EveryName_saysItsDatabaseAndIsGranted();
 
 private:
     static QStringList Scripts(const QString& folder);
@@ -104,6 +107,42 @@ void tst_ServerScripts::EveryProcedure_isNamedAsItsFile() {
             roles.contains(QStringLiteral("GRANT EXECUTE ON ") + name + QStringLiteral(" TO ")),
             qPrintable(name));
     }
+}
+
+// In a procedure, a bare name means its own database to one server and the caller's to another; and
+// who runs it needs rights of his own on what it reaches in another database.
+void tst_ServerScripts::EveryName_saysItsDatabaseAndIsGranted() {
+    static const QRegularExpression comment(QStringLiteral("--[^\n]*"));
+    static const QRegularExpression use(
+        QStringLiteral(R"(\b(FROM|JOIN|INTO|UPDATE|EXEC)\s+(?:(\w+)\.(?:dbo)?\.)?(\w+))"));
+    static const QMap<QString, QString> rights{{QStringLiteral("FROM"), QStringLiteral("SELECT")},
+                                               {QStringLiteral("JOIN"), QStringLiteral("SELECT")},
+                                               {QStringLiteral("INTO"), QStringLiteral("INSERT")},
+                                               {QStringLiteral("UPDATE"), QStringLiteral("UPDATE")},
+                                               {QStringLiteral("EXEC"), QStringLiteral("EXECUTE")}};
+    const QString roles =
+        StatementFile::TextOf(QStringLiteral(CAPD_SOURCE_DIR "/server/schema/90_roles.sql"));
+    int foreign = 0;
+    for (const QString& path : Scripts(QStringLiteral("procedures"))) {
+        const QString own = QFileInfo(path).dir().dirName();
+        QString text = StatementFile::TextOf(path);
+        for (const auto& match : use.globalMatch(text.remove(comment))) {
+            const QString said =
+                QFileInfo(path).baseName() + QStringLiteral(": ") + match.captured();
+            QVERIFY2(match.hasCaptured(2), qPrintable(said));
+            const QString database = match.captured(2);
+            if (database == own)
+                continue;
+            ++foreign;
+            const QString of = roles.section(QStringLiteral("USE %1\n").arg(database), 1, 1)
+                                   .section(QStringLiteral("\nUSE "), 0, 0);
+            const QRegularExpression grant(QStringLiteral("\nGRANT [^\n]*%1[^\n]* ON %2 TO")
+                                               .arg(rights[match.captured(1)], match.captured(3)),
+                                           QRegularExpression::CaseInsensitiveOption);
+            QVERIFY2(grant.match(of).hasMatch(), qPrintable(said));
+        }
+    }
+    QVERIFY(foreign > 20);
 }
 
 QTEST_GUILESS_MAIN(tst_ServerScripts)

@@ -15,9 +15,9 @@ BEGIN
     SET XACT_ABORT ON;
 
     SET @IdNum = LTRIM(RTRIM(@IdNum));
-    UPDATE tbVisitAccount
+    UPDATE BILLING..tbVisitAccount
     SET PaidAmount = ISNULL((
-            SELECT SUM(p.Amount) FROM tbCompanyPayment p
+            SELECT SUM(p.Amount) FROM BILLING..tbCompanyPayment p
             WHERE p.IdNum = @IdNum AND p.CancelledAt IS NULL), 0),
         UpdatedAt = GETDATE()
     WHERE IdNum = @IdNum AND HospNum = @HospNum;

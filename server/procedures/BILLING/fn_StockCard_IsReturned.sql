@@ -17,10 +17,10 @@ BEGIN
     DECLARE @Returns int;
 
     SELECT @RefNum = RefNum, @ItemCode = ItemCode, @LocationID = LocationID
-    FROM tbStockCard
+    FROM BILLING..tbStockCard
     WHERE StockCardID = @StockCardID;
     SELECT @Returns = COUNT(*)
-    FROM tbStockCard
+    FROM BILLING..tbStockCard
     WHERE RefNum = @RefNum
         AND ItemCode = @ItemCode
         AND LocationID = @LocationID
@@ -28,7 +28,7 @@ BEGIN
     IF @Returns = 0
         RETURN 0;
     SELECT @Issues = COUNT(*)
-    FROM tbStockCard
+    FROM BILLING..tbStockCard
     WHERE RefNum = @RefNum
         AND ItemCode = @ItemCode
         AND LocationID = @LocationID

@@ -27,7 +27,7 @@ BEGIN
     BEGIN TRANSACTION;
     SELECT @Lines = COUNT(*), @Revoked = COUNT(CASE WHEN RecordStatus = 'R' THEN 1 END),
         @Paid = COUNT(CASE WHEN ORNum <> @ORNum THEN 1 END)
-    FROM tbCashAssessment WITH (UPDLOCK, HOLDLOCK)
+    FROM BILLING..tbCashAssessment WITH (UPDLOCK, HOLDLOCK)
     WHERE RefNum = @RefNum;
     IF @Lines = 0
     BEGIN
@@ -41,7 +41,7 @@ BEGIN
     BEGIN
         THROW 50174, 'The assessment is paid with another receipt.', 1;
     END
-    UPDATE tbCashAssessment SET ORNum = @ORNum WHERE RefNum = @RefNum AND ORNum IS NULL;
+    UPDATE BILLING..tbCashAssessment SET ORNum = @ORNum WHERE RefNum = @RefNum AND ORNum IS NULL;
     COMMIT TRANSACTION;
 END
 GO

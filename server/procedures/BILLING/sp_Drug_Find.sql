@@ -21,15 +21,15 @@ BEGIN
     IF @LocationID = ''
         SELECT d.DrugCode, d.DrugName, d.Status, d.SellingPriceIn,
             d.SellingPriceOut, d.Unit, d.Kind,
-            (SELECT ISNULL(SUM(s.OnHand), 0) FROM tbDrugStock s
+            (SELECT ISNULL(SUM(s.OnHand), 0) FROM BILLING..tbDrugStock s
                 WHERE s.DrugCode = d.DrugCode) AS OnHand
-        FROM tbDrug d
+        FROM BILLING..tbDrug d
         WHERE d.DrugCode = @DrugCode;
     ELSE
         SELECT d.DrugCode, d.DrugName, d.Status, d.SellingPriceIn,
             d.SellingPriceOut, d.Unit, d.Kind, s.OnHand
-        FROM tbDrug d
-        INNER JOIN tbDrugStock s ON s.DrugCode = d.DrugCode
+        FROM BILLING..tbDrug d
+        INNER JOIN BILLING..tbDrugStock s ON s.DrugCode = d.DrugCode
         WHERE d.DrugCode = @DrugCode
             AND s.LocationID = @LocationID;
 END

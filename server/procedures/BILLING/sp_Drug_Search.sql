@@ -31,7 +31,7 @@ BEGIN
     IF @Text <> ''
     BEGIN
         IF EXISTS (
-            SELECT 1 FROM tbDrug c
+            SELECT 1 FROM BILLING..tbDrug c
             WHERE c.DrugCode LIKE @Prefix ESCAPE '!' AND c.Kind IN (@Kind, @OtherKind))
             SET @ByCode = 1;
     END
@@ -41,18 +41,18 @@ BEGIN
         IF @ByCode = 1
             SELECT TOP (500) d.DrugCode, d.DrugName, d.Status, d.SellingPriceIn,
                     d.SellingPriceOut, d.Unit,
-                (SELECT ISNULL(SUM(s.OnHand), 0) FROM tbDrugStock s
+                (SELECT ISNULL(SUM(s.OnHand), 0) FROM BILLING..tbDrugStock s
                     WHERE s.DrugCode = d.DrugCode) AS OnHand
-            FROM tbDrug d
+            FROM BILLING..tbDrug d
             WHERE d.DrugCode LIKE @Prefix ESCAPE '!'
                 AND d.Kind IN (@Kind, @OtherKind)
             ORDER BY d.DrugCode;
         ELSE
             SELECT TOP (500) d.DrugCode, d.DrugName, d.Status, d.SellingPriceIn,
                     d.SellingPriceOut, d.Unit,
-                (SELECT ISNULL(SUM(s.OnHand), 0) FROM tbDrugStock s
+                (SELECT ISNULL(SUM(s.OnHand), 0) FROM BILLING..tbDrugStock s
                     WHERE s.DrugCode = d.DrugCode) AS OnHand
-            FROM tbDrug d
+            FROM BILLING..tbDrug d
             WHERE d.DrugName LIKE @Prefix ESCAPE '!'
                 AND d.Kind IN (@Kind, @OtherKind)
             ORDER BY d.DrugName, d.DrugCode;
@@ -63,8 +63,8 @@ BEGIN
             SELECT TOP (500) d.DrugCode, d.DrugName, d.Status, d.SellingPriceIn,
                     d.SellingPriceOut, d.Unit,
                 s.OnHand
-            FROM tbDrug d
-            INNER JOIN tbDrugStock s ON s.DrugCode = d.DrugCode
+            FROM BILLING..tbDrug d
+            INNER JOIN BILLING..tbDrugStock s ON s.DrugCode = d.DrugCode
             WHERE d.DrugCode LIKE @Prefix ESCAPE '!'
                 AND d.Kind IN (@Kind, @OtherKind)
                 AND s.LocationID = @LocationID
@@ -73,8 +73,8 @@ BEGIN
             SELECT TOP (500) d.DrugCode, d.DrugName, d.Status, d.SellingPriceIn,
                     d.SellingPriceOut, d.Unit,
                 s.OnHand
-            FROM tbDrug d
-            INNER JOIN tbDrugStock s ON s.DrugCode = d.DrugCode
+            FROM BILLING..tbDrug d
+            INNER JOIN BILLING..tbDrugStock s ON s.DrugCode = d.DrugCode
             WHERE d.DrugName LIKE @Prefix ESCAPE '!'
                 AND d.Kind IN (@Kind, @OtherKind)
                 AND s.LocationID = @LocationID

@@ -15,7 +15,7 @@ BEGIN
     SET XACT_ABORT ON;
 
     SELECT RevenueID, ItemCode, OtherRevenue, RateA
-    FROM tbOtherRevenue
+    FROM BILLING..tbOtherRevenue
     WHERE RevenueID = LTRIM(RTRIM(@RevenueID)) AND ItemCode = LTRIM(RTRIM(@ItemCode));
 END
 GO

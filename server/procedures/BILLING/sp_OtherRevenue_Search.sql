@@ -20,17 +20,17 @@ BEGIN
     SET @RevenueID = LTRIM(RTRIM(@RevenueID));
 
     IF EXISTS (
-        SELECT 1 FROM tbOtherRevenue o
+        SELECT 1 FROM BILLING..tbOtherRevenue o
         WHERE o.ItemCode LIKE @Prefix ESCAPE '!'
             AND o.RevenueID = @RevenueID AND @Text <> '')
         SELECT TOP (500) o.RevenueID, o.ItemCode, o.OtherRevenue, o.RateA
-        FROM tbOtherRevenue o
+        FROM BILLING..tbOtherRevenue o
         WHERE o.ItemCode LIKE @Prefix ESCAPE '!'
             AND o.RevenueID = @RevenueID
         ORDER BY o.ItemCode;
     ELSE
         SELECT TOP (500) o.RevenueID, o.ItemCode, o.OtherRevenue, o.RateA
-        FROM tbOtherRevenue o
+        FROM BILLING..tbOtherRevenue o
         WHERE o.OtherRevenue LIKE @Prefix ESCAPE '!'
             AND o.RevenueID = @RevenueID
         ORDER BY o.OtherRevenue, o.ItemCode;

@@ -31,7 +31,7 @@ BEGIN
     BEGIN TRANSACTION;
     IF EXISTS (
         SELECT 1
-        FROM tbCompanyPayment WITH (UPDLOCK, HOLDLOCK)
+        FROM BILLING..tbCompanyPayment WITH (UPDLOCK, HOLDLOCK)
         WHERE RequestNum = @Payment
             AND IdNum = @IdNum
             AND HospNum = @HospNum
@@ -40,10 +40,10 @@ BEGIN
             AND ItemID = @ItemID
             AND CancelledAt IS NULL)
     BEGIN
-        UPDATE tbFundAccount
+        UPDATE BILLING..tbFundAccount
         SET FundBalance = FundBalance + (
             SELECT SUM(p.Amount)
-            FROM tbCompanyPayment p
+            FROM BILLING..tbCompanyPayment p
             WHERE p.RefNum = @RefNum
                 AND p.ItemID = @ItemID
                 AND p.RevenueID = @RevenueID
@@ -52,20 +52,20 @@ BEGIN
                 AND p.CancelledAt IS NULL)
         WHERE AccountNum IN (
             SELECT s.AccountNum
-            FROM tbCompanyPayment s
+            FROM BILLING..tbCompanyPayment s
             WHERE s.RefNum = @RefNum
                 AND s.ItemID = @ItemID
                 AND s.RevenueID = @RevenueID
                 AND s.IdNum = @IdNum
                 AND s.CancelledAt IS NULL);
-        UPDATE tbCompanyPayment
+        UPDATE BILLING..tbCompanyPayment
         SET CancelledAt = GETDATE(), CancelledBy = @UserID
         WHERE RefNum = @RefNum
             AND ItemID = @ItemID
             AND RevenueID = @RevenueID
             AND IdNum = @IdNum
             AND CancelledAt IS NULL;
-        EXEC SP_PDAF_UpdateOPDRegistration @HospNum, @IdNum;
+        EXEC BILLING..SP_PDAF_UpdateOPDRegistration @HospNum, @IdNum;
     END
     COMMIT TRANSACTION;
 END

@@ -30,7 +30,8 @@ BEGIN
     DECLARE @Balance money;
     DECLARE @CompanyID varchar(10);
     DECLARE @AccountSeqNum int;
-    SET @Share = TRY_CONVERT(money, NULLIF(@Amount, ''));
+    SET @Amount = NULLIF(@Amount, '');
+    SET @Share = TRY_CONVERT(money, @Amount);
     IF @Share IS NULL OR @Share < 0
     BEGIN
         THROW 50151, 'A payment needs an amount above 0.', 1;
@@ -41,17 +42,17 @@ BEGIN
 
     BEGIN TRANSACTION;
     SELECT @Balance = f.FundBalance, @CompanyID = f.CompanyID, @AccountSeqNum = f.SeqNum
-    FROM tbFundAccount f WITH (UPDLOCK, HOLDLOCK)
+    FROM BILLING..tbFundAccount f WITH (UPDLOCK, HOLDLOCK)
     WHERE f.AccountNum = @AccountNum
         AND f.HospNum = @HospNum
         AND EXISTS (
-            SELECT 1 FROM tbFundCostCenter c
+            SELECT 1 FROM BILLING..tbFundCostCenter c
             WHERE c.AccountNum = f.AccountNum AND c.RevenueID = @RevenueID);
     IF @Balance IS NULL
     BEGIN
         THROW 50152, 'The fund account does not pay this patient''s charges of this kind.', 1;
     END
-    IF NOT EXISTS (SELECT 1 FROM tbVisitAccount WHERE IdNum = @IdNum AND HospNum = @HospNum)
+    IF NOT EXISTS (SELECT 1 FROM BILLING..tbVisitAccount WHERE IdNum = @IdNum AND HospNum = @HospNum)
     BEGIN
         THROW 50153, 'The visit is not charged to a company.', 1;
     END
@@ -60,8 +61,8 @@ BEGIN
         THROW 50154, 'The fund account has less left than this payment.', 1;
     END
 
-    UPDATE tbFundAccount SET FundBalance = FundBalance - @Share WHERE AccountNum = @AccountNum;
-    INSERT INTO tbCompanyPayment (
+    UPDATE BILLING..tbFundAccount SET FundBalance = FundBalance - @Share WHERE AccountNum = @AccountNum;
+    INSERT INTO BILLING..tbCompanyPayment (
         IdNum, HospNum, AccountNum, CompanyID, Amount, RefNum, DrCr, RevenueID, SeqNum, ItemID,
         UserID, PaidAt)
     VALUES (

@@ -18,8 +18,8 @@ BEGIN
 
     SELECT f.AccountNum AS AccountNum, f.FundBalance AS FundBalance, f.CompanyID AS CompanyID,
         f.SeqNum AS SeqNum
-    FROM tbFundAccount f
-    INNER JOIN tbFundCostCenter c ON c.AccountNum = f.AccountNum AND c.RevenueID = @RevenueID
+    FROM BILLING..tbFundAccount f
+    INNER JOIN BILLING..tbFundCostCenter c ON c.AccountNum = f.AccountNum AND c.RevenueID = @RevenueID
     WHERE f.HospNum = LTRIM(RTRIM(@HospNum))
     ORDER BY f.SeqNum;
 END

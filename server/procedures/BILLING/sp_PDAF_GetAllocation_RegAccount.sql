@@ -17,15 +17,15 @@ BEGIN
     SET XACT_ABORT ON;
 
     SELECT f.FundBalance AS FundBalance
-    FROM tbVisitAccount v
-    INNER JOIN tbFundAccount f ON f.AccountNum = v.FundAccountNum AND f.HospNum = v.HospNum
-    INNER JOIN tbFundCostCenter c ON c.AccountNum = f.AccountNum AND c.RevenueID = @DeptID
+    FROM BILLING..tbVisitAccount v
+    INNER JOIN BILLING..tbFundAccount f ON f.AccountNum = v.FundAccountNum AND f.HospNum = v.HospNum
+    INNER JOIN BILLING..tbFundCostCenter c ON c.AccountNum = f.AccountNum AND c.RevenueID = @DeptID
     WHERE v.IdNum = LTRIM(RTRIM(@IdNum))
         AND v.HospNum = LTRIM(RTRIM(@HospNum))
         AND NOT EXISTS (
             SELECT 1
-            FROM tbFundAccount e
-            INNER JOIN tbFundCostCenter d ON d.AccountNum = e.AccountNum AND d.RevenueID = @DeptID
+            FROM BILLING..tbFundAccount e
+            INNER JOIN BILLING..tbFundCostCenter d ON d.AccountNum = e.AccountNum AND d.RevenueID = @DeptID
             WHERE e.HospNum = v.HospNum AND e.SeqNum < f.SeqNum);
 END
 GO

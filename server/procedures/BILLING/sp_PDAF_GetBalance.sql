@@ -17,8 +17,8 @@ BEGIN
     SELECT SUM(f.FundBalance) AS FundBalance,
         SUM(f.AllocatedFund - f.FundBalance) AS UtilizedFund,
         SUM(f.AllocatedFund) AS AllocatedFund
-    FROM tbFundAccount f
-    INNER JOIN tbFundCostCenter c ON c.AccountNum = f.AccountNum AND c.RevenueID = @DeptID
+    FROM BILLING..tbFundAccount f
+    INNER JOIN BILLING..tbFundCostCenter c ON c.AccountNum = f.AccountNum AND c.RevenueID = @DeptID
     WHERE f.HospNum = LTRIM(RTRIM(@HospNum))
     GROUP BY f.HospNum;
 END

@@ -20,23 +20,23 @@ BEGIN
     DECLARE @Paid money;
     SET @IdNum = LTRIM(RTRIM(@IdNum));
     IF @DeptID = 'MD'
-        SELECT @HospBill = SUM(Amount) FROM tbDoctorCharge WHERE IdNum = @IdNum;
+        SELECT @HospBill = SUM(Amount) FROM BILLING..tbDoctorCharge WHERE IdNum = @IdNum;
     ELSE
     BEGIN
         SELECT @HospBill = SUM(Amount)
-        FROM tbBill
+        FROM BILLING..tbBill
         WHERE IdNum = @IdNum AND RevenueID = @DeptID;
         SELECT @Supplies = SUM(NetAmount)
-        FROM tbStockCard
+        FROM BILLING..tbStockCard
         WHERE IdNum = @IdNum AND RefNum LIKE 'C%D';
     END
     SET @HospBill = ISNULL(@HospBill, 0) + ISNULL(@Supplies, 0);
     SELECT @Paid = SUM(Amount)
-    FROM tbCompanyPayment
+    FROM BILLING..tbCompanyPayment
     WHERE IdNum = @IdNum AND CancelledAt IS NULL AND RevenueID = @DeptID;
 
     SELECT @HospBill - ISNULL(@Paid, 0) AS Amount, @HospBill AS HospBill
-    FROM tbVisitAccount
+    FROM BILLING..tbVisitAccount
     WHERE IdNum = @IdNum;
 END
 GO

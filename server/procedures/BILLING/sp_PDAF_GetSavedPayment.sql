@@ -18,7 +18,7 @@ BEGIN
     SET XACT_ABORT ON;
 
     SELECT RequestNum, CompanyID, AccountNum, Amount
-    FROM tbCompanyPayment WITH (UPDLOCK, HOLDLOCK)
+    FROM BILLING..tbCompanyPayment WITH (UPDLOCK, HOLDLOCK)
     WHERE RefNum = @RefNum
         AND ItemID = @ItemID
         AND RevenueID = @RevenueID

@@ -14,8 +14,8 @@ BEGIN
     SET XACT_ABORT ON;
 
     SELECT v.CompanyID AS CompanyID, c.Company AS Company
-    FROM tbVisitAccount v
-    LEFT JOIN tbCompany c ON c.CompanyID = v.CompanyID
+    FROM BILLING..tbVisitAccount v
+    LEFT JOIN BILLING..tbCompany c ON c.CompanyID = v.CompanyID
     WHERE v.IdNum = LTRIM(RTRIM(@IdNum));
 END
 GO

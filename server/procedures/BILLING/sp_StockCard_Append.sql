@@ -66,15 +66,15 @@ BEGIN
         SET @Discount = -ABS(@Discount);
 
     BEGIN TRANSACTION;
-    UPDATE tbDrugStock
+    UPDATE BILLING..tbDrugStock
     SET @StockAfter = OnHand = OnHand - @Quantity
-    WHERE DrugCode = @ItemCode AND LocationID = @LocationID;
+    WHERE DrugCode = @ItemCode AND LocationID = @LocationID
     IF @@ROWCOUNT = 0
     BEGIN
         THROW 50131, 'The item is not kept at this stock location.', 1;
     END
 
-    INSERT INTO tbStockCard (
+    INSERT INTO BILLING..tbStockCard (
         HospNum, IdNum, ItemCode, TransDate, RefNum, Quantity, Balance, NetAmount, UserID,
         Frequency, Reference, LocationID, Remarks, Department, Cancelled, InventoryCode,
         RevenueID, Mark, Position19, Position20, Position21, PatientType, Position23, Flag,

@@ -1,6 +1,5 @@
 -- Puts a patient on the register under the next number of the counter; part of
--- sp_CAPD_RegisterPatient, in its transaction. The first number of a new register is 1001; a number
--- that a patient has already is passed over.
+-- sp_CAPD_RegisterPatient, in its transaction. A number that a patient has already is passed over.
 USE CLINICAL_AREA
 GO
 
@@ -18,13 +17,11 @@ BEGIN
     DECLARE @Number int;
 
     BEGIN TRANSACTION;
-    IF NOT EXISTS (SELECT 1 FROM tbCAPDNumber WITH (UPDLOCK, HOLDLOCK))
-        INSERT INTO tbCAPDNumber (NextNumber) VALUES (1001);
-    UPDATE tbCAPDNumber SET @Number = NextNumber = NextNumber + 1;
-    WHILE EXISTS (SELECT 1 FROM tbCAPDPatient WHERE CAPDNum = CAST(@Number - 1 AS varchar(20)))
-        UPDATE tbCAPDNumber SET @Number = NextNumber = NextNumber + 1;
+    UPDATE CLINICAL_AREA..tbCAPDNumber SET @Number = NextNumber = NextNumber + 1
+    WHILE EXISTS (SELECT 1 FROM CLINICAL_AREA..tbCAPDPatient WHERE CAPDNum = CAST(@Number - 1 AS varchar(20)))
+        UPDATE CLINICAL_AREA..tbCAPDNumber SET @Number = NextNumber = NextNumber + 1
 
-    INSERT INTO tbCAPDPatient (HospNum, CAPDNum, RegisteredAt, RegisteredBy)
+    INSERT INTO CLINICAL_AREA..tbCAPDPatient (HospNum, CAPDNum, RegisteredAt, RegisteredBy)
     VALUES (@HospNum, CAST(@Number - 1 AS varchar(20)), GETDATE(), @UserID);
     COMMIT TRANSACTION;
 END

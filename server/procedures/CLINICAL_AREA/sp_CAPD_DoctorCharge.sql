@@ -26,7 +26,8 @@ BEGIN
     DECLARE @PatientName varchar(200);
     SET @IdNum = LTRIM(RTRIM(@IdNum));
     SET @HospNum = LTRIM(RTRIM(@HospNum));
-    SET @Fee = TRY_CONVERT(money, NULLIF(@Amount, ''));
+    SET @Amount = NULLIF(@Amount, '');
+    SET @Fee = TRY_CONVERT(money, @Amount);
     IF @Fee IS NULL OR @Fee = 0
     BEGIN
         THROW 50182, 'A charge needs an amount above 0.', 1;
@@ -48,7 +49,7 @@ BEGIN
             SELECT @PatientName = CONCAT(LastName, ', ', FirstName, ' ', MiddleName)
             FROM PATIENT_DATA..tbMaster
             WHERE HospNum = @HospNum;
-            EXEC sp_CAPD_SaveAssessment @PatientName, 'MD', @ItemCode, '1', @Amount, @UserID,
+            EXEC CLINICAL_AREA..sp_CAPD_SaveAssessment @PatientName, 'MD', @ItemCode, '1', @Amount, @UserID,
                 @RefNum, @IdNum, 'N', NULL, @HospNum, NULL;
         END
         IF @IdNum LIKE 'T%C' AND @Fee < 0

@@ -24,7 +24,7 @@ BEGIN
         ISNULL(s.Discount, 0) AS [DISCOUNT],
         ROUND(ISNULL(r.Price, r.Amount / NULLIF(r.Quantity, 0)), 2) AS [PRICE],
         r.RevenueID AS [DEPT.]
-    FROM tbCAPDRequest r
+    FROM CLINICAL_AREA..tbCAPDRequest r
     LEFT JOIN BILLING..tbStockCard s ON s.StockCardID = r.StockCardID
     LEFT JOIN BILLING..tbOtherRevenue o ON o.RevenueID = r.RevenueID AND o.ItemCode = r.ItemCode
     LEFT JOIN BILLING..tbDrug g ON g.DrugCode = r.ItemCode

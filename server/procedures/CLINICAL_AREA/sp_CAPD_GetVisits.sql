@@ -23,7 +23,7 @@ BEGIN
         l.ShiftReason AS [REASON FOR SHIFTING], l.ShiftBackDate AS [DATE SHIFTED BACK],
         l.TransplantDate AS [DATE OF TRANSPLANT], l.RejectionDate AS [DATE OF REJECTION],
         l.Remarks AS [OTHER COMMENTS], LTRIM(RTRIM(l.Purpose)) AS [PURPOSE]
-    FROM tbCAPDLogBook l
+    FROM CLINICAL_AREA..tbCAPDLogBook l
     WHERE l.HospNum = LTRIM(RTRIM(@HospNum))
     ORDER BY l.VisitDay DESC;
 END

@@ -43,7 +43,7 @@ BEGIN
     SET @CAPDNum = LTRIM(RTRIM(@CAPDNum));
 
     BEGIN TRANSACTION;
-    SELECT @Own = CAPDNum FROM tbCAPDPatient WHERE HospNum = @HospNum;
+    SELECT @Own = CAPDNum FROM CLINICAL_AREA..tbCAPDPatient WHERE HospNum = @HospNum;
     IF @Own IS NULL
     BEGIN
         THROW 50203, 'Patient does not exist in CAPD record. Register First.', 1;
@@ -54,13 +54,13 @@ BEGIN
     END
     SET @Now = GETDATE();
     SET @Day = CONVERT(datetime, CONVERT(varchar(10), @Now, 101), 101);
-    IF EXISTS (SELECT 1 FROM tbCAPDLogBook WITH (UPDLOCK, HOLDLOCK)
+    IF EXISTS (SELECT 1 FROM CLINICAL_AREA..tbCAPDLogBook WITH (UPDLOCK, HOLDLOCK)
         WHERE HospNum = @HospNum AND VisitDay = @Day)
     BEGIN
         THROW 50204, 'Patient''s visit for this day is already registered.', 1;
     END
 
-    INSERT INTO tbCAPDLogBook (
+    INSERT INTO CLINICAL_AREA..tbCAPDLogBook (
         IdNum, HospNum, CAPDNum, TransDate, VisitDay, Diagnosis, Weight, BP, ChronicPD, Catheter,
         Diet, FluidRestriction, AcutePDStartDate, ChronicPDStartDate, DialysisShiftDate, BloodType,
         HBsAg, Dialysis, ShiftReason, ShiftBackDate, TransplantDate, RejectionDate, Remarks,

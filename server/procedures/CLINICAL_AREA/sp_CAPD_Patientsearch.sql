@@ -26,17 +26,17 @@ BEGIN
         SET @IdNum = '';
 
     IF @Mode = '1'
-        EXEC sp_CAPD_SearchCurrent 'O', @HospNum, @IdNum, @LastName;
+        EXEC CLINICAL_AREA..sp_CAPD_SearchCurrent 'O', @HospNum, @IdNum, @LastName;
     ELSE IF @Mode = '2'
-        EXEC sp_CAPD_SearchVisits 'O', @HospNum, @IdNum, @LastName;
+        EXEC CLINICAL_AREA..sp_CAPD_SearchVisits 'O', @HospNum, @IdNum, @LastName;
     ELSE IF @Mode = '3'
-        EXEC sp_CAPD_SearchRegister 1, @HospNum, @IdNum, @LastName;
+        EXEC CLINICAL_AREA..sp_CAPD_SearchRegister 1, @HospNum, @IdNum, @LastName;
     ELSE IF @Mode = '4'
-        EXEC sp_CAPD_SearchRegister 0, @HospNum, @IdNum, @LastName;
+        EXEC CLINICAL_AREA..sp_CAPD_SearchRegister 0, @HospNum, @IdNum, @LastName;
     ELSE IF @Mode = '5'
-        EXEC sp_CAPD_SearchVisits 'E', @HospNum, @IdNum, @LastName;
+        EXEC CLINICAL_AREA..sp_CAPD_SearchVisits 'E', @HospNum, @IdNum, @LastName;
     ELSE IF @Mode = '6'
-        EXEC sp_CAPD_SearchAdmissions @HospNum, @IdNum, @LastName;
+        EXEC CLINICAL_AREA..sp_CAPD_SearchAdmissions @HospNum, @IdNum, @LastName;
     ELSE
     BEGIN
         THROW 50101, 'Unknown search mode.', 1;

@@ -21,7 +21,7 @@ BEGIN
     SET NOCOUNT ON;
     SET XACT_ABORT ON;
 
-    INSERT INTO tbCAPDChargeSlip (
+    INSERT INTO CLINICAL_AREA..tbCAPDChargeSlip (
         SPID, ItemCode, Description, Quantity, Price, Amount, RevenueID, UserID, Discount,
         NetAmount)
     VALUES (

@@ -46,7 +46,7 @@ BEGIN
 
     IF @WithPeritonitis IS NULL
     BEGIN
-        EXEC sp_CAPD_LogVisit @HospNum, @IdNum, @CAPDNum, @Diagnosis, @AcutePDStart,
+        EXEC CLINICAL_AREA..sp_CAPD_LogVisit @HospNum, @IdNum, @CAPDNum, @Diagnosis, @AcutePDStart,
             @ChronicPDStart, @ChronicPD, @Catheter, @Weight, @Diet, @BP, @FluidRestriction,
             @DateShifted, @BloodType, @HBsAg, @Dialysis, @ShiftReason, @DateShiftedBack,
             @DateOfTransplant, @DateOfRejection, @Remarks, @UserID, @Purpose;
@@ -62,9 +62,9 @@ BEGIN
     BEGIN
         THROW 50201, 'There is no patient with this hospital number.', 1;
     END
-    SELECT @Own = CAPDNum FROM tbCAPDPatient WITH (UPDLOCK, HOLDLOCK) WHERE HospNum = @HospNum;
+    SELECT @Own = CAPDNum FROM CLINICAL_AREA..tbCAPDPatient WITH (UPDLOCK, HOLDLOCK) WHERE HospNum = @HospNum;
     IF @CAPDNum <> '' AND (@CAPDNum <> @Own
-        OR (@Own IS NULL AND EXISTS (SELECT 1 FROM tbCAPDPatient WHERE CAPDNum = @CAPDNum)))
+        OR (@Own IS NULL AND EXISTS (SELECT 1 FROM CLINICAL_AREA..tbCAPDPatient WHERE CAPDNum = @CAPDNum)))
     BEGIN
         THROW 50202, 'This CAPD number is not the patient''s.', 1;
     END
@@ -72,13 +72,13 @@ BEGIN
     IF @Own IS NULL
     BEGIN
         IF @CAPDNum = ''
-            EXEC sp_CAPD_AddToRegister @HospNum, @UserID;
+            EXEC CLINICAL_AREA..sp_CAPD_AddToRegister @HospNum, @UserID;
         ELSE
-            INSERT INTO tbCAPDPatient (HospNum, CAPDNum, RegisteredAt, RegisteredBy)
+            INSERT INTO CLINICAL_AREA..tbCAPDPatient (HospNum, CAPDNum, RegisteredAt, RegisteredBy)
             VALUES (@HospNum, @CAPDNum, GETDATE(), @UserID);
     END
 
-    UPDATE tbCAPDPatient
+    UPDATE CLINICAL_AREA..tbCAPDPatient
     SET TypeOfPD = ISNULL(NULLIF(@TypeOfPD, ''), TypeOfPD),
         ChronicPD = ISNULL(NULLIF(@ChronicPD, ''), ChronicPD),
         Catheter = ISNULL(NULLIF(@Catheter, ''), Catheter),

@@ -19,7 +19,7 @@ BEGIN
         Description AS Description, Quantity AS Quantity, Price AS Price, Amount AS Amount,
         Discount AS Discount, NetAmount AS NetAmount, CAST(NULL AS money) AS FundAmount,
         NetAmount AS PatientAmount
-    FROM tbCAPDChargeSlip
+    FROM CLINICAL_AREA..tbCAPDChargeSlip
     WHERE SPID = @@SPID
     UNION ALL
     SELECT 2 AS Section, MIN(LineNum) AS Line, 'Y' AS Fund, AccountNum AS Code,

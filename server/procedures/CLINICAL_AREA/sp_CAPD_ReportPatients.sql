@@ -16,9 +16,9 @@ BEGIN
     SELECT c.CAPDNum, c.HospNum, m.LastName, m.FirstName, m.MiddleName,
         PATIENT_DATA.dbo.fn_GetAge(m.BirthDate, GETDATE()) AS Age, m.Sex, c.TypeOfPD, c.Status,
         c.Diagnosis, c.RegisteredAt,
-        (SELECT MAX(l.TransDate) FROM tbCAPDLogBook l WHERE l.HospNum = c.HospNum) AS LatestVisit,
-        (SELECT COUNT(*) FROM tbCAPDLogBook n WHERE n.HospNum = c.HospNum) AS Visits
-    FROM tbCAPDPatient c
+        (SELECT MAX(l.TransDate) FROM CLINICAL_AREA..tbCAPDLogBook l WHERE l.HospNum = c.HospNum) AS LatestVisit,
+        (SELECT COUNT(*) FROM CLINICAL_AREA..tbCAPDLogBook n WHERE n.HospNum = c.HospNum) AS Visits
+    FROM CLINICAL_AREA..tbCAPDPatient c
     INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = c.HospNum
     ORDER BY m.LastName, m.FirstName, c.CAPDNum;
 END

@@ -30,7 +30,7 @@ BEGIN
         PATIENT_DATA.dbo.fn_GetAge(m.BirthDate, l.TransDate) AS Age, m.Sex,
         LTRIM(RTRIM(l.ChronicPD)) AS TypeOfPD, LTRIM(RTRIM(l.Purpose)) AS Purpose, l.Diagnosis,
         l.Weight, l.BP, l.Remarks
-    FROM tbCAPDLogBook l
+    FROM CLINICAL_AREA..tbCAPDLogBook l
     INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = l.HospNum
     WHERE l.TransDate >= @From
         AND l.TransDate < @To

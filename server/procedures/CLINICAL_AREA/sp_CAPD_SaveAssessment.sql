@@ -29,7 +29,8 @@ BEGIN
     DECLARE @Money money;
     DECLARE @Moment datetime;
     DECLARE @Settled int;
-    SET @Money = TRY_CONVERT(money, NULLIF(@Amount, ''));
+    SET @Amount = NULLIF(@Amount, '');
+    SET @Money = TRY_CONVERT(money, @Amount);
     IF @Money IS NULL OR @Money <= 0
     BEGIN
         THROW 50161, 'An assessment''s line needs an amount.', 1;

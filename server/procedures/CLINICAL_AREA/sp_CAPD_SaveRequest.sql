@@ -34,7 +34,8 @@ BEGIN
     DECLARE @StockCardID int;
     SET @IdNum = LTRIM(RTRIM(@IdNum));
     SET @Units = CONVERT(decimal(12,2), ISNULL(NULLIF(@Quantity, ''), '1'));
-    SET @LineAmount = TRY_CONVERT(money, NULLIF(@Amount, ''));
+    SET @Amount = NULLIF(@Amount, '');
+    SET @LineAmount = TRY_CONVERT(money, @Amount);
     IF @LineAmount IS NULL
     BEGIN
         THROW 50182, 'A charge needs an amount above 0.', 1;
@@ -56,7 +57,7 @@ BEGIN
             WHERE RefNum = @RefNum AND ItemCode = @ItemCode AND Quantity >= 0
             ORDER BY StockCardID DESC);
     END
-    INSERT INTO tbCAPDRequest (
+    INSERT INTO CLINICAL_AREA..tbCAPDRequest (
         HospNum, IdNum, CAPDNum, ItemCode, Quantity, Amount, Department, RefNum, RevenueID,
         UserID, DoctorID, DoctorName, RequestDate, Description, Price, StockCardID)
     VALUES (

@@ -29,11 +29,11 @@ BEGIN
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbPatient v
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.IdNum LIKE @IdNumPrefix ESCAPE '!'
-            AND CASE WHEN @HospNum = '' OR v.HospNum LIKE @HospNumPrefix ESCAPE '!'
+            AND CASE WHEN @HospNum = '' OR LEFT(v.HospNum, LEN(@HospNum)) = @HospNum
                 THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
+            AND CASE WHEN @LastName = '' OR LEFT(m.LastName, LEN(@LastName)) = @LastName
                 THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
     ELSE IF @HospNum <> ''
@@ -41,9 +41,9 @@ BEGIN
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbPatient v
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.HospNum LIKE @HospNumPrefix ESCAPE '!'
-            AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
+            AND CASE WHEN @LastName = '' OR LEFT(m.LastName, LEN(@LastName)) = @LastName
                 THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
     ELSE IF @LastName <> ''
@@ -51,7 +51,7 @@ BEGIN
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbMaster m
         INNER JOIN PATIENT_DATA..tbPatient v ON v.HospNum = m.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE m.LastName LIKE @LastNamePrefix ESCAPE '!'
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
     ELSE
@@ -59,7 +59,7 @@ BEGIN
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbPatient v
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
 END
 GO

@@ -21,10 +21,8 @@ BEGIN
     -- Joins add an empty text to the key of the table that leads: it is read first, by its index.
     DECLARE @HospNumPrefix varchar(8000);
     DECLARE @IdNumPrefix varchar(8000);
-    DECLARE @LastNamePrefix varchar(8000);
     SET @HospNumPrefix = PATIENT_DATA.dbo.fn_LikePrefix(@HospNum);
     SET @IdNumPrefix = PATIENT_DATA.dbo.fn_LikePrefix(@IdNum);
-    SET @LastNamePrefix = PATIENT_DATA.dbo.fn_LikePrefix(@LastName);
     DECLARE @Today datetime;
     SET @Today = PATIENT_DATA.dbo.fn_GetToday();
 
@@ -33,13 +31,13 @@ BEGIN
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbOutPatient v
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.IdNum LIKE @IdNumPrefix ESCAPE '!'
             AND v.PatientType = @PatientType
             AND CASE WHEN v.DcrDate IS NULL OR v.AdmDate >= @Today THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @HospNum = '' OR v.HospNum LIKE @HospNumPrefix ESCAPE '!'
+            AND CASE WHEN @HospNum = '' OR LEFT(v.HospNum, LEN(@HospNum)) = @HospNum
                 THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
+            AND CASE WHEN @LastName = '' OR LEFT(m.LastName, LEN(@LastName)) = @LastName
                 THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
     ELSE IF LEN(@HospNum) > 4
@@ -47,12 +45,12 @@ BEGIN
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbOutPatient v
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.HospNum LIKE @HospNumPrefix ESCAPE '!'
             AND v.PatientType = @PatientType
             AND CASE WHEN v.DcrDate IS NULL OR v.AdmDate >= @Today THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @IdNum = '' OR v.IdNum LIKE @IdNumPrefix ESCAPE '!' THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
+            AND CASE WHEN @IdNum = '' OR LEFT(v.IdNum, LEN(@IdNum)) = @IdNum THEN 1 ELSE 0 END = 1
+            AND CASE WHEN @LastName = '' OR LEFT(m.LastName, LEN(@LastName)) = @LastName
                 THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
     ELSE
@@ -60,27 +58,27 @@ BEGIN
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbOutPatient v
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.DcrDate IS NULL
             AND v.PatientType = @PatientType
-            AND CASE WHEN @IdNum = '' OR v.IdNum LIKE @IdNumPrefix ESCAPE '!' THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @HospNum = '' OR v.HospNum LIKE @HospNumPrefix ESCAPE '!'
+            AND CASE WHEN @IdNum = '' OR LEFT(v.IdNum, LEN(@IdNum)) = @IdNum THEN 1 ELSE 0 END = 1
+            AND CASE WHEN @HospNum = '' OR LEFT(v.HospNum, LEN(@HospNum)) = @HospNum
                 THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
+            AND CASE WHEN @LastName = '' OR LEFT(m.LastName, LEN(@LastName)) = @LastName
                 THEN 1 ELSE 0 END = 1
         UNION ALL
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbOutPatient v
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.AdmDate >= @Today
             AND v.DcrDate IS NOT NULL
             AND v.PatientType = @PatientType
-            AND CASE WHEN @IdNum = '' OR v.IdNum LIKE @IdNumPrefix ESCAPE '!' THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @HospNum = '' OR v.HospNum LIKE @HospNumPrefix ESCAPE '!'
+            AND CASE WHEN @IdNum = '' OR LEFT(v.IdNum, LEN(@IdNum)) = @IdNum THEN 1 ELSE 0 END = 1
+            AND CASE WHEN @HospNum = '' OR LEFT(v.HospNum, LEN(@HospNum)) = @HospNum
                 THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
+            AND CASE WHEN @LastName = '' OR LEFT(m.LastName, LEN(@LastName)) = @LastName
                 THEN 1 ELSE 0 END = 1
         ORDER BY AdmDate DESC, IdNum DESC;
 END

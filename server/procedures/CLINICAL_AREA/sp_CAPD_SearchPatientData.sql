@@ -24,7 +24,7 @@ BEGIN
         c.Dialysis AS dialysis, c.ShiftReason AS shiftreason, c.ShiftBackDate AS shiftbackdate,
         c.TransplantDate AS transplantdate, c.RejectionDate AS rejectiondate, c.Remarks,
         c.Purpose, c.WithPeritonitis
-    FROM tbCAPDPatient c
+    FROM CLINICAL_AREA..tbCAPDPatient c
     INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = c.HospNum
     WHERE c.HospNum = LTRIM(RTRIM(@HospNum));
 END

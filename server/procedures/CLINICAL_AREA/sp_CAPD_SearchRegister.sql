@@ -20,10 +20,8 @@ BEGIN
 
     -- Joins add an empty text to the key of the table that leads: it is read first, by its index.
     DECLARE @HospNumPrefix varchar(8000);
-    DECLARE @IdNumPrefix varchar(8000);
     DECLARE @LastNamePrefix varchar(8000);
     SET @HospNumPrefix = PATIENT_DATA.dbo.fn_LikePrefix(@HospNum);
-    SET @IdNumPrefix = PATIENT_DATA.dbo.fn_LikePrefix(@IdNum);
     SET @LastNamePrefix = PATIENT_DATA.dbo.fn_LikePrefix(@LastName);
     DECLARE @Today datetime;
     SET @Today = PATIENT_DATA.dbo.fn_GetToday();
@@ -31,16 +29,16 @@ BEGIN
     IF @HospNum <> ''
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
-        FROM tbCAPDPatient c
+        FROM CLINICAL_AREA..tbCAPDPatient c
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = c.HospNum + ''
         INNER JOIN PATIENT_DATA..tbOutPatient v ON v.IdNum = (
             SELECT TOP (1) x.IdNum FROM PATIENT_DATA..tbOutPatient x
             WHERE x.HospNum = c.HospNum
             ORDER BY x.AdmDate DESC, x.IdNum DESC)
         WHERE c.HospNum LIKE @HospNumPrefix ESCAPE '!'
-            AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
+            AND CASE WHEN @LastName = '' OR LEFT(m.LastName, LEN(@LastName)) = @LastName
                 THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @IdNum = '' OR v.IdNum LIKE @IdNumPrefix ESCAPE '!' THEN 1 ELSE 0 END = 1
+            AND CASE WHEN @IdNum = '' OR LEFT(v.IdNum, LEN(@IdNum)) = @IdNum THEN 1 ELSE 0 END = 1
             AND CASE WHEN @Current = 0 OR v.DcrDate IS NULL OR v.AdmDate >= @Today
                 THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
@@ -48,28 +46,28 @@ BEGIN
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbMaster m
-        INNER JOIN tbCAPDPatient c ON c.HospNum = m.HospNum + ''
+        INNER JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = m.HospNum + ''
         INNER JOIN PATIENT_DATA..tbOutPatient v ON v.IdNum = (
             SELECT TOP (1) x.IdNum FROM PATIENT_DATA..tbOutPatient x
             WHERE x.HospNum = c.HospNum
             ORDER BY x.AdmDate DESC, x.IdNum DESC)
         WHERE m.LastName LIKE @LastNamePrefix ESCAPE '!'
-            AND CASE WHEN @IdNum = '' OR v.IdNum LIKE @IdNumPrefix ESCAPE '!' THEN 1 ELSE 0 END = 1
+            AND CASE WHEN @IdNum = '' OR LEFT(v.IdNum, LEN(@IdNum)) = @IdNum THEN 1 ELSE 0 END = 1
             AND CASE WHEN @Current = 0 OR v.DcrDate IS NULL OR v.AdmDate >= @Today
                 THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
     ELSE
         SELECT v.IdNum, v.HospNum, v.AdmDate, m.LastName, m.FirstName, m.MiddleName, c.CAPDNum,
             v.RoomID AS roomid, m.Address
-        FROM tbCAPDPatient c
+        FROM CLINICAL_AREA..tbCAPDPatient c
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = c.HospNum + ''
         INNER JOIN PATIENT_DATA..tbOutPatient v ON v.IdNum = (
             SELECT TOP (1) x.IdNum FROM PATIENT_DATA..tbOutPatient x
             WHERE x.HospNum = c.HospNum
             ORDER BY x.AdmDate DESC, x.IdNum DESC)
-        WHERE CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
+        WHERE CASE WHEN @LastName = '' OR LEFT(m.LastName, LEN(@LastName)) = @LastName
                 THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @IdNum = '' OR v.IdNum LIKE @IdNumPrefix ESCAPE '!' THEN 1 ELSE 0 END = 1
+            AND CASE WHEN @IdNum = '' OR LEFT(v.IdNum, LEN(@IdNum)) = @IdNum THEN 1 ELSE 0 END = 1
             AND CASE WHEN @Current = 0 OR v.DcrDate IS NULL OR v.AdmDate >= @Today
                 THEN 1 ELSE 0 END = 1
         ORDER BY v.AdmDate DESC, v.IdNum DESC;

@@ -31,11 +31,11 @@ BEGIN
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbOutPatient v
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.IdNum LIKE @IdNumPrefix ESCAPE '!'
-            AND CASE WHEN @HospNum = '' OR v.HospNum LIKE @HospNumPrefix ESCAPE '!'
+            AND CASE WHEN @HospNum = '' OR LEFT(v.HospNum, LEN(@HospNum)) = @HospNum
                 THEN 1 ELSE 0 END = 1
-            AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
+            AND CASE WHEN @LastName = '' OR LEFT(m.LastName, LEN(@LastName)) = @LastName
                 THEN 1 ELSE 0 END = 1
             AND v.PatientType = @PatientType
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
@@ -44,9 +44,9 @@ BEGIN
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbOutPatient v
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.HospNum LIKE @HospNumPrefix ESCAPE '!'
-            AND CASE WHEN @LastName = '' OR m.LastName LIKE @LastNamePrefix ESCAPE '!'
+            AND CASE WHEN @LastName = '' OR LEFT(m.LastName, LEN(@LastName)) = @LastName
                 THEN 1 ELSE 0 END = 1
             AND v.PatientType = @PatientType
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
@@ -55,7 +55,7 @@ BEGIN
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbMaster m
         INNER JOIN PATIENT_DATA..tbOutPatient v ON v.HospNum = m.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE m.LastName LIKE @LastNamePrefix ESCAPE '!'
             AND v.PatientType = @PatientType
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
@@ -64,7 +64,7 @@ BEGIN
             v.RoomID AS roomid, m.Address
         FROM PATIENT_DATA..tbOutPatient v
         INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum + ''
-        LEFT JOIN tbCAPDPatient c ON c.HospNum = v.HospNum
+        LEFT JOIN CLINICAL_AREA..tbCAPDPatient c ON c.HospNum = v.HospNum
         WHERE v.PatientType = @PatientType
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
 END

@@ -21,7 +21,8 @@ BEGIN
     SET XACT_ABORT ON;
 
     DECLARE @Fee money;
-    SET @Fee = TRY_CONVERT(money, NULLIF(@Amount, ''));
+    SET @Amount = NULLIF(@Amount, '');
+    SET @Fee = TRY_CONVERT(money, @Amount);
     IF @Fee IS NULL OR @Fee <= 0
     BEGIN
         THROW 50182, 'A charge needs an amount above 0.', 1;

@@ -18,9 +18,9 @@ BEGIN
     SELECT r.IdNum AS [ID Number], r.RequestNum AS [RequestNum], r.ResultDate AS [Resultdate],
         r.LabExamID AS [LabExamID], e.LabExam AS [LabExam], s.SectionName AS [SectionName],
         r.RefNum AS [RefNum]
-    FROM tbLabResult r
-    LEFT JOIN tbLabExam e ON e.LabExamID = r.LabExamID
-    LEFT JOIN tbLabSection s ON s.SectionID = e.SectionID
+    FROM PATIENT_DATA..tbLabResult r
+    LEFT JOIN PATIENT_DATA..tbLabExam e ON e.LabExamID = r.LabExamID
+    LEFT JOIN PATIENT_DATA..tbLabSection s ON s.SectionID = e.SectionID
     WHERE r.IdNum = @IdNum
         AND r.HospNum = @HospNum
     ORDER BY r.RequestDate DESC, r.RequestNum DESC, r.LabExamID;

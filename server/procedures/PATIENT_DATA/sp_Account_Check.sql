@@ -14,8 +14,8 @@ BEGIN
     SET XACT_ABORT ON;
 
     SET @IdNum = LTRIM(RTRIM(@IdNum));
-    IF EXISTS (SELECT 1 FROM tbOutPatient WHERE IdNum = @IdNum AND BillingDate IS NOT NULL)
-        OR EXISTS (SELECT 1 FROM tbPatient WHERE IdNum = @IdNum AND BillingDate IS NOT NULL)
+    IF EXISTS (SELECT 1 FROM PATIENT_DATA..tbOutPatient WHERE IdNum = @IdNum AND BillingDate IS NOT NULL)
+        OR EXISTS (SELECT 1 FROM PATIENT_DATA..tbPatient WHERE IdNum = @IdNum AND BillingDate IS NOT NULL)
     BEGIN
         THROW 50181, 'Cannot post charges because the patient''s account has already been closed. Please contact BILLING DEPARTMENT for further instructions.', 1;
     END

@@ -17,12 +17,12 @@ BEGIN
 
     SELECT v.IdNum AS [Admision No.], v.AdmDate AS [Admision Date/Time],
         v.DcrDate AS [Discharged Date/Time], v.RoomID AS [Room]
-    FROM tbPatient v
+    FROM PATIENT_DATA..tbPatient v
     WHERE v.HospNum = @HospNum
     UNION ALL
     SELECT v.IdNum AS [Admision No.], v.AdmDate AS [Admision Date/Time],
         v.DcrDate AS [Discharged Date/Time], v.RoomID AS [Room]
-    FROM tbOutPatient v
+    FROM PATIENT_DATA..tbOutPatient v
     WHERE v.HospNum = @HospNum
     ORDER BY [Admision Date/Time] DESC, [Admision No.] DESC;
 END

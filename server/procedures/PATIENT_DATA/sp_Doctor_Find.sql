@@ -14,7 +14,7 @@ BEGIN
     SET XACT_ABORT ON;
 
     SELECT DoctorID, LastName, FirstName, MiddleName, Specialty
-    FROM tbDoctor
+    FROM PATIENT_DATA..tbDoctor
     WHERE DoctorID = LTRIM(RTRIM(@DoctorID));
 END
 GO

@@ -18,15 +18,15 @@ BEGIN
     SET @Prefix = PATIENT_DATA.dbo.fn_LikePrefix(@Text);
 
     IF EXISTS (
-        SELECT 1 FROM tbDoctor d
+        SELECT 1 FROM PATIENT_DATA..tbDoctor d
         WHERE d.DoctorID LIKE @Prefix ESCAPE '!' AND @Text <> '')
         SELECT TOP (500) d.DoctorID, d.LastName, d.FirstName, d.MiddleName, d.Specialty
-        FROM tbDoctor d
+        FROM PATIENT_DATA..tbDoctor d
         WHERE d.DoctorID LIKE @Prefix ESCAPE '!'
         ORDER BY d.DoctorID;
     ELSE
         SELECT TOP (500) d.DoctorID, d.LastName, d.FirstName, d.MiddleName, d.Specialty
-        FROM tbDoctor d
+        FROM PATIENT_DATA..tbDoctor d
         WHERE d.LastName LIKE @Prefix ESCAPE '!'
         ORDER BY d.LastName, d.DoctorID;
 END

@@ -24,11 +24,11 @@ BEGIN
         PATIENT_DATA.dbo.fn_GetDoctorName(v.AttendingDoctorID) AS AttendingDoctor,
         PATIENT_DATA.dbo.fn_GetDoctorName(v.AdmittingDoctorID) AS AdmittingDoctor,
         v.AdmittingDiagnosis, v.ChiefComplaint, v.FinalDiagnosis
-    FROM tbPatient v
-    INNER JOIN tbMaster m ON m.HospNum = v.HospNum
-    LEFT JOIN tbNationality n ON n.NationalityID = m.NationalityID
-    LEFT JOIN tbReligion r ON r.ReligionID = m.ReligionID
-    LEFT JOIN tbCivilStatus s ON s.CivilStatusID = m.CivilStatus
+    FROM PATIENT_DATA..tbPatient v
+    INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
+    LEFT JOIN PATIENT_DATA..tbNationality n ON n.NationalityID = m.NationalityID
+    LEFT JOIN PATIENT_DATA..tbReligion r ON r.ReligionID = m.ReligionID
+    LEFT JOIN PATIENT_DATA..tbCivilStatus s ON s.CivilStatusID = m.CivilStatus
     WHERE v.IdNum = LTRIM(RTRIM(@IdNum));
 END
 GO

@@ -25,11 +25,11 @@ BEGIN
         CAST(NULL AS varchar(200)) AS AdmittingDoctor,
         CAST(NULL AS varchar(500)) AS AdmittingDiagnosis,
         v.ChiefComplaint, v.Diagnosis AS FinalDiagnosis
-    FROM tbOutPatient v
-    INNER JOIN tbMaster m ON m.HospNum = v.HospNum
-    LEFT JOIN tbNationality n ON n.NationalityID = m.NationalityID
-    LEFT JOIN tbReligion r ON r.ReligionID = m.ReligionID
-    LEFT JOIN tbCivilStatus s ON s.CivilStatusID = m.CivilStatus
+    FROM PATIENT_DATA..tbOutPatient v
+    INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
+    LEFT JOIN PATIENT_DATA..tbNationality n ON n.NationalityID = m.NationalityID
+    LEFT JOIN PATIENT_DATA..tbReligion r ON r.ReligionID = m.ReligionID
+    LEFT JOIN PATIENT_DATA..tbCivilStatus s ON s.CivilStatusID = m.CivilStatus
     WHERE v.IdNum = LTRIM(RTRIM(@IdNum))
         AND v.HospNum = LTRIM(RTRIM(@HospNum));
 END

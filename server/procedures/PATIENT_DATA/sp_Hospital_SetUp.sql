@@ -1,4 +1,4 @@
--- Opens a new hospital: its name and address, its counters from 1, and its first user.
+-- Opens a new hospital: its name and address, and its first user.
 -- @Company, @Address1: as printed; the other parameters: those of sp_User_Create.
 -- Refuses an empty name (50114), a hospital that is set up already (50115), and what sp_User_Create
 -- refuses; nothing is written then.
@@ -28,15 +28,13 @@ BEGIN
     END
 
     BEGIN TRANSACTION;
-    IF EXISTS (SELECT 1 FROM tbHospitalInfo WITH (UPDLOCK, HOLDLOCK))
+    IF EXISTS (SELECT 1 FROM PATIENT_DATA..tbHospitalInfo WITH (UPDLOCK, HOLDLOCK))
     BEGIN
         THROW 50115, 'This hospital is already set up.', 1;
     END
-    INSERT INTO tbHospitalInfo (HospitalID, Company, address1)
+    INSERT INTO PATIENT_DATA..tbHospitalInfo (HospitalID, Company, address1)
     VALUES (1, @Company, LTRIM(RTRIM(@Address1)));
-    INSERT INTO CLINICAL_AREA..tbCAPDSlip (ChargeSlip) VALUES (1);
-    INSERT INTO CLINICAL_AREA..tbCAPDNumber (NextNumber) VALUES (1);
-    EXEC sp_User_Create @UserName, @EmployeeCode, @EmployeeName, @PasswordHash, @DeptCode;
+    EXEC PATIENT_DATA..sp_User_Create @UserName, @EmployeeCode, @EmployeeName, @PasswordHash, @DeptCode;
     COMMIT TRANSACTION;
 END
 GO

@@ -26,10 +26,10 @@ BEGIN
         CASE WHEN v.Flag = 'H' OR TRY_CONVERT(float, v.ResultValue) > v.NormalHigh THEN 'HIGH'
             WHEN v.Flag = 'L' OR TRY_CONVERT(float, v.ResultValue) < v.NormalLow THEN 'LOW'
             END AS Mark
-    FROM tbLabResult r
-    LEFT JOIN tbLabExam e ON e.LabExamID = r.LabExamID
-    LEFT JOIN tbLabSection s ON s.SectionID = e.SectionID
-    LEFT JOIN tbLabResultValue v ON v.RequestNum = r.RequestNum
+    FROM PATIENT_DATA..tbLabResult r
+    LEFT JOIN PATIENT_DATA..tbLabExam e ON e.LabExamID = r.LabExamID
+    LEFT JOIN PATIENT_DATA..tbLabSection s ON s.SectionID = e.SectionID
+    LEFT JOIN PATIENT_DATA..tbLabResultValue v ON v.RequestNum = r.RequestNum
         AND v.LabExamID = r.LabExamID
         AND r.ResultDate IS NOT NULL
     WHERE r.RequestNum = @RequestNum

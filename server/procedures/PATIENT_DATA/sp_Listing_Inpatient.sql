@@ -17,8 +17,8 @@ BEGIN
     SELECT v.IdNum AS IDNumber, v.HospNum AS HospitalNumber, m.LastName, m.FirstName, m.MiddleName,
         PATIENT_DATA.dbo.fn_GetAge(m.BirthDate, v.AdmDate) AS Age, m.Sex, v.AccountNum, v.Company,
         v.BillingDate, v.RoomID AS roomid, v.RoomClassID
-    FROM tbPatient v
-    INNER JOIN tbMaster m ON m.HospNum = v.HospNum
+    FROM PATIENT_DATA..tbPatient v
+    INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
     WHERE v.IdNum = LTRIM(RTRIM(@IdNum));
 END
 GO

@@ -16,8 +16,8 @@ BEGIN
     SELECT v.IdNum AS IDNumber, v.HospNum AS HospitalNumber, m.LastName, m.FirstName, m.MiddleName,
         PATIENT_DATA.dbo.fn_GetAge(m.BirthDate, v.AdmDate) AS Age, m.Sex, v.AccountNum, v.Company,
         v.BillingDate, v.RoomID AS roomid, CAST(NULL AS varchar(5)) AS RoomClassID
-    FROM tbOutPatient v
-    INNER JOIN tbMaster m ON m.HospNum = v.HospNum
+    FROM PATIENT_DATA..tbOutPatient v
+    INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
     WHERE v.IdNum = LTRIM(RTRIM(@IdNum));
 END
 GO

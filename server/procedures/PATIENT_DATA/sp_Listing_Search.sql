@@ -17,9 +17,9 @@ BEGIN
     SET XACT_ABORT ON;
 
     IF @Code = '205'
-        EXEC sp_Listing_SearchInpatients @Text;
+        EXEC PATIENT_DATA..sp_Listing_SearchInpatients @Text;
     ELSE IF @Code = '204'
-        EXEC sp_Listing_SearchOutpatients @Text;
+        EXEC PATIENT_DATA..sp_Listing_SearchOutpatients @Text;
     ELSE
     BEGIN
         THROW 50121, 'Unknown listing.', 1;

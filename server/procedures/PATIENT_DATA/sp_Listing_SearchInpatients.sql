@@ -20,22 +20,22 @@ BEGIN
     IF @Text = ''
         SELECT TOP (500) v.IdNum AS IDNumber, v.HospNum AS HospitalNumber, m.LastName, m.FirstName,
             m.MiddleName, v.AdmDate, v.DcrDate, v.RoomID AS roomid
-        FROM tbPatient v
-        INNER JOIN tbMaster m ON m.HospNum = v.HospNum
+        FROM PATIENT_DATA..tbPatient v
+        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
         WHERE v.DcrDate IS NULL
         ORDER BY v.AdmDate DESC, v.IdNum DESC;
     ELSE IF LEFT(@Text, 1) BETWEEN '0' AND '9'
         SELECT TOP (500) v.IdNum AS IDNumber, v.HospNum AS HospitalNumber, m.LastName, m.FirstName,
             m.MiddleName, v.AdmDate, v.DcrDate, v.RoomID AS roomid
-        FROM tbPatient v
-        INNER JOIN tbMaster m ON m.HospNum = v.HospNum
+        FROM PATIENT_DATA..tbPatient v
+        INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum
         WHERE v.IdNum LIKE @Prefix ESCAPE '!'
         ORDER BY v.IdNum;
     ELSE
         SELECT TOP (500) v.IdNum AS IDNumber, v.HospNum AS HospitalNumber, m.LastName, m.FirstName,
             m.MiddleName, v.AdmDate, v.DcrDate, v.RoomID AS roomid
-        FROM tbMaster m
-        INNER JOIN tbPatient v ON v.HospNum = m.HospNum + ''
+        FROM PATIENT_DATA..tbMaster m
+        INNER JOIN PATIENT_DATA..tbPatient v ON v.HospNum = m.HospNum + ''
         WHERE m.LastName LIKE @Prefix ESCAPE '!'
         ORDER BY m.LastName, m.FirstName, v.AdmDate DESC;
 END

@@ -14,6 +14,6 @@ BEGIN
 
     SELECT COUNT(*) AS Users,
         ISNULL(SUM(CASE WHEN PasswordHash <> '' THEN 1 ELSE 0 END), 0) AS CanLogIn
-    FROM tbUser;
+    FROM PATIENT_DATA..tbUser;
 END
 GO

@@ -27,12 +27,12 @@ BEGIN
 
     BEGIN TRANSACTION;
     IF EXISTS (
-        SELECT 1 FROM tbUser WITH (UPDLOCK, HOLDLOCK)
+        SELECT 1 FROM PATIENT_DATA..tbUser WITH (UPDLOCK, HOLDLOCK)
         WHERE UserName = @UserName OR EmployeeCode = @EmployeeCode)
     BEGIN
         THROW 50112, 'This user name or employee code is already taken.', 1;
     END
-    INSERT INTO tbUser (UserName, EmployeeCode, EmployeeName, PasswordHash, DeptCode)
+    INSERT INTO PATIENT_DATA..tbUser (UserName, EmployeeCode, EmployeeName, PasswordHash, DeptCode)
     VALUES (@UserName, @EmployeeCode, @EmployeeName, @PasswordHash, @DeptCode);
     COMMIT TRANSACTION;
 END

@@ -16,7 +16,7 @@ BEGIN
 
     SELECT UserName, EmployeeCode, EmployeeName, PasswordHash, DeptCode, Failures, LockedUntil,
         CAST(CASE WHEN LockedUntil > GETDATE() THEN 1 ELSE 0 END AS bit) AS IsLocked
-    FROM tbUser
+    FROM PATIENT_DATA..tbUser
     WHERE UserName = LTRIM(RTRIM(@UserName));
 END
 GO

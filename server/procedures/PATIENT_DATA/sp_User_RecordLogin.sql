@@ -24,29 +24,29 @@ BEGIN
     SET @Now = GETDATE();
 
     BEGIN TRANSACTION;
-    INSERT INTO tbLoginLog (UserName, Outcome, Station, LoggedAt)
+    INSERT INTO PATIENT_DATA..tbLoginLog (UserName, Outcome, Station, LoggedAt)
     VALUES (LEFT(@UserName, 60), LEFT(@Outcome, 20), LEFT(@Station, 100), @Now);
 
     SELECT @Failures = Failures, @LockedUntil = LockedUntil
-    FROM tbUser WITH (UPDLOCK, HOLDLOCK)
+    FROM PATIENT_DATA..tbUser WITH (UPDLOCK, HOLDLOCK)
     WHERE UserName = @UserName;
 
     IF @Failures IS NOT NULL AND @Outcome = 'OK'
-        UPDATE tbUser SET Failures = 0, LockedUntil = NULL WHERE UserName = @UserName;
+        UPDATE PATIENT_DATA..tbUser SET Failures = 0, LockedUntil = NULL WHERE UserName = @UserName;
     ELSE IF @Failures IS NOT NULL AND (@LockedUntil IS NULL OR @LockedUntil <= @Now)
     BEGIN
         SET @Failures = @Failures + 1;
         IF @Failures >= 5
-            UPDATE tbUser
+            UPDATE PATIENT_DATA..tbUser
             SET Failures = 0, LockedUntil = DATEADD(minute, 5, @Now)
             WHERE UserName = @UserName;
         ELSE
-            UPDATE tbUser SET Failures = @Failures WHERE UserName = @UserName;
+            UPDATE PATIENT_DATA..tbUser SET Failures = @Failures WHERE UserName = @UserName;
     END
     COMMIT TRANSACTION;
 
     SELECT CAST(CASE WHEN LockedUntil > @Now THEN 1 ELSE 0 END AS bit) AS IsLocked
-    FROM tbUser
+    FROM PATIENT_DATA..tbUser
     WHERE UserName = @UserName;
 END
 GO

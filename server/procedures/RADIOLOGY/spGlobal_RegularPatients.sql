@@ -70,14 +70,14 @@ BEGIN
         WHERE m.HospNum IN (
                 SELECT v.HospNum FROM PATIENT_DATA..tbOutPatient v
                 WHERE v.DcrDate IS NULL
-                    AND CASE WHEN @SearchBy = '0' OR v.IdNum LIKE @Prefix ESCAPE '!'
+                    AND CASE WHEN @SearchBy = '0' OR LEFT(v.IdNum, LEN(@Text)) = @Text
                         THEN 1 ELSE 0 END = 1
                 UNION ALL
                 SELECT v.HospNum FROM PATIENT_DATA..tbOutPatient v
                 WHERE v.AdmDate >= @Today
-                    AND CASE WHEN @SearchBy = '0' OR v.IdNum LIKE @Prefix ESCAPE '!'
+                    AND CASE WHEN @SearchBy = '0' OR LEFT(v.IdNum, LEN(@Text)) = @Text
                         THEN 1 ELSE 0 END = 1)
-            AND CASE WHEN @SearchBy = '1' OR m.LastName LIKE @Prefix ESCAPE '!'
+            AND CASE WHEN @SearchBy = '1' OR LEFT(m.LastName, LEN(@Text)) = @Text
                 THEN 1 ELSE 0 END = 1
         ORDER BY m.LastName, m.FirstName;
     ELSE IF @SearchBy = '0'

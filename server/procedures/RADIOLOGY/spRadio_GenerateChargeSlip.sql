@@ -15,8 +15,8 @@ BEGIN
     SET XACT_ABORT ON;
 
     BEGIN TRANSACTION;
-    DELETE FROM tbChargeSlipFund WHERE SPID = @@SPID;
-    INSERT INTO tbChargeSlipFund (
+    DELETE FROM RADIOLOGY..tbChargeSlipFund WHERE SPID = @@SPID;
+    INSERT INTO RADIOLOGY..tbChargeSlipFund (
         SPID, RefNum, AccountNum, Company, RevenueID, ItemID, Amount, UserID)
     SELECT @@SPID, p.RefNum, p.AccountNum, ISNULL(c.Company, p.CompanyID), p.RevenueID, p.ItemID,
         p.Amount, @UserID

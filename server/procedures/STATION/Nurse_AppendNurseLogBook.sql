@@ -59,13 +59,13 @@ BEGIN
     BEGIN TRANSACTION;
     IF @ItemCode <> '00' AND EXISTS (
         SELECT 1
-        FROM tbNurseLogBook WITH (UPDLOCK, HOLDLOCK)
+        FROM STATION..tbNurseLogBook WITH (UPDLOCK, HOLDLOCK)
         WHERE IdNum = @IdNum AND ItemCode = @ItemCode AND DeptID = @DeptID AND RecordStatus = ' ')
     BEGIN
         SET @Refusal = CONCAT(@ItemName, ' (', @ItemCode, ') is already requested.');
         THROW 50253, @Refusal, 1;
     END
-    INSERT INTO tbNurseLogBook (
+    INSERT INTO STATION..tbNurseLogBook (
         HospNum, IdNum, PatientType, ItemCode, ItemName, Amount, Quantity, Dosage, RequestDate,
         DeptID, RecordStatus, RequestedBy, Remarks, Station, UnitPrice, Option1, Option2, Option3,
         Option4, Option5, Option6, Option7)

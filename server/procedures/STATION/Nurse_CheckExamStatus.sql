@@ -21,7 +21,7 @@ BEGIN
     SET @DeptID = LTRIM(RTRIM(@DeptID));
 
     SELECT TOP (1) r.RequestDate AS [Requestdate]
-    FROM tbNurseLogBook r
+    FROM STATION..tbNurseLogBook r
     WHERE r.IdNum = @IdNum
         AND r.ItemCode = @ItemCode
         AND r.DeptID = @DeptID

@@ -14,7 +14,7 @@ BEGIN
     SET XACT_ABORT ON;
 
     SELECT TransDate, DrugCode, DrugName, Dosage, Quantity
-    FROM tbMedicineGiven
+    FROM STATION..tbMedicineGiven
     WHERE IdNum = LTRIM(RTRIM(@IdNum))
     ORDER BY TransDate, GivenID;
 END

@@ -13,6 +13,6 @@ BEGIN
     SET NOCOUNT ON;
     SET XACT_ABORT ON;
 
-    EXEC sp_Radiology_Results @IdNum, 'X';
+    EXEC STATION..sp_Radiology_Results @IdNum, 'X';
 END
 GO

@@ -14,7 +14,7 @@ BEGIN
     SET XACT_ABORT ON;
 
     SELECT DosageID, Dosage, Frequency
-    FROM tbDosage
+    FROM STATION..tbDosage
     WHERE DosageID = LTRIM(RTRIM(@DosageID));
 END
 GO

@@ -18,7 +18,7 @@ BEGIN
     SET @Prefix = PATIENT_DATA.dbo.fn_LikePrefix(@Text);
 
     SELECT TOP (500) d.DosageID, d.Dosage, d.Frequency
-    FROM tbDosage d
+    FROM STATION..tbDosage d
     WHERE d.DosageID LIKE @Prefix ESCAPE '!'
         OR d.Dosage LIKE @Prefix ESCAPE '!'
     ORDER BY d.DosageID;

@@ -19,7 +19,7 @@ BEGIN
         PATIENT_DATA.dbo.fn_GetDoctorName(h.AttendingDoctorID) AS AttendingDoctor,
         PATIENT_DATA.dbo.fn_GetDoctorName(h.CardiologistID) AS Cardiologist, h.Diagnosis, h.Remarks,
         h.Resting, h.Exercise, h.Comments, h.Interpretation
-    FROM tbHeartResult h
+    FROM STATION..tbHeartResult h
     WHERE h.RequestNum = @RequestNum
         AND h.IdNum = @IdNum;
 END
