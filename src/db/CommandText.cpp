@@ -40,6 +40,11 @@ QString Quoted(const QString& text) {
     return QLatin1Char('\'') + Doubled(text) + QLatin1Char('\'');
 }
 
+QString Bracketed(QString name) {
+    return QLatin1Char('[') + name.replace(QLatin1Char(']'), QStringLiteral("]]")) +
+           QLatin1Char(']');
+}
+
 QString Call(const QString& procedure, std::initializer_list<QString> arguments) {
     return Call(procedure, QStringList(arguments));
 }

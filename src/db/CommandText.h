@@ -11,6 +11,9 @@ namespace db {
 /// `text` between single quotes. Throws DatabaseError for a NUL character, naming it.
 QString Quoted(const QString& text);
 
+/// A name in brackets.
+QString Bracketed(QString name);
+
 /// "DATABASE..procedure 'a','b'"; the bare name where there are no arguments.
 QString Call(const QString& procedure, std::initializer_list<QString> arguments = {});
 QString Call(const QString& procedure, const QStringList& arguments);

@@ -3,6 +3,7 @@
 #include <QScopeGuard>
 #include <QStringList>
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "db/CommandText.h"
@@ -307,9 +308,7 @@ void OdbcDriver::UseDefaultDatabase() {
         return;
     }
     RowStore nothing;
-    const QString escaped =
-        QString(m_defaultDatabase).replace(QLatin1Char(']'), QStringLiteral("]]"));
-    Run(QStringLiteral("USE [%1]").arg(escaped), nothing);
+    Run(QStringLiteral("USE ") + Bracketed(m_defaultDatabase), nothing);
 }
 
 void OdbcDriver::SetAutoCommit(bool on) {
@@ -369,19 +368,8 @@ void OdbcDriver::RollbackTrans() {
 
 std::vector<QString> OdbcDriver::KeyColumns(const QString& table) {
     return Guarded([&] {
-        QStringList pieces = NamePieces(table);
-        pieces.resize(std::max<qsizetype>(pieces.size(), 3));
-        const QString& schema = pieces[1];
-        const QString& catalog =
-            pieces[2].isEmpty() && m_isSqlServer ? m_defaultDatabase : pieces[2];
-        const auto wideOrNone = [](const QString& text) {
-            return text.isEmpty() ? nullptr : Wide(text);
-        };
-        const OdbcHandle statement(SQL_HANDLE_STMT, m_connection->Raw());
-        statement.Check(SQLPrimaryKeysW(statement.Raw(), wideOrNone(catalog), SQL_NTS,
-                                        wideOrNone(schema), SQL_NTS, Wide(pieces[0]), SQL_NTS));
         RowStore rows;
-        FetchRows(statement, false, rows);
+        AskKeys(NamePieces(table), rows);
         constexpr int kColumnName = 3;
         std::vector<QString> keys;
         for (int row = 0; row < rows.RowCount(); ++row) {
@@ -389,6 +377,27 @@ std::vector<QString> OdbcDriver::KeyColumns(const QString& table) {
         }
         return keys;
     });
+}
+
+// Not every driver asks the table's own database, and another one knows of no key: SQL Server is
+// asked in its own words.
+void OdbcDriver::AskKeys(QStringList pieces, embedded::RowSink& rows) {
+    pieces.resize(std::max<qsizetype>(pieces.size(), 3));
+    const auto& [table, schema, catalog] = std::tie(pieces[0], pieces[1], pieces[2]);
+    if (m_isSqlServer) {
+        const QString database = catalog.isEmpty() ? m_defaultDatabase : catalog;
+        const QString place = database.isEmpty() ? QString() : Bracketed(database) + u'.';
+        const QString owner = schema.isEmpty() ? QString() : QStringLiteral(", ") + Quoted(schema);
+        Run(QStringLiteral("EXEC %1sys.sp_pkeys ").arg(place) + Quoted(table) + owner, rows);
+        return;
+    }
+    const auto wideOrNone = [](const QString& text) {
+        return text.isEmpty() ? nullptr : Wide(text);
+    };
+    const OdbcHandle statement(SQL_HANDLE_STMT, m_connection->Raw());
+    statement.Check(SQLPrimaryKeysW(statement.Raw(), wideOrNone(catalog), SQL_NTS,
+                                    wideOrNone(schema), SQL_NTS, Wide(table), SQL_NTS));
+    FetchRows(statement, false, rows);
 }
 
 }  // namespace db

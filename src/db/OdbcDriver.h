@@ -52,6 +52,7 @@ private:
     bool IsKnown(char32_t character);
     qint64 Run(const QString& command, embedded::RowSink& sink, quintptr seconds = 0);
     void UseDefaultDatabase();
+    void AskKeys(QStringList pieces, embedded::RowSink& rows);
     void SetAutoCommit(bool on);
     void EndTransaction(SQLSMALLINT how);
 

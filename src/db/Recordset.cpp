@@ -73,8 +73,13 @@ void Recordset::Impl::SaveChanges() {
                  QStringLiteral("\"%1\" is computed and cannot be changed.").arg(names[field]));
         }
     }
-    const QString command = UpdateCommand(*target, Session->m_impl->KeyColumns(target->Table),
-                                          Changes, [this](int field) { return Stored(field); });
+    const auto keys = Session->m_impl->KeyColumns(target->Table);
+    if (!HoldsKey(*target, keys)) {
+        Fail(kNotUpdatable,
+             QStringLiteral("Only rows that were read with their table's key can be changed."));
+    }
+    const QString command =
+        UpdateCommand(*target, keys, Changes, [this](int field) { return Stored(field); });
     Transaction transaction(*Session);
     RowStore nothing;
     const qint64 written = Session->m_impl->Run(command, nothing);

@@ -219,11 +219,6 @@ private:
     std::size_t m_at = 0;
 };
 
-QString Bracketed(QString name) {
-    return QLatin1Char('[') + name.replace(QLatin1Char(']'), QStringLiteral("]]")) +
-           QLatin1Char(']');
-}
-
 QString Literal(const Value& value) {
     return value.IsNull() ? QStringLiteral("NULL") : Quoted(value.RawText());
 }
@@ -233,10 +228,24 @@ QString Condition(const QString& column, const Value& value) {
            (value.IsNull() ? QStringLiteral(" IS NULL") : QStringLiteral(" = ") + Literal(value));
 }
 
+/// -1 where the column was not read.
+int FieldOf(const UpdateTarget& target, const QString& column) {
+    const auto found = std::find_if(
+        target.Columns.begin(), target.Columns.end(),
+        [&column](const QString& read) { return read.compare(column, Qt::CaseInsensitive) == 0; });
+    return found == target.Columns.end() ? -1 : int(found - target.Columns.begin());
+}
+
 }  // namespace
 
 std::optional<UpdateTarget> TargetOf(const QString& statement, const QStringList& fieldNames) {
     return StatementReader(statement).Read(fieldNames);
+}
+
+bool HoldsKey(const UpdateTarget& target, const std::vector<QString>& keyColumns) {
+    return !keyColumns.empty() &&
+           std::all_of(keyColumns.begin(), keyColumns.end(),
+                       [&target](const QString& key) { return FieldOf(target, key) >= 0; });
 }
 
 QString UpdateCommand(const UpdateTarget& target, const std::vector<QString>& keyColumns,
@@ -244,13 +253,7 @@ QString UpdateCommand(const UpdateTarget& target, const std::vector<QString>& ke
                       const std::function<Value(int field)>& stored) {
     std::set<int> deciding;
     for (const QString& key : keyColumns) {
-        const auto found = std::find_if(target.Columns.begin(), target.Columns.end(),
-                                        [&key](const QString& column) {
-                                            return column.compare(key, Qt::CaseInsensitive) == 0;
-                                        });
-        if (found != target.Columns.end()) {
-            deciding.insert(int(found - target.Columns.begin()));
-        }
+        deciding.insert(FieldOf(target, key));
     }
     QStringList assignments;
     for (const auto& [field, value] : changes) {

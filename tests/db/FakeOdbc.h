@@ -344,14 +344,9 @@ SQLRETURN SQLGetData(SQLHSTMT handle, SQLUSMALLINT number, SQLSMALLINT type, SQL
     return SQL_SUCCESS_WITH_INFO;
 }
 
-SQLRETURN SQLPrimaryKeysW(SQLHSTMT handle, SQLWCHAR* catalog, SQLSMALLINT, SQLWCHAR* schema,
-                          SQLSMALLINT, SQLWCHAR* table, SQLSMALLINT) {
-    const auto name = [](SQLWCHAR* text) {
-        return text ? FakeOdbc::TextOf(text, -1) : QStringLiteral("-");
-    };
-    auto& world = FakeOdbc::TheWorld();
-    world.Commands << QStringLiteral("keys %1 %2 %3").arg(name(catalog), name(schema), name(table));
-    return FakeOdbc::Of(handle)->Execute(world.Answer(world.Commands.last()));
+SQLRETURN SQLPrimaryKeysW(SQLHSTMT, SQLWCHAR*, SQLSMALLINT, SQLWCHAR*, SQLSMALLINT, SQLWCHAR*,
+                          SQLSMALLINT) {
+    return SQL_ERROR;
 }
 
 }  // extern "C"

@@ -363,11 +363,12 @@ void tst_OdbcServer::Letters_areTriedOnce() {
 void tst_OdbcServer::Keys_areAskedByParts_data() {
     QTest::addColumn<QString>("table");
     QTest::addColumn<QString>("asked");
-    QTest::newRow("bare") << QStringLiteral("tb") << QStringLiteral("keys CLINICAL_AREA - tb");
+    QTest::newRow("bare") << QStringLiteral("tb")
+                          << QStringLiteral("EXEC [CLINICAL_AREA].sys.sp_pkeys 'tb'");
     QTest::newRow("no owner") << QStringLiteral("BILLING..tb")
-                              << QStringLiteral("keys BILLING - tb");
+                              << QStringLiteral("EXEC [BILLING].sys.sp_pkeys 'tb'");
     QTest::newRow("all") << QStringLiteral("[B.L].\"dbo\".[t b]")
-                         << QStringLiteral("keys B.L dbo t b");
+                         << QStringLiteral("EXEC [B.L].sys.sp_pkeys 't b', 'dbo'");
 }
 
 void tst_OdbcServer::Keys_areAskedByParts() {
@@ -375,7 +376,7 @@ void tst_OdbcServer::Keys_areAskedByParts() {
     Open();
     m_connection->SetDefaultDatabase(QStringLiteral("CLINICAL_AREA"));
     m_world.Answer = [](const QString& command) -> Results {
-        if (command.startsWith(QStringLiteral("keys"))) {
+        if (command.startsWith(QStringLiteral("EXEC"))) {
             Result keys{.Columns = std::vector<FakeOdbc::Column>(6, {QStringLiteral("k")})};
             keys.Rows = {std::vector<QString>(6, QStringLiteral("id"))};
             return {keys};

@@ -54,7 +54,7 @@ private slots:
     void Update_sendsKeyAndFetchedValues();
     void Update_refusesWhatIsNotExactlyOneRow_data();
     void Update_refusesWhatIsNotExactlyOneRow();
-    void Update_leavesTheKeyOutWhereItWasNotRead();
+    void Update_refusesRowsThatCannotBeTold();
     void LeavingARow_dropsItsChanges();
     void Statement_namesOneTable_data();
     void Statement_namesOneTable();
@@ -259,16 +259,23 @@ void tst_Recordset::Update_refusesWhatIsNotExactlyOneRow() {
     QTEST(m_server.Steps.last(), "end");
 }
 
-void tst_Recordset::Update_leavesTheKeyOutWhereItWasNotRead() {
-    m_server.Keys[QStringLiteral("CLINICAL_AREA..tbCAPDSlip")] = {QStringLiteral("slipkey")};
+void tst_Recordset::Update_refusesRowsThatCannotBeTold() {
+    auto& keys = m_server.Keys[QStringLiteral("CLINICAL_AREA..tbCAPDSlip")];
     Recordset slips;
     slips.Open(QStringLiteral("SELECT id, Counter AS c, remarks, counted + 1 FROM "
                               "CLINICAL_AREA..tbCAPDSlip"),
                m_connection, 2, kChangeInPlace);
     slips.Fields(1).SetValue(8);
+    for (const std::vector<QString>& key : {std::vector<QString>{}, {QStringLiteral("slipkey")}}) {
+        keys = key;
+        QCOMPARE(ErrorOf([&] { slips.Update(); }).Number(), 3251);
+    }
+    QCOMPARE(m_server.Steps.size(), 1);
+    keys = {QStringLiteral("ID")};
     slips.Update();
     QCOMPARE(m_server.Steps[2], QStringLiteral("UPDATE CLINICAL_AREA..tbCAPDSlip SET [Counter] = "
-                                               "'8' WHERE [Counter] = '0.10000000000000001'"));
+                                               "'8' WHERE [id] = '1' AND [Counter] = "
+                                               "'0.10000000000000001'"));
     slips.Fields(3).SetValue(8);
     QCOMPARE(ErrorOf([&] { slips.Update(); }).Number(), 3251);
     slips.Close();
