@@ -87,9 +87,9 @@ bool clsCodeSearch::SearchListing(QString& text, int listing) {
     const bool isShownDoctor =
         listing == kDoctors && text.startsWith(kShownDoctor, Qt::CaseInsensitive);
     const QString wanted = isShownDoctor ? QString() : text.trimmed();
-    auto row = NamedRow(list->second, wanted);
-    if (!row) {
-        const QString picked = Pick(list->second, wanted);
+    auto row = Named(list->second, wanted);
+    if (!row || row->RecordCount() != 1) {
+        const QString picked = Pick(list->second, wanted, row ? row->Rows() : nullptr);
         m_cancelled = picked.isEmpty();
         if (m_cancelled)
             return false;
@@ -113,9 +113,9 @@ std::shared_ptr<db::Recordset> clsCodeSearch::Open(const QString& command) const
     return db::ConnectionRef(m_connection).Get().Execute(command);
 }
 
-// The one row that the text names; null where it names none or several.
-std::shared_ptr<db::Recordset> clsCodeSearch::NamedRow(const CodeList& list,
-                                                       const QString& text) const {
+// The rows that the text names: the one of that code, else all that it finds; null without a text.
+std::shared_ptr<db::Recordset> clsCodeSearch::Named(const CodeList& list,
+                                                    const QString& text) const {
     if (text.isEmpty())
         return nullptr;
     if (m_byCode) {
@@ -123,11 +123,11 @@ std::shared_ptr<db::Recordset> clsCodeSearch::NamedRow(const CodeList& list,
         if (!exact->Eof())
             return exact;
     }
-    auto found = Open(Command(list, list.Search, text));
-    return found->RecordCount() == 1 ? found : nullptr;
+    return Open(Command(list, list.Search, text));
 }
 
-QString clsCodeSearch::Pick(const CodeList& list, const QString& text) const {
+QString clsCodeSearch::Pick(const CodeList& list, const QString& text,
+                            std::shared_ptr<const db::RowStore> found) const {
     frmPickList window(
         {.Title = list.Title,
          .Heading = m_companyName,
@@ -136,7 +136,7 @@ QString clsCodeSearch::Pick(const CodeList& list, const QString& text) const {
          .Command = [&](const QString& typed) { return Command(list, list.Search, typed); },
          .Looks = list.Looks},
         m_connection);
-    return window.Pick(text);
+    return window.Pick(text, std::move(found));
 }
 
 void clsCodeSearch::Keep(int listing, db::Recordset& row) {

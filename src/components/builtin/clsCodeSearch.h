@@ -28,8 +28,9 @@ public:
 private:
     QString Command(const CodeList& list, const QString& procedure, const QString& text) const;
     std::shared_ptr<db::Recordset> Open(const QString& command) const;
-    std::shared_ptr<db::Recordset> NamedRow(const CodeList& list, const QString& text) const;
-    QString Pick(const CodeList& list, const QString& text) const;
+    std::shared_ptr<db::Recordset> Named(const CodeList& list, const QString& text) const;
+    QString Pick(const CodeList& list, const QString& text,
+                 std::shared_ptr<const db::RowStore> found) const;
     void Keep(int listing, db::Recordset& row);
 
     QString m_companyName;

@@ -58,12 +58,13 @@ QString clsListDrugs::ShowList(const QString& text, bool byCode, const QString& 
     Q_UNUSED(byCode);
     const PickListSetup list =
         CatalogueList(m_title, KindOffered(m_drugs, location.trimmed()), location.trimmed());
-    if (const QString wanted = text.trimmed(); !wanted.isEmpty()) {
-        const auto found = db::ConnectionRef(m_connection).Get().Execute(list.Command(wanted));
-        if (found->RecordCount() == 1)
-            return found->Fields(list.CodeField).Text();
-    }
-    return frmPickList(list, m_connection).Pick(text.trimmed());
+    const QString wanted = text.trimmed();
+    if (wanted.isEmpty())
+        return frmPickList(list, m_connection).Pick({});
+    const auto found = db::ConnectionRef(m_connection).Get().Execute(list.Command(wanted));
+    if (found->RecordCount() == 1)
+        return found->Fields(list.CodeField).Text();
+    return frmPickList(list, m_connection).Pick(wanted, found->Rows());
 }
 
 bool clsDrug::InitConnect(const std::shared_ptr<db::Connection>& connection) {

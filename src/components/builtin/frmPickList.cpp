@@ -35,9 +35,12 @@ frmPickList::frmPickList(PickListSetup setup, std::shared_ptr<db::Connection> co
 
 frmPickList::~frmPickList() = default;
 
-QString frmPickList::Pick(const QString& text) {
+QString frmPickList::Pick(const QString& text, std::shared_ptr<const db::RowStore> found) {
     ui->txtSearch->setText(text);
-    Search();
+    if (found)
+        Show(std::move(found));
+    else
+        Search();
     ui->txtSearch->selectAll();
     m_code.clear();
     return exec() == Accepted ? m_code : QString();
@@ -55,7 +58,11 @@ void frmPickList::ShowLooks() {
 void frmPickList::Search() {
     db::Recordset found;
     found.Open(m_setup.Command(ui->txtSearch->text().trimmed()), m_connection);
-    m_rows = found.Rows();
+    Show(found.Rows());
+}
+
+void frmPickList::Show(std::shared_ptr<const db::RowStore> rows) {
+    m_rows = std::move(rows);
     m_model.SetRows(m_rows);
     ui->lblTotal->setText(QString::number(m_rows->RowCount()));
     ui->cmdSelect->setEnabled(m_rows->RowCount() > 0);

@@ -39,7 +39,8 @@ public:
     ~frmPickList() override;
 
     /// Shows the list narrowed by the text; the chosen code, empty when nothing was chosen.
-    QString Pick(const QString& text);
+    /// `found`: the rows of that text, where they have been read already.
+    QString Pick(const QString& text, std::shared_ptr<const db::RowStore> found = nullptr);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -47,6 +48,7 @@ protected:
 private:
     void ShowLooks();
     void Search();
+    void Show(std::shared_ptr<const db::RowStore> rows);
     void cmdSelect_Click();
 
     std::unique_ptr<Ui::frmPickList> ui;
