@@ -5,12 +5,13 @@
 #include "base/Errors.h"
 #include "components/CurrentUser.h"
 #include "db/Connection.h"
-#include "db/EmbeddedDriver.h"
+#include "db/Driver.h"
 
-/// The embedded server with a plug that can be pulled.
+/// A server with a plug that can be pulled.
 class PluggedDriver final : public db::Driver {
 public:
-    explicit PluggedDriver(const QString& file) : m_engine(file) {}
+    explicit PluggedDriver(const QString& connectionString)
+        : m_engine(db::OpenDriver(connectionString)) {}
     static inline bool Gone = false;
     /// With Gone: so many commands are still answered.
     static inline int Left = 0;
@@ -21,23 +22,23 @@ public:
         if (Gone && Left-- <= 0)
             throw base::DatabaseError(10054, QStringLiteral("The server is gone."), command);
         if (Before)
-            Before(m_engine, command);
-        return m_engine.Execute(command, sink);
+            Before(*m_engine, command);
+        return m_engine->Execute(command, sink);
     }
-    void SetDefaultDatabase(const QString& name) override { m_engine.SetDefaultDatabase(name); }
-    void BeginTrans() override { m_engine.BeginTrans(); }
+    void SetDefaultDatabase(const QString& name) override { m_engine->SetDefaultDatabase(name); }
+    void BeginTrans() override { m_engine->BeginTrans(); }
     void CommitTrans() override {
         if (Gone && Left-- <= 0)
             throw base::DatabaseError(10054, QStringLiteral("The server is gone."));
-        m_engine.CommitTrans();
+        m_engine->CommitTrans();
     }
-    void RollbackTrans() override { m_engine.RollbackTrans(); }
+    void RollbackTrans() override { m_engine->RollbackTrans(); }
     std::vector<QString> KeyColumns(const QString& table) override {
-        return m_engine.KeyColumns(table);
+        return m_engine->KeyColumns(table);
     }
 
 private:
-    db::EmbeddedDriver m_engine;
+    std::unique_ptr<db::Driver> m_engine;
 };
 
 class SessionUser final : public components::CurrentUser {

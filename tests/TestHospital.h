@@ -10,31 +10,42 @@
 #include <memory>
 #include <stdexcept>
 
+#include "ServerHospital.h"
 #include "base/Errors.h"
 #include "db/Connection.h"
 #include "deploy/HospitalFile.h"
-#include "embedded/Server.h"
 
-/// A test's own copy of the demo hospital, gone with this object. The hospital itself is made once
-/// in the build tree, again when a script has changed or another day has begun; of several test
-/// programs that start together one makes it and the others wait.
+/// A test's own demo hospital: a copy of the hospital file, gone with this object, or, where one is
+/// named, the hospital on the server, which then serves one test at a time. The file itself is made
+/// once in the build tree, again when a script has changed or another day has begun; of several
+/// test programs that start together one makes it and the others wait.
 class TestHospital final {
 public:
-    TestHospital() {
+    enum class On { AnyServer, File };
+
+    explicit TestHospital(On place = On::AnyServer)
+        : m_onServer(place == On::AnyServer && !ServerHospital::ConnectionString().isEmpty()) {
+        if (m_onServer) {
+            ServerHospital::Restore();
+            return;
+        }
         if (!m_folder.isValid() || !QFile::copy(Template(), File()))
             throw std::runtime_error("The demo hospital could not be copied.");
         QFile::setPermissions(File(), QFile::ReadOwner | QFile::WriteOwner);
     }
 
+    bool IsOnServer() const { return m_onServer; }
+    /// Of the copy.
     QString File() const { return m_folder.filePath(QStringLiteral("hospital")); }
-    QString ConnectionString() const { return QStringLiteral("Driver=Embedded;File=") + File(); }
+    /// With the log-on.
+    QString ConnectionString() const {
+        return m_onServer ? ServerHospital::ConnectionString()
+                          : QStringLiteral("Driver=Embedded;File=") + File();
+    }
 
-    /// A new session on the copy.
+    /// A new session.
     std::shared_ptr<db::Connection> Connect() const {
         return db::Connection::Open(ConnectionString());
-    }
-    std::unique_ptr<embedded::Server> OpenServer() const {
-        return std::make_unique<embedded::Server>(File(), embedded::Server::Mode::OpenExisting);
     }
 
 private:
@@ -82,5 +93,6 @@ private:
             QCryptographicHash::hash(all.toLatin1(), QCryptographicHash::Sha256).toHex().left(16));
     }
 
+    const bool m_onServer;
     QTemporaryDir m_folder;
 };

@@ -21,11 +21,13 @@
 /// A session on a demo hospital of its own, with the program's own components.
 class ChargeSession final {
 public:
-    ChargeSession() : m_hospital(std::make_unique<TestHospital>()) { Start(m_hospital->File()); }
-    /// On a file that others work on as well.
-    explicit ChargeSession(const QString& file) { Start(file); }
+    ChargeSession() : m_hospital(std::make_unique<TestHospital>()) {
+        Start(m_hospital->ConnectionString());
+    }
+    /// On a hospital that others work on as well.
+    explicit ChargeSession(const QString& connectionString) { Start(connectionString); }
 
-    QString File() const { return m_hospital->File(); }
+    const TestHospital& Hospital() const { return *m_hospital; }
 
     /// A visit with this discount type; of a patient with this social service class, or none.
     QString Visit(const QString& discountType, const QString& classification = {}) const {
@@ -40,10 +42,11 @@ public:
     std::shared_ptr<db::Connection> Connection;
 
 private:
-    void Start(const QString& file) {
+    void Start(const QString& connectionString) {
         using namespace modGlobals;
         PluggedDriver::Gone = false;
-        Connection = std::make_shared<db::Connection>(std::make_unique<PluggedDriver>(file));
+        Connection =
+            std::make_shared<db::Connection>(std::make_unique<PluggedDriver>(connectionString));
         Connection->SetDefaultDatabase(QStringLiteral("CLINICAL_AREA"));
         gCurrentUser = std::make_shared<SessionUser>(Connection);
         gConnection = Connection;

@@ -19,8 +19,8 @@ protected:
                 QTest::qFail("a list that nobody expected", __FILE__, __LINE__);
             }
         });
-        m_watch.start(4000);
         m_session = std::make_unique<ChargeSession>();
+        m_watch.start(m_session->Hospital().IsOnServer() ? 30'000 : 4000);
         m_boxes = std::make_unique<toolkit::BoxScript>();
     }
 

@@ -73,14 +73,17 @@ std::unique_ptr<QProcess> tst_SlipPrograms::Start(const QString& work, int numbe
     auto program = std::make_unique<QProcess>();
     program->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     program->start(QCoreApplication::applicationFilePath(),
-                   SlipProgram::Arguments(work, m_session->File(), *m_case, number));
+                   SlipProgram::Arguments(work, m_session->Hospital().ConnectionString(),
+                                          *m_case, number));
     return program;
 }
 
 QString tst_SlipPrograms::BrokenFile() const {
+    if (m_session->Hospital().IsOnServer())
+        return {};
     sqlite3* file = nullptr;
     QString answer = QStringLiteral("cannot be opened");
-    if (sqlite3_open(m_session->File().toUtf8().constData(), &file) == SQLITE_OK) {
+    if (sqlite3_open(m_session->Hospital().File().toUtf8().constData(), &file) == SQLITE_OK) {
         embedded::RegisterFunctions(file);
         sqlite3_exec(
             file, "PRAGMA integrity_check",
@@ -158,7 +161,8 @@ void tst_SlipPrograms::Kill_leavesWholeSlips() {
     for (int kill = 0; kill < kills; ++kill) {
         const auto program = Start(work, 0);
         QVERIFY(program->waitForReadyRead(30'000));
-        QTest::qWait(QRandomGenerator::global()->bounded(40));
+        QTest::qWait(QRandomGenerator::global()->bounded(
+            m_session->Hospital().IsOnServer() ? 1000 : 40));
         program->kill();
         QVERIFY(program->waitForFinished());
         QVERIFY(program->exitStatus() == QProcess::CrashExit);

@@ -74,11 +74,15 @@ void tst_UserStore::LogIn_refusesAllAlike_data() {
 void tst_UserStore::LogIn_refusesAllAlike() {
     QFETCH(QString, user);
     QFETCH(QString, password);
+    if (!ServerHospital::Keeps(user))
+        QSKIP("the server's code page may lack these letters");
     QVERIFY(!LogIn(user, password));
     QVERIFY(LogIn(kUser, kPassword));
 }
 
 void tst_UserStore::LogIn_locksAfterFiveRefusals() {
+    if (m_hospital->IsOnServer())
+        QSKIP("a server's clock cannot be set");
     const QDateTime start = base::Clock::Now();
     QDateTime now = start;
     base::Clock::Replace([&now] { return now; });

@@ -58,7 +58,7 @@ private:
 void tst_clsCurrentUser::init() {
     QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("capd"));
     settings.clear();
-    m_demo = std::make_unique<TestHospital>();
+    m_demo = std::make_unique<TestHospital>(TestHospital::On::File);
     m_dir = std::make_unique<QTemporaryDir>();
     components::HospitalFiles::Place(m_demo->File(), m_dir->filePath(QStringLiteral("own.db")));
     m_user = std::make_unique<clsCurrentUser>();

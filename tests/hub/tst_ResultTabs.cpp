@@ -303,6 +303,8 @@ void tst_ResultTabs::BadTexts_doNoHarm_data() {
 
 void tst_ResultTabs::BadTexts_doNoHarm() {
     QFETCH(QString, text);
+    if (!ServerHospital::Keeps(text))
+        QSKIP("the server's code page may lack these letters");
     Run(QStringLiteral("UPDATE RADIOLOGY..tbRadResult SET ExamName = 'a' + LEFT('%1', 90), "
                        "Interpretation = '%1' WHERE TransNum = 'X1'")
             .arg(text));

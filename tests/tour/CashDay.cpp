@@ -169,8 +169,7 @@ void CashDay::SeeOnePaid() {
     });
     m_tour.Quietly(QStringLiteral("cashier is paid"), [this] {
         // At the cashier's own desk.
-        modGlobals::gConnection->Execute(
-            QStringLiteral("BILLING..sp_Cashier_Pay '%1','712345'").arg(m_slip));
+        Tour::Ask(QStringLiteral("BILLING..sp_Cashier_Pay '%1','712345'").arg(m_slip));
     });
     m_tour.Quietly(QStringLiteral("paid one to be revoked"), [] {
         Tour::Press(Qt::Key_Down);

@@ -8,13 +8,10 @@
 #include <QTest>
 
 #include "app/modMain.h"
-#include "components/builtin/clsCurrentUser.h"
 #include "hub/frmFinal.h"
 #include "patients/frmPatientList.h"
 #include "toolkit/FileNames.h"
 #include "toolkit/ListView.h"
-
-using components::clsCurrentUser;
 
 void Day::TypeLogIn(const QString& user, const QString& password) {
     auto* box = Tour::Find<QLineEdit>("txtUser");
@@ -25,17 +22,20 @@ void Day::TypeLogIn(const QString& user, const QString& password) {
     Tour::Press(Qt::Key_Return);
 }
 
-void Day::LogIn() {
+void Day::LogIn(const NurseLogIn& nurse) {
     m_tour.Step(QStringLiteral("start"), [this] { m_frame = modMain::Main(); });
-    m_tour.Step(QStringLiteral("log-in refused"), [this] {
-        TypeLogIn(clsCurrentUser::kDemoUser, QStringLiteral("not the password"));
+    m_tour.Step(QStringLiteral("log-in refused"), [this, nurse] {
+        auto* sources = Tour::Find<QComboBox>("cboSource");
+        if (!nurse.Source.isEmpty())
+            Tour::Type(sources, nurse.Source);
+        TypeLogIn(nurse.User, QStringLiteral("not the password"));
     });
     m_tour.Quietly(QStringLiteral("the refusal is told"), [this] {
         m_tour.Expect(Tour::Find<QLabel>("lblRefusal")->isVisible(),
                       QStringLiteral("nothing told of the refusal"));
     });
     m_tour.Quietly(QStringLiteral("log-in"),
-                   [this] { TypeLogIn(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword); });
+                   [this, nurse] { TypeLogIn(nurse.User, nurse.Password); });
     m_tour.Step(QStringLiteral("first list"), [this] {
         m_tour.Expect(m_frame != nullptr, QStringLiteral("the main window did not open"));
         m_tour.Expect(ShownRows() > 0, QStringLiteral("the first list is empty"));
@@ -202,4 +202,3 @@ int Day::ShownRows() const {
         ->model()
         ->rowCount();
 }
-

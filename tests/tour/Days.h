@@ -5,12 +5,19 @@
 #include "app/mdiCAPD.h"
 #include "tour/Tour.h"
 
+/// What a nurse chooses and types to get in; without a source, the one that is offered first.
+struct NurseLogIn {
+    QString Source;
+    QString User;
+    QString Password;
+};
+
 /// The steps of the working day, in the order in which they are added.
 class Day final {
 public:
     explicit Day(Tour& tour) : m_tour(tour) {}
 
-    void LogIn();
+    void LogIn(const NurseLogIn& nurse);
     void FindPatients();
     void ChoosePatients();
     void PrintReports();

@@ -23,10 +23,9 @@ const QString kIsClosed = QStringLiteral("v.BillingDate IS NOT NULL");
 const QString kIsOpen = QStringLiteral("v.BillingDate IS NULL");
 
 bool Holds(const QString& condition, const QString& idNum) {
-    return !modGlobals::gConnection
-                ->Execute(QStringLiteral("SELECT v.IdNum FROM PATIENT_DATA..tbOutPatient v WHERE "
-                                         "v.IdNum = '%1' AND %2")
-                              .arg(idNum, condition))
+    return !Tour::Ask(QStringLiteral("SELECT v.IdNum FROM PATIENT_DATA..tbOutPatient v WHERE "
+                                     "v.IdNum = '%1' AND %2")
+                          .arg(idNum, condition))
                 ->Eof();
 }
 

@@ -24,17 +24,16 @@ constexpr int kResults = 1;
 constexpr int kTabs = 7;
 
 bool HasEveryResult(const QString& idNum) {
-    return !modGlobals::gConnection
-                ->Execute(
-                    QStringLiteral(
-                        "SELECT v.IdNum FROM PATIENT_DATA..tbOutPatient v INNER JOIN "
-                        "STATION..tbHeartResult h ON h.IdNum = v.IdNum WHERE v.IdNum = '%1' AND "
-                        "v.BillingDate IS NULL AND "
-                        "EXISTS (SELECT 1 FROM STATION..tbPTResult p WHERE p.IdNum = h.IdNum) AND "
-                        "EXISTS (SELECT 1 FROM PATIENT_DATA..tbLabResult l WHERE l.IdNum = "
-                        "h.IdNum AND l.ResultDate IS NOT NULL) AND (SELECT COUNT(DISTINCT "
-                        "x.Modality) FROM RADIOLOGY..tbRadResult x WHERE x.IdNum = h.IdNum) = 3")
-                        .arg(idNum))
+    return !Tour::Ask(
+                QStringLiteral(
+                    "SELECT v.IdNum FROM PATIENT_DATA..tbOutPatient v INNER JOIN "
+                    "STATION..tbHeartResult h ON h.IdNum = v.IdNum WHERE v.IdNum = '%1' AND "
+                    "v.BillingDate IS NULL AND "
+                    "EXISTS (SELECT 1 FROM STATION..tbPTResult p WHERE p.IdNum = h.IdNum) AND "
+                    "EXISTS (SELECT 1 FROM PATIENT_DATA..tbLabResult l WHERE l.IdNum = "
+                    "h.IdNum AND l.ResultDate IS NOT NULL) AND (SELECT COUNT(DISTINCT "
+                    "x.Modality) FROM RADIOLOGY..tbRadResult x WHERE x.IdNum = h.IdNum) = 3")
+                    .arg(idNum))
                 ->Eof();
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QFile>
+#include <QMap>
+#include <QSet>
 #include <QStringList>
 #include <vector>
 
@@ -11,7 +13,7 @@ class RoundTrips final {
 public:
     RoundTrips() {
         db::Connection::SetCommandHook([this](const QString& text) {
-            if (!m_steps.empty())
+            if (!m_steps.empty() && !s_paused)
                 m_steps.back().Sent << text;
         });
     }
@@ -20,6 +22,14 @@ public:
     RoundTrips& operator=(const RoundTrips&) = delete;
 
     void Begin(const QString& step) { m_steps.push_back({step, {}}); }
+
+    /// While it lives, nothing is noted: for what the tour itself wants to know.
+    struct Pause {
+        Pause() { s_paused = true; }
+        ~Pause() { s_paused = false; }
+        Pause(const Pause&) = delete;
+        Pause& operator=(const Pause&) = delete;
+    };
 
     bool Write(const QString& path) const {
         QFile file(path);
@@ -33,7 +43,26 @@ public:
         for (const OneStep& step : m_steps)
             if (!step.Sent.isEmpty())
                 file.write(Row(step).toUtf8());
+        file.write(
+            "\nOnly these may be sent again within a step; any other makes the tour fail.\n\n"
+            "| command | why |\n|---|---|\n");
+        for (auto repeat = Repeats().begin(); repeat != Repeats().end(); ++repeat)
+            file.write(QStringLiteral("| `%1` | %2 |\n").arg(repeat.key(), *repeat).toUtf8());
         return true;
+    }
+
+    /// What a step sent again without being asked to, a line each.
+    QStringList NeedlesslyRepeated() const {
+        QStringList repeated;
+        for (const OneStep& step : m_steps) {
+            QSet<QString> sent;
+            for (const QString& command : step.Sent) {
+                if (sent.contains(command) && !Repeats().contains(NameOf(command)))
+                    repeated << step.Name + QStringLiteral(": ") + command;
+                sent.insert(command);
+            }
+        }
+        return repeated;
     }
 
 private:
@@ -42,7 +71,13 @@ private:
         QStringList Sent;
     };
 
-    /// A procedure by its name, a statement by its beginning; neighbours that are equal as one.
+    /// A procedure by its name, a statement by its beginning.
+    static QString NameOf(const QString& command) {
+        const QString first = command.section(u' ', 0, 0);
+        return first.contains(QStringLiteral("..")) ? first : command.section(u' ', 0, 3);
+    }
+
+    /// Neighbours that are equal as one.
     static QString Row(const OneStep& step) {
         QStringList names;
         int times = 0;
@@ -51,9 +86,7 @@ private:
                 names.last() += QStringLiteral(" (%1)").arg(times);
         };
         for (const QString& command : step.Sent) {
-            const bool call = command.section(u' ', 0, 0).contains(QStringLiteral(".."));
-            const QString name =
-                u'`' + (call ? command.section(u' ', 0, 0) : command.section(u' ', 0, 3)) + u'`';
+            const QString name = u'`' + NameOf(command) + u'`';
             if (!names.isEmpty() && names.last() == name) {
                 ++times;
                 continue;
@@ -72,5 +105,41 @@ private:
             .arg(names.join(QStringLiteral(", ")));
     }
 
+    /// What a step may send again, and why.
+    static const QMap<QString, QString>& Repeats() {
+        const auto eachPart = QStringLiteral(
+            "each part of a discount is asked for as the patient stands at that moment");
+        const auto eachLine =
+            QStringLiteral("each line meets what the one before has left in the fund");
+        static const QMap<QString, QString> repeats{
+            {QStringLiteral("BeginTrans"),
+             QStringLiteral("a transaction inside of another counts")},
+            {QStringLiteral("CommitTrans"), QStringLiteral("ends it")},
+            {QStringLiteral("STATION..sp_Catalogue_Check"),
+             QStringLiteral("each of the three catalogue components tries its connection")},
+            {QStringLiteral("PATIENT_DATA..sp_Listing_Outpatient"),
+             QStringLiteral(
+                 "the list opens the patient, the hub looks whether the account has been "
+                 "closed meanwhile")},
+            {QStringLiteral("BILLING..sp_Drug_Find"),
+             QStringLiteral("a supply is looked for, then read with the code that the list gave")},
+            {QStringLiteral("STATION..sp_Dosage_Find"),
+             QStringLiteral("two lines with the same dosage")},
+            {QStringLiteral("SELECT Hospnum from Patient_Data..tbOutPatient"), eachPart},
+            {QStringLiteral("SELECT MSSClassification FROM PATIENT_DATA..tbMaster"), eachPart},
+            {QStringLiteral("RADIOLOGY..spRadio_GetDiscountType"), eachPart},
+            {QStringLiteral("RADIOLOGY..spRadio_GetDiscount"),
+             QStringLiteral("for one unit when the item is known, then for the quantity")},
+            {QStringLiteral("Billing..sp_Pars_CheckCompany"),
+             QStringLiteral("the save decides who pays, the print which form is used")},
+            {QStringLiteral("BILLING..sp_PDAF_GetAllocation"), eachLine},
+            {QStringLiteral("BILLING..sp_PDAF_GetAllocation_RegAccount"), eachLine},
+            {QStringLiteral("BILLING..SP_PDAF_UpdateOPDRegistration"),
+             QStringLiteral("after every share that is paid")},
+        };
+        return repeats;
+    }
+
     std::vector<OneStep> m_steps;
+    static inline bool s_paused = false;
 };

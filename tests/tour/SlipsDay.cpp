@@ -32,7 +32,7 @@ const QString kFunds = QStringLiteral(
     "f.FundBalance > 0)");
 
 QString Ask(const QString& statement) {
-    const auto rows = modGlobals::gConnection->Execute(statement);
+    const auto rows = Tour::Ask(statement);
     if (rows->Eof())
         throw std::runtime_error("there is no such patient");
     return rows->Fields(0).Text();

@@ -49,7 +49,7 @@ void SummaryDay::OpenPatient(const char* type, const QString& query) {
             Tour::Find<QLineEdit>(other)->clear();
         auto* box = Tour::Find<QLineEdit>("txtIdNum");
         box->clear();
-        const auto found = modGlobals::gConnection->Execute(query);
+        const auto found = Tour::Ask(query);
         m_tour.Expect(!found->Eof(), QStringLiteral("there is no such stay"));
         Tour::Type(box, found->Fields(0).Text());
         Tour::Press(Qt::Key_Return);

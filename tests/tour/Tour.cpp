@@ -11,6 +11,8 @@
 #include <iostream>
 
 #include "base/Errors.h"
+#include "db/Recordset.h"
+#include "session/modGlobals.h"
 
 namespace {
 
@@ -38,6 +40,10 @@ int Tour::Walk() {
     day.exec();
     if (!m_roundTrips.Write(File(QStringLiteral("round-trips.md"))))
         ++m_failed;
+    for (const QString& repeated : m_roundTrips.NeedlesslyRepeated()) {
+        ++m_failed;
+        std::cout << "FAILED " << repeated.toStdString() << ": sent again" << std::endl;
+    }
     std::cout << "tour: " << m_stages.size() - 1 << " steps, " << m_failed << " failed"
               << std::endl;
     return m_failed;
@@ -102,6 +108,11 @@ QWidget* Tour::Window() {
         if (window->isVisible())
             return window;
     return nullptr;
+}
+
+std::shared_ptr<db::Recordset> Tour::Ask(const QString& command) {
+    const RoundTrips::Pause pause;
+    return modGlobals::gConnection->Execute(command);
 }
 
 void Tour::Type(QWidget* widget, const QString& text) {

@@ -33,6 +33,8 @@ public:
     /// A control of that window by its name; throws where there is none.
     template <class Control>
     static Control* Find(const char* name);
+    /// What the tour itself wants to know or has done elsewhere in the hospital.
+    static std::shared_ptr<db::Recordset> Ask(const QString& command);
     static void Type(QWidget* widget, const QString& text);
     static void Press(int key, Qt::KeyboardModifiers modifiers = {});
 

@@ -106,7 +106,7 @@ void WardDay::Walk() {
 
 void WardDay::OpenThePatient() {
     m_tour.Quietly(QStringLiteral("patient of the ward found"), [] {
-        const auto visit = modGlobals::gConnection->Execute(kVisit);
+        const auto visit = Tour::Ask(kVisit);
         auto* type = Tour::Find<QAbstractButton>("OptPatientType0");
         type->setFocus();
         Tour::Press(Qt::Key_Space);
@@ -121,9 +121,8 @@ void WardDay::OpenThePatient() {
         Tour::Press(Qt::Key_Return);
     });
     m_tour.Quietly(QStringLiteral("requests that wait"), [this] {
-        m_waiting = modGlobals::gConnection->Execute(kVisit)->Fields(1).Text();
-        m_pending =
-            modGlobals::gConnection->Execute(kPending.arg(IdNum()))->Fields(0).Text().toInt();
+        m_waiting = Tour::Ask(kVisit)->Fields(1).Text();
+        m_pending = Tour::Ask(kPending.arg(IdNum()))->Fields(0).Text().toInt();
         m_tour.Expect(m_pending > 0, QStringLiteral("no request waits"));
     });
 }
@@ -201,7 +200,7 @@ void WardDay::DeleteLines() {
 
 void WardDay::RepeatARequest() {
     m_tour.Quietly(QStringLiteral("pharmacy has processed one"),
-                   [] { modGlobals::gConnection->Execute(kProcess.arg(IdNum())); });
+                   [] { Tour::Ask(kProcess.arg(IdNum())); });
     OpenSheet(QStringLiteral("pharmacy asked for a third time"), "cmdPharmacy");
     m_tour.Quietly(QStringLiteral("medicine processed today"),
                    [] { Enter(QStringLiteral("1020")); });

@@ -8,6 +8,7 @@
 #include "app/Application.h"
 #include "components/Registry.h"
 #include "components/builtin/HospitalFiles.h"
+#include "components/builtin/clsCurrentUser.h"
 #include "toolkit/Theme.h"
 #include "tour/CashDay.h"
 #include "tour/ChargesDay.h"
@@ -15,9 +16,12 @@
 #include "tour/HubDay.h"
 #include "tour/RegisterDay.h"
 #include "tour/ResultsDay.h"
+#include "tour/ServerSource.h"
 #include "tour/SlipsDay.h"
 #include "tour/SummaryDay.h"
 #include "tour/WardDay.h"
+
+using components::clsCurrentUser;
 
 namespace {
 
@@ -73,9 +77,13 @@ int main(int argc, char* argv[]) {
     components::RegisterBuiltIns();
     components::HospitalFiles::Place(folder.filePath(QStringLiteral("hospital.db")),
                                      folder.filePath(QStringLiteral("own.db")));
+    const NurseLogIn nurse =
+        ServerSource::IsNamed()
+            ? ServerSource::Prepare(folder)
+            : NurseLogIn{{}, clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword};
     Tour tour(folder.absolutePath());
     WholeDay day{tour};
-    day.General.LogIn();
+    day.General.LogIn(nurse);
     for (const WholeDay::Part& part : day.Parts())
         if (arguments.size() == 1 || arguments.contains(part.Name))
             part.Walk();

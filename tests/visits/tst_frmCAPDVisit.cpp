@@ -60,6 +60,10 @@ void tst_frmCAPDVisit::init() {
     m_hospital = std::make_unique<TestHospital>();
     modGlobals::gCurrentUser = std::make_shared<fakes::User>();
     modGlobals::gConnection = m_hospital->Connect();
+    // A server keeps its own time, and there the patient has already come today.
+    modGlobals::gConnection->Execute(
+        QStringLiteral("DELETE CLINICAL_AREA..tbCAPDLogBook WHERE HospNum = '200005' AND VisitDay "
+                       ">= CONVERT(varchar(10), GETDATE(), 101)"));
     m_boxes = std::make_unique<toolkit::BoxScript>();
     base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 4), QTime(23, 59, 50)); });
     m_window = Open();
@@ -114,6 +118,8 @@ void tst_frmCAPDVisit::Save_onceADayAlsoAcrossMidnight() {
     Find<QPushButton>("cmdSave")->click();
     QCOMPARE(m_boxes->Shown().back().Text, kRefused);
     QVERIFY(m_window->isVisible());
+    if (m_hospital->IsOnServer())
+        QSKIP("a server's clock cannot be set");
     // Midnight passes while the window is open: another day, another visit, with its purpose.
     base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 5), QTime(0, 0)); });
     m_boxes->Answer(toolkit::BoxAnswer::Ok);
@@ -147,7 +153,8 @@ void tst_frmCAPDVisit::View_listsTheVisitsAndMarksTheChosenOne() {
     QVERIFY(m_window->height() >= toolkit::Twips(8820, m_window.get()));
     QCOMPARE(grid->Rows() - 1, Visits());
     QCOMPARE(grid->TextMatrix(1, 1), QStringLiteral("A9B"));
-    QCOMPARE(grid->TextMatrix(1, 2), QStringLiteral("3/4/2031 11:59:50 PM"));
+    if (!m_hospital->IsOnServer())
+        QCOMPARE(grid->TextMatrix(1, 2), QStringLiteral("3/4/2031 11:59:50 PM"));
     QCOMPARE(grid->ColWidth(0), 100);
     QCOMPARE(grid->ColWidth(4), 3000);
     QCOMPARE(chart->Marked(), 0);

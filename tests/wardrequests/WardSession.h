@@ -23,8 +23,8 @@ public:
     WardSession() {
         using namespace modGlobals;
         PluggedDriver::Gone = false;
-        Connection =
-            std::make_shared<db::Connection>(std::make_unique<PluggedDriver>(m_hospital.File()));
+        Connection = std::make_shared<db::Connection>(
+            std::make_unique<PluggedDriver>(m_hospital.ConnectionString()));
         Connection->SetDefaultDatabase(QStringLiteral("CLINICAL_AREA"));
         gCurrentUser = std::make_shared<SessionUser>(Connection);
         auto codes = std::make_shared<components::clsCodeSearch>();

@@ -1,0 +1,177 @@
+#include <map>
+#include <set>
+
+#include "../charges/SlipPrograms.h"
+#include "assessment/CashAssessment.h"
+#include "db/CommandText.h"
+
+// Eight programs on one hospital at the same moment: numbers are unique, nothing is lost or
+// doubled, and who comes second is told so.
+class tst_ManyPrograms final : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void Programs_workOnTheSameRecords();
+
+private:
+    std::unique_ptr<ChargeSession> m_session;
+};
+
+namespace {
+
+const QString kPatients = QStringLiteral(
+    "SELECT TOP (%1) m.HospNum FROM PATIENT_DATA..tbMaster m WHERE NOT EXISTS (SELECT 1 FROM "
+    "CLINICAL_AREA..tbCAPDPatient c WHERE c.HospNum = m.HospNum) ORDER BY m.HospNum DESC");
+const QString kAssessments = QStringLiteral(
+    "SELECT DISTINCT RefNum FROM BILLING..tbCashAssessment WHERE PatientName = 'MANY, PROGRAMS'");
+constexpr int kSlips = 10;
+constexpr int kRecords = 20;
+constexpr int kSecondVisit = 50204;
+// Where a server does not hold the check's lock, its unique key tells the second one.
+constexpr int kDuplicate = 2627;
+
+QStringList Column(db::Connection& connection, const QString& command) {
+    QStringList cells;
+    const auto rows = connection.Execute(command);
+    for (; !rows->Eof(); rows->MoveNext())
+        cells << rows->Fields(0).Text();
+    return cells;
+}
+
+void Say(const char* what, const QString& record) {
+    std::cout << what << ' ' << record.toStdString() << std::endl;
+}
+
+/// The sheet of each patient, then today's visit.
+void Register(db::Connection& connection, const QStringList& patients) {
+    const QString name = QStringLiteral("CLINICAL_AREA..sp_CAPD_RegisterPatient");
+    for (const QString& patient : patients) {
+        QStringList sheet(29, QString());
+        sheet[0] = patient;
+        sheet[26] = QStringLiteral("4601");
+        sheet[28] = QStringLiteral("N");
+        connection.Execute(db::Call(name, sheet));
+        Say("registered", patient);
+        try {
+            connection.Execute(db::Call(name, sheet.mid(0, 28)));
+            Say("visit", patient);
+        } catch (const base::DatabaseError& error) {
+            if (error.Number() != kSecondVisit && error.Number() != kDuplicate)
+                throw;
+            Say("second", patient);
+        }
+    }
+}
+
+void Revoke(const QStringList& assessments) {
+    for (const QString& assessment : assessments) {
+        try {
+            const auto found = RevokeAssessment(assessment);
+            Say(found == AssessmentState::Pending ? "revoked" : "late", assessment);
+        } catch (const base::DatabaseError&) {
+            // Somebody else settled it at the same moment.
+            Say("late", assessment);
+        }
+    }
+}
+
+int RunProgram(const QStringList& arguments) {
+    if (arguments[0] == u"save")
+        return SlipProgram::Run(arguments);
+    try {
+        const ChargeSession session(arguments[1]);
+        db::Connection& connection = *session.Connection;
+        if (arguments[0] == u"register")
+            Register(connection, arguments[5].split(u','));
+        else
+            Revoke(arguments[5].split(u','));
+        return 0;
+    } catch (const base::RuntimeError& error) {
+        std::cerr << error.Number() << ' ' << error.what() << std::endl;
+        return 2;
+    }
+}
+
+}  // namespace
+
+void tst_ManyPrograms::initTestCase() {
+    m_session = std::make_unique<ChargeSession>();
+    for (int line = 0; line < 2 * kRecords; ++line)
+        m_session->Connection->Execute(
+            QStringLiteral("INSERT INTO BILLING..tbCashAssessment (RefNum, IdNum, HospNum, "
+                           "PatientName, RevenueID, ItemCode, Quantity, Amount, RecordStatus, "
+                           "UserID, TransDate) VALUES ('M%1C', 'TMC', 'M', 'MANY, PROGRAMS', 'CY', "
+                           "'50%2', 1, 450, 'N', '4601', GETDATE())")
+                .arg(line / 2)
+                .arg(line % 2));
+}
+
+void tst_ManyPrograms::Programs_workOnTheSameRecords() {
+    db::Connection& connection = *m_session->Connection;
+    const SlipCase patient(m_session->Connection);
+    patient.Sponsor({300, 200, 5'000'000});
+    const auto patients = Column(connection, kPatients.arg(kRecords));
+    const auto assessments = Column(connection, kAssessments);
+    std::vector<std::unique_ptr<QProcess>> programs;
+    for (const char* work :
+         {"save", "register", "revoke", "save", "register", "revoke", "save", "register"}) {
+        const auto& records = QByteArray(work) == "register" ? patients : assessments;
+        programs.push_back(std::make_unique<QProcess>());
+        programs.back()->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        programs.back()->start(
+            QCoreApplication::applicationFilePath(),
+            SlipProgram::Arguments(QLatin1String(work), m_session->Hospital().ConnectionString(),
+                                   patient, kSlips)
+                << records.join(u','));
+    }
+    std::map<QByteArray, int> told;
+    std::set<QByteArray> slips;
+    for (const auto& program : programs) {
+        QVERIFY(program->waitForFinished(300'000));
+        QCOMPARE(program->exitCode(), 0);
+        for (const QByteArray& line : program->readAllStandardOutput().split('\n')) {
+            ++told[line.split(' ').first()];
+            if (line.startsWith('C'))
+                slips.insert(line);
+        }
+    }
+    QCOMPARE(int(slips.size()), 3 * kSlips);
+    QCOMPARE(told["registered"], 3 * kRecords);
+    QCOMPARE(told["visit"], kRecords);
+    QCOMPARE(told["second"], 2 * kRecords);
+    QCOMPARE(told["revoked"], kRecords);
+    QCOMPARE(told["late"], kRecords);
+
+    QCOMPARE(patient.Ask(QStringLiteral("SELECT COUNT(*) FROM BILLING..tbCashAssessment WHERE "
+                                        "IdNum = 'TMC' AND RecordStatus = 'R'")),
+             QString::number(2 * kRecords));
+    std::set<QString> numbers;
+    for (const QString& hospNum : patients) {
+        const auto row = connection.Execute(
+            QStringLiteral("SELECT COUNT(*), MAX(CAPDNum), (SELECT COUNT(*) FROM "
+                           "CLINICAL_AREA..tbCAPDLogBook l WHERE l.HospNum = '%1') FROM "
+                           "CLINICAL_AREA..tbCAPDPatient WHERE HospNum = '%1'")
+                .arg(hospNum));
+        QCOMPARE(row->Fields(0).Text(), QStringLiteral("1"));
+        QCOMPARE(row->Fields(2).Text(), QStringLiteral("1"));
+        numbers.insert(row->Fields(1).Text());
+    }
+    QCOMPARE(int(numbers.size()), kRecords);
+    // Of each slip the fee of 450 and what the patient has to pay of the rest.
+    QCOMPARE(patient
+                 .Ask(QStringLiteral("SELECT SUM(AllocatedFund - FundBalance) FROM "
+                                     "BILLING..tbFundAccount WHERE HospNum = '%1'")
+                          .arg(patient.HospNum))
+                 .toDouble(),
+             1574.4 * 3 * kSlips);
+}
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    const QStringList arguments = application.arguments();
+    if (arguments.value(1) == u"--slips")
+        return RunProgram(arguments.mid(2));
+    tst_ManyPrograms test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_ManyPrograms.moc"
