@@ -19,6 +19,7 @@ namespace {
 constexpr quintptr kLogInSeconds = 15;
 constexpr quintptr kCommandSeconds = 30;
 constexpr int kNothingToCommit = 3902;
+constexpr int kConnectionLost = 10054;
 
 /// What the results of one command add up to.
 class ResultReader final {
@@ -196,8 +197,9 @@ void OdbcDriver::Fail(const OdbcDiagnosis& diagnosis) {
     m_depth = 0;
     if (diagnosis.SqlState.startsWith(QStringLiteral("08")) || dead == SQL_CD_TRUE) {
         m_lostInTransaction = inTransaction;
+        // Not every driver has a number for it.
         m_lost.emplace(
-            diagnosis.Number,
+            diagnosis.Number != 0 ? diagnosis.Number : kConnectionLost,
             inTransaction && !m_committing
                 ? QStringLiteral(
                       "The connection to the server was lost. Nothing of this was saved; "
