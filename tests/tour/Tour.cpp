@@ -61,6 +61,8 @@ void Tour::Next() {
         std::cout << "FAILED " << stage.Name.toStdString() << ": " << why.toStdString()
                   << std::endl;
     };
+    m_acting = true;
+    m_dialogBefore = QApplication::activeModalWidget();
     try {
         stage.Act();
     } catch (const base::RuntimeError& error) {
@@ -68,6 +70,7 @@ void Tour::Next() {
     } catch (const std::exception& error) {
         fail(QString::fromUtf8(error.what()));
     }
+    m_acting = false;
 }
 
 void Tour::Rest(const Stage& stage) {
@@ -80,7 +83,13 @@ void Tour::Rest(const Stage& stage) {
         // together; a user would click on it.
         if (between && m_waits > kPatientWaits && Window())
             Window()->activateWindow();
-        if (between || qobject_cast<QProgressDialog*>(QApplication::activeModalWidget())) {
+        // Each key lets timers run: on a slow server this one comes before the step's last key.
+        const bool typing = m_acting && m_waits < kLongestWaits &&
+                            !QApplication::activePopupWidget() &&
+                            QApplication::activeModalWidget() == m_dialogBefore;
+        m_waits += typing ? 1 : 0;
+        if (typing || between ||
+            qobject_cast<QProgressDialog*>(QApplication::activeModalWidget())) {
             Rest(stage);
             return;
         }

@@ -57,6 +57,8 @@ private:
     int m_pictures = 0;
     int m_failed = 0;
     int m_waits = 0;
+    bool m_acting = false;
+    QWidget* m_dialogBefore = nullptr;
 };
 
 template <class Control>
