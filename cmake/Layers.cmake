@@ -49,6 +49,6 @@ function(add_layer_tests layer)
     target_link_libraries(${name} PRIVATE ${layer} ${arg_USES} Qt6::Test)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS ${layer} TIMEOUT 1200
-      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC")
+      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;QTEST_FUNCTION_TIMEOUT=1100000")
   endforeach()
 endfunction()
