@@ -20,6 +20,7 @@ constexpr quintptr kLogInSeconds = 15;
 constexpr quintptr kCommandSeconds = 30;
 constexpr int kNothingToCommit = 3902;
 constexpr int kConnectionLost = 10054;
+constexpr int kDeadlock = 1205;
 
 /// What the results of one command add up to.
 class ResultReader final {
@@ -215,7 +216,13 @@ void OdbcDriver::Fail(const OdbcDiagnosis& diagnosis) {
         SQLSetConnectAttrW(m_connection->Raw(), SQL_ATTR_AUTOCOMMIT,
                            SQLPOINTER(quintptr(SQL_AUTOCOMMIT_ON)), 0);
     }
-    throw base::DatabaseError(diagnosis.Number, diagnosis.Text);
+    // The server ends one of two that wait for each other, and undoes it.
+    throw base::DatabaseError(
+        diagnosis.Number,
+        diagnosis.Number == kDeadlock
+            ? QStringLiteral("Another workstation was changing the same records at this moment. "
+                             "Nothing of this was saved. Try again.")
+            : diagnosis.Text);
 }
 
 qint64 OdbcDriver::Execute(const QString& command, embedded::RowSink& sink) {

@@ -52,6 +52,7 @@ private slots:
     void LostConnection_isToldOnceAndMadeAnew_data();
     void LostConnection_isToldOnceAndMadeAnew();
     void LostConnection_neverWritesTheRestOfAnAction();
+    void LostRace_isToldPlainly();
     void Letters_areTriedOnce();
     void Keys_areAskedByParts_data();
     void Keys_areAskedByParts();
@@ -337,6 +338,19 @@ void tst_OdbcServer::LostConnection_neverWritesTheRestOfAnAction() {
     m_world.EndFails = kCut;
     const auto unsure = ErrorOf([this] { m_connection->CommitTrans(); });
     QVERIFY(unsure.Description().contains(QStringLiteral("Look whether this was saved")));
+}
+
+void tst_OdbcServer::LostRace_isToldPlainly() {
+    Open();
+    m_connection->BeginTrans();
+    m_world.Answer = [](const QString&) {
+        return Results{
+            {.Failed = Failure{QStringLiteral("40001"), 1205, QStringLiteral("victim")}}};
+    };
+    const auto lost = ErrorOf([this] { m_connection->Execute(QStringLiteral("sp 'line 1'")); });
+    QCOMPARE(lost.Number(), 1205);
+    QVERIFY(lost.Description().contains(QStringLiteral("Try again")));
+    QVERIFY(m_world.Steps.contains(QStringLiteral("rollback")));
 }
 
 void tst_OdbcServer::Letters_areTriedOnce() {
