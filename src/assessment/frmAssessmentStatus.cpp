@@ -86,7 +86,9 @@ frmAssessmentStatus::frmAssessmentStatus(QWidget* parent)
       ui(std::make_unique<Ui::frmAssessmentStatus>()),
       m_lines(new toolkit::RowListModel(Columns(), this)) {
     ui->setupUi(this);
-    m_lines->SetImages([this](int row) { return ImageOf(StateOf(Cell(row, Status))); });
+    // A list that is hidden with its window asks once more, when the form itself is gone.
+    m_lines->SetImages(
+        [lines = m_lines](int row) { return ImageOf(StateOf(lines->TextAt(row, Status))); });
     ui->lvwListAssessment->SetListModel(m_lines, Columns());
     ui->lvwListAssessment->setColumnHidden(HospNum, true);
     ui->lvwListAssessment->setColumnHidden(TransDate, true);

@@ -78,9 +78,9 @@ void frmPatientList::SetUpFields() {
 
 void frmPatientList::SetUpList() {
     // The room of the star is kept on every row, so that the numbers stand in one line.
-    m_rows->SetImages([this](int row) {
-        return m_rows->TextAt(row, CapdNumColumn).isEmpty() ? toolkit::Image::Blank
-                                                            : toolkit::Image::Star;
+    m_rows->SetImages([rows = m_rows](int row) {
+        return rows->TextAt(row, CapdNumColumn).isEmpty() ? toolkit::Image::Blank
+                                                          : toolkit::Image::Star;
     });
     ui->lvwSearchPatient->SetListModel(m_rows, Columns());
     connect(ui->lvwSearchPatient, &toolkit::ListView::RowChosen, this,

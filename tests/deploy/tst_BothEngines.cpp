@@ -58,6 +58,24 @@ const QStringList kCommands{
     QStringLiteral("RADIOLOGY..spRadio_GetDiscount 'CS','{G}','{T}','','0'"),
     QStringLiteral("RADIOLOGY..spGlobal_RegularPatients '0','0','{L}'"),
     QStringLiteral("STATION..Nurse_GetXray '{O}'"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_ReportPatients"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_ReportVisits '1{#2}/1{#9}/2026','12/31/2026'"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_ReportIncome '1{#2}/1{#9}/2026','11/2{#9}/2026'"),
+    QStringLiteral("CLINICAL_AREA..Nurse_GetPT '{O}'"),
+    QStringLiteral("PATIENT_DATA..sp_Listing_Inpatient '{I}'"),
+    QStringLiteral("PATIENT_DATA..sp_Listing_Search '204','{O}'"),
+    QStringLiteral("PATIENT_DATA..sp_Finder_Admission '{I}'"),
+    QStringLiteral("PATIENT_DATA..sp_Doctor_Find '{D}'"),
+    QStringLiteral("SELECT PATIENT_DATA.dbo.fn_GetOldHospNum('{H}') AS Old"),
+    QStringLiteral("BILLING..sp_OtherRevenue_Search '{R}','{F}'"),
+    QStringLiteral("BILLING..sp_Drug_Find '{G}','46'"),
+    QStringLiteral("BILLING..sp_Pars_CheckCompany '{O}'"),
+    QStringLiteral("BILLING..sp_PDAF_GetAllocation_RegAccount '{H}','{O}','CY'"),
+    QStringLiteral("RADIOLOGY..spRadio_CheckPatientClass '{O}'"),
+    QStringLiteral("STATION..Nurse_GetUltra '{O}'"),
+    QStringLiteral("STATION..Nurse_GetCT '{O}'"),
+    QStringLiteral("STATION..Nurse_GetPostedMedicines '{I}'"),
+    QStringLiteral("STATION..sp_Dosage_Search '{#2}'"),
     // Writes: what they say, and what stands in the tables before they are undone.
     QStringLiteral("CLINICAL_AREA..sp_capd_addbill 'T1','{O}','{F}','{#900}.{#99}','4601','{H}',"
                    "'{R}'; SELECT ItemCode, Amount FROM BILLING..tbBill WHERE RefNum = 'T1'"),
@@ -66,6 +84,22 @@ const QStringList kCommands{
                    "BILLING..tbCompanyPayment WHERE RequestNum > 0 AND AccountNum = '{A}'"),
     QStringLiteral("BILLING..sp_StockCard_Append '{H}','{O}','{G}','','T1','{#9}','0','60','','',"
                    "'','46'; SELECT SUM(OnHand) AS OnHand FROM BILLING..tbDrugStock"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_DoctorCharge 'T1','{O}','802','{#900}','4601','{H}'; "
+                   "SELECT ItemCode, Amount FROM BILLING..tbDoctorCharge WHERE RefNum = 'T1'"),
+    QStringLiteral(
+        "CLINICAL_AREA..sp_CAPD_SaveAssessment 'WALK, {L}','{R}','{F}','{#3}','{#900}.5',"
+        "'4601','T1C','T1C','N','{D}','{H}','DR. X'; SELECT PatientName, Quantity, Amount "
+        "FROM BILLING..tbCashAssessment WHERE RefNum = 'T1C'"),
+    QStringLiteral(
+        "CLINICAL_AREA..sp_CAPD_RegisterPatient '{H}','{O}','{#1200}','CIPD','','','it''s',"
+        "'1{#2}/1/2026','','','','{#90}','','','120/80','','','','','','','','','','','',"
+        "'4601','','N'; SELECT CAPDNum, Weight, AcutePDStartDate FROM "
+        "CLINICAL_AREA..tbCAPDPatient WHERE HospNum = '{H}'"),
+    QStringLiteral(
+        "STATION..Nurse_AppendNurseLogBook '{H}','{O}','O','{G}','{#90}.25','{#9}','BID',' ',"
+        "'11/23/2026 01:02:03 PM','CS','','','4601','','x','CAPD','','1.5','','','',''; "
+        "SELECT ItemCode, Amount, Quantity, RequestDate FROM STATION..tbNurseLogBook WHERE "
+        "ItemName = 'x'"),
 };
 
 /// The first lines of one answer that the other one lacks.
@@ -141,6 +175,7 @@ void tst_BothEngines::initTestCase() {
     m_server = qEnvironmentVariable("CAPD_SERVER");
     if (m_server.isEmpty())
         QSKIP("no server was named: ./test --server \"CONNECTION STRING\"");
+    ServerHospital::Restore();
 }
 
 // One in ten is nothing the hospital knows, one in ten the beginning of what it knows.
