@@ -10,11 +10,13 @@
 
 #include "assessment/frmAssessmentStatus.h"
 #include "charges/frmAssessment.h"
+#include "db/Connection.h"
 #include "hub/frmFinal.h"
 #include "patients/frmPatientList.h"
 #include "patients/frmRegistration.h"
 #include "reports/UnitReports.h"
 #include "session/modGlobals.h"
+#include "toolkit/Busy.h"
 #include "toolkit/Images.h"
 #include "toolkit/ListView.h"
 #include "toolkit/MsgBox.h"
@@ -62,13 +64,28 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
     connect(new QShortcut(Qt::CTRL | Qt::Key_F6, this), &QShortcut::activated, this,
             &mdiCAPD::SwitchChild);
     qApp->installEventFilter(this);
+    db::Connection::SetWaitHook([this](bool waiting) { ShowWaiting(waiting); });
 }
 
 // The children go last and still send events: nothing of this frame may listen to them any more.
 mdiCAPD::~mdiCAPD() {
+    db::Connection::SetWaitHook({});
     qApp->removeEventFilter(this);
     if (m_hub)
         m_hub->disconnect(this);
+}
+
+// Painted at once: no event is handled before the wait is over.
+void mdiCAPD::ShowWaiting(bool waiting) {
+    if (waiting) {
+        m_waiting = std::make_unique<toolkit::Busy>();
+        m_textBeforeWaiting = statusBar()->currentMessage();
+        statusBar()->showMessage(QStringLiteral("Another program is writing…"));
+    } else {
+        m_waiting.reset();
+        statusBar()->showMessage(m_textBeforeWaiting);
+    }
+    statusBar()->repaint();
 }
 
 void mdiCAPD::Load() {

@@ -16,6 +16,9 @@ struct OpenedPatient;
 namespace components {
 struct ListedPatient;
 }
+namespace toolkit {
+class Busy;
+}
 
 /// The main frame: the patient search as its child, the menus and the toolbar of the unit.
 class mdiCAPD final : public QMainWindow {
@@ -59,6 +62,8 @@ private:
     bool IsMeant(const components::ListedPatient& chosen) const;
     void PatientOpened(const OpenedPatient& patient);
     void ShowModal(QDialog* sheet);
+    /// Says that another program holds the hospital file, until its turn is over.
+    void ShowWaiting(bool waiting);
 
     std::unique_ptr<Ui::mdiCAPD> ui;
     QLabel* m_lblChosenPatient;
@@ -67,4 +72,6 @@ private:
     QPointer<frmFinal> m_hub;
     QPointer<QMdiSubWindow> m_hubFrame;
     bool m_unloading = false;
+    std::unique_ptr<toolkit::Busy> m_waiting;
+    QString m_textBeforeWaiting;
 };

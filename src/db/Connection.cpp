@@ -9,6 +9,7 @@
 #include "db/ConnectionText.h"
 #include "db/Recordset.h"
 #include "db/RecordsetImpl.h"
+#include "embedded/Server.h"
 
 namespace db {
 
@@ -147,6 +148,10 @@ void Connection::RollbackTrans() {
 
 void Connection::SetCommandHook(std::function<void(const QString& commandText)> hook) {
     CommandHook() = std::move(hook);
+}
+
+void Connection::SetWaitHook(std::function<void(bool waiting)> hook) {
+    embedded::Server::SetWaitHook(std::move(hook));
 }
 
 Transaction::Transaction(Connection& connection) : m_connection(connection) {

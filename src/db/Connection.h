@@ -48,6 +48,9 @@ public:
     /// Called with every command text just before it is sent; also for BEGIN, COMMIT and
     /// ROLLBACK, as "BeginTrans", "CommitTrans", "RollbackTrans". One hook a process.
     static void SetCommandHook(std::function<void(const QString& commandText)> hook);
+    /// Called with true when a command has waited half a second for another program that writes
+    /// to the hospital file, and with false when that wait is over. One hook a process.
+    static void SetWaitHook(std::function<void(bool waiting)> hook);
 
 private:
     friend class Recordset;

@@ -11,7 +11,8 @@ public:
     /// Throws base::DatabaseError naming the file when it cannot be opened.
     explicit EmbeddedDriver(const QString& file);
     /// Makes the file, or waits longer for other programs, as embedded::Server does.
-    EmbeddedDriver(const QString& file, embedded::Server::Mode mode, int busyMilliseconds = 5000)
+    EmbeddedDriver(const QString& file, embedded::Server::Mode mode,
+                   int busyMilliseconds = embedded::Server::kBusyMilliseconds)
         : m_server(file, mode, busyMilliseconds) {}
 
     qint64 Execute(const QString& command, embedded::RowSink& sink) override;

@@ -32,6 +32,15 @@ void KeepUndoInMemory() {
     Q_UNUSED(told);
 }
 
+// Who has waited so long is the next to write.
+constexpr int kTurnMilliseconds = 100;
+constexpr int kShownMilliseconds = 500;
+
+std::function<void(bool)>& WaitHook() {
+    static std::function<void(bool)> hook;
+    return hook;
+}
+
 }  // namespace
 
 Database::Database(const QString& file, bool create, bool readOnly, int busyMilliseconds)
@@ -54,26 +63,73 @@ Database::Database(const QString& file, bool create, bool readOnly, int busyMill
         throw failure;
     }
     sqlite3_extended_result_codes(m_handle, 1);
-    sqlite3_busy_handler(m_handle, &Database::Wait, this);
+    sqlite3_busy_handler(m_handle, &Database::WaitForLock, this);
+    if (!readOnly) {
+        m_turn = std::make_unique<WriteTurn>(file);
+    }
     RegisterFunctions(m_handle);
 }
 
 Database::~Database() {
+    m_begin.reset();
     sqlite3_close_v2(m_handle);
 }
 
-// Short waits of uneven length: two programs that meet at the file's lock take turns.
-int Database::Wait(void* self, int count) {
-    auto* database = static_cast<Database*>(self);
-    if (count == 0) {
-        database->m_waiting.start();
+void Database::SetWaitHook(std::function<void(bool waiting)> hook) {
+    WaitHook() = std::move(hook);
+}
+
+int Database::WaitForLock(void* self, int) {
+    return static_cast<Database*>(self)->Wait() ? 1 : 0;
+}
+
+bool Database::Wait() {
+    if (!m_waiting.isValid()) {
+        m_waiting.start();
     }
-    if (database->m_waiting.elapsed() >= database->m_busyMilliseconds) {
-        return 0;
+    const qint64 waited = m_waiting.elapsed();
+    if (waited >= m_busyMilliseconds) {
+        return false;
     }
+    if (m_turn && waited >= kTurnMilliseconds) {
+        m_turn->Take();
+    }
+    if (!m_waitShown && waited >= kShownMilliseconds && WaitHook()) {
+        m_waitShown = true;
+        WaitHook()(true);
+    }
+    // Short and of uneven length: two programs that meet at the file's lock take turns.
     const int microseconds = QRandomGenerator::global()->bounded(300, 1000);
     std::this_thread::sleep_for(std::chrono::microseconds(microseconds));
-    return 1;
+    return true;
+}
+
+void Database::EndWait() {
+    if (!m_waiting.isValid()) {
+        return;
+    }
+    m_waiting.invalidate();
+    if (m_turn) {
+        m_turn->Leave();
+    }
+    if (m_waitShown && WaitHook()) {
+        WaitHook()(false);
+    }
+    m_waitShown = false;
+}
+
+void Database::BeginWriting() {
+    while (m_turn && m_turn->IsOthers()) {
+        if (!Wait()) {
+            EndWait();
+            throw InUse();
+        }
+    }
+    if (!m_begin) {
+        m_begin = Prepare("BEGIN IMMEDIATE");
+    }
+    const StatementReset reset(m_begin.get());
+    Step(m_begin.get());
 }
 
 void Database::RefuseCommitsWhenLost() {
@@ -108,6 +164,7 @@ void Database::Run(const char* sql) {
 
 bool Database::Step(sqlite3_stmt* statement) {
     const int result = sqlite3_step(statement);
+    EndWait();
     if (result == SQLITE_ROW) {
         return true;
     }
@@ -131,7 +188,6 @@ unsigned Database::DataVersion() const {
 Failure Database::LastFailure() const {
     const int code = sqlite3_extended_errcode(m_handle);
     const std::string message = sqlite3_errmsg(m_handle);
-    const std::string file = m_file.toStdString();
     if (!message.empty() && message[0] == '#') {
         const size_t colon = message.find(':');
         return Failure(std::atoi(message.c_str() + 1), message.substr(colon + 1));
@@ -141,8 +197,7 @@ Failure Database::LastFailure() const {
             return ConstraintFailure(code, message);
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
-            return Failure(1222, "Lock request time out period exceeded: '" + file +
-                                     "' is in use by another program. Try again in a moment.");
+            return InUse();
         case SQLITE_READONLY:
         case SQLITE_FULL:
         case SQLITE_CANTOPEN:
@@ -153,6 +208,11 @@ Failure Database::LastFailure() const {
         default:
             return Failure(8180, "Statement could not be run: " + message + ".");
     }
+}
+
+Failure Database::InUse() const {
+    return Failure(1222, "Lock request time out period exceeded: '" + m_file.toStdString() +
+                             "' is in use by another program. Try again in a moment.");
 }
 
 Failure Database::FileFailure(int code, const std::string& message) const {

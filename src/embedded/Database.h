@@ -4,11 +4,13 @@
 
 #include <QElapsedTimer>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "embedded/Failure.h"
+#include "embedded/WriteTurn.h"
 
 namespace embedded {
 
@@ -33,6 +35,9 @@ public:
     /// True when the step produced a row; throws Failure.
     bool Step(sqlite3_stmt* statement);
     qint64 Number(const char* sql);
+    /// Begins a transaction that writes. Waits for the other programs on the file, up to the limit,
+    /// and is not overtaken by those that came later. Throws Failure 1222.
+    void BeginWriting();
     bool InTransaction() const { return sqlite3_get_autocommit(m_handle) == 0; }
     /// From now on a commit fails, undone, when the file or its log is no longer where it was
     /// opened.
@@ -42,8 +47,15 @@ public:
     /// What went wrong last.
     Failure LastFailure() const;
 
+    /// As Server's.
+    static void SetWaitHook(std::function<void(bool waiting)> hook);
+
 private:
-    static int Wait(void* self, int count);
+    static int WaitForLock(void* self, int count);
+    /// One short pause; false when the limit is reached.
+    bool Wait();
+    void EndWait();
+    Failure InUse() const;
     static int IsLost(void* self);
     Failure FileFailure(int code, const std::string& message) const;
     Failure ConstraintFailure(int code, const std::string& message) const;
@@ -51,7 +63,11 @@ private:
     sqlite3* m_handle = nullptr;
     QString m_file;
     int m_busyMilliseconds;
+    std::unique_ptr<WriteTurn> m_turn;
+    PreparedStatement m_begin;
+    // Valid while this session waits.
     QElapsedTimer m_waiting;
+    bool m_waitShown = false;
 };
 
 /// Ends the run of a statement on every way out, so that it holds no lock and can run again.

@@ -51,7 +51,7 @@ void Inspect(const QString& name) {
 }
 
 void RemoveWithSides(const QString& file) {
-    for (const char* side : {"", "-wal", "-shm", "-journal"}) {
+    for (const char* side : {"", "-wal", "-shm", "-journal", "-turn"}) {
         QFile::remove(file + QLatin1String(side));
     }
 }

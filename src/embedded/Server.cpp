@@ -253,6 +253,10 @@ int Server::TransactionDepth() const {
     return m_impl->Session().transactions.Depth();
 }
 
+void Server::SetWaitHook(std::function<void(bool waiting)> hook) {
+    Database::SetWaitHook(std::move(hook));
+}
+
 std::vector<QString> Server::KeyColumns(const QString& table, const QString& defaultDatabase) {
     return m_impl->KeyColumns(table, defaultDatabase);
 }

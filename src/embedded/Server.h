@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -15,11 +16,13 @@ namespace embedded {
 class Server final {
 public:
     enum class Mode { OpenExisting, Create };
+    /// How long a session waits for the others on the file.
+    static constexpr int kBusyMilliseconds = 30'000;
 
     /// Opens the file, or makes an empty one that must not exist yet. Throws base::DatabaseError
     /// naming the file when it is missing, empty, truncated, no hospital file, not readable or
     /// locked longer than `busyMilliseconds`. A read-only file opens; the first write then fails.
-    Server(const QString& file, Mode mode, int busyMilliseconds = 5000);
+    Server(const QString& file, Mode mode, int busyMilliseconds = kBusyMilliseconds);
     ~Server();
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
@@ -46,6 +49,10 @@ public:
     /// Key columns of a table given as `DATABASE..table` (or unqualified), in key order; empty
     /// where the table has no key. Throws base::DatabaseError 208 for an unknown table.
     std::vector<QString> KeyColumns(const QString& table, const QString& defaultDatabase);
+
+    /// Called with true when a session has waited half a second for another program to finish
+    /// writing, and with false when that wait is over. One hook a process.
+    static void SetWaitHook(std::function<void(bool waiting)> hook);
 
 private:
     class Impl;

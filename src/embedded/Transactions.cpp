@@ -2,17 +2,9 @@
 
 namespace embedded {
 
-void Transactions::RunPrepared(PreparedStatement& statement, const char* sql) {
-    if (!statement) {
-        statement = m_database.Prepare(sql);
-    }
-    const StatementReset reset(statement.get());
-    m_database.Step(statement.get());
-}
-
 void Transactions::Begin() {
     if (m_depth == 0) {
-        RunPrepared(m_begin, "BEGIN IMMEDIATE");
+        m_database.BeginWriting();
     }
     ++m_depth;
 }
@@ -24,7 +16,11 @@ void Transactions::Commit() {
                       "TRANSACTION.");
     }
     if (m_depth == 1) {
-        RunPrepared(m_commit, "COMMIT");
+        if (!m_commit) {
+            m_commit = m_database.Prepare("COMMIT");
+        }
+        const StatementReset reset(m_commit.get());
+        m_database.Step(m_commit.get());
     }
     --m_depth;
 }

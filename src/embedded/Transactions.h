@@ -18,10 +18,7 @@ public:
     void UndoAll();
 
 private:
-    void RunPrepared(PreparedStatement& statement, const char* sql);
-
     Database& m_database;
-    PreparedStatement m_begin;
     PreparedStatement m_commit;
     int m_depth = 0;
 };

@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QStatusBar>
 #include <QTest>
+#include <chrono>
+#include <thread>
 
 #include "FakeComponents.h"
 #include "TestHospital.h"
@@ -39,6 +41,7 @@ private slots:
     void Hub_closedByKeyGivesTheListBack_data();
     void Hub_closedByKeyGivesTheListBack();
     void Hub_thatCannotReadOpensNothing();
+    void Waiting_forAnotherProgramIsShown();
 
 private:
     void Choose(bool withCapdNumber);
@@ -248,6 +251,29 @@ void tst_mdiCAPD::Hub_thatCannotReadOpensNothing() {
     QVERIFY_EXCEPTION_THROWN(emit m_frame->PatientList().PatientOpened(patient),
                              base::DatabaseError);
     QVERIFY(!m_frame->findChild<frmFinal*>());
+}
+
+void tst_mdiCAPD::Waiting_forAnotherProgramIsShown() {
+    if (m_hospital->IsOnServer())
+        QSKIP("a server waits by itself");
+    QStringList shown;
+    QList<bool> busy;
+    connect(m_frame->statusBar(), &QStatusBar::messageChanged, this, [&](const QString& text) {
+        shown << text;
+        busy << bool(QGuiApplication::overrideCursor());
+    });
+    const QString before = Status();
+    const QString add = QStringLiteral("UPDATE PATIENT_DATA..tbHospitalInfo SET Company = 'X'");
+    const auto other = m_hospital->Connect();
+    other->BeginTrans();
+    std::thread writer([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(700));
+        other->CommitTrans();
+    });
+    m_fakes->CurrentUser->Session->Execute(add);
+    writer.join();
+    QCOMPARE(shown, QStringList({QStringLiteral("Another program is writing…"), before}));
+    QCOMPARE(busy, QList<bool>({true, false}));
 }
 
 QTEST_MAIN(tst_mdiCAPD)

@@ -5,8 +5,11 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
+#include <atomic>
+#include <chrono>
 #include <thread>
 
+#include "OrdinaryUser.h"
 #include "base/Clock.h"
 #include "base/Errors.h"
 #include "embedded/Server.h"
@@ -77,6 +80,7 @@ private slots:
     void TwoSessions_haveDifferentNumbers();
     void TwoSessions_countWithoutLosingANumber();
     void Writer_givesUpAfterItsTime();
+    void Writer_whoHasWaitedIsNext();
     void Reader_seesTheStateBeforeAnothersTransaction();
     void Session_noticesProceduresChangedByAnother();
     void Rollback_takesBackWhatAScriptMade();
@@ -173,10 +177,13 @@ void tst_Server::Opening_refusesAFileLockedByAnother() {
 }
 
 void tst_Server::Opening_readsAReadOnlyFileAndRefusesTheFirstWrite() {
+    if (const auto failure = RunAsOrdinaryUser()) {
+        QCOMPARE(*failure, QString());
+        return;
+    }
     MakeHospital();
     QFile::setPermissions(File(), QFileDevice::ReadOwner | QFileDevice::ReadUser);
-    if (QFileInfo(File()).isWritable())
-        QSKIP("this user may write everywhere");
+    QVERIFY(!QFileInfo(File()).isWritable());
     Server server(File(), Server::Mode::OpenExisting);
     QCOMPARE(Rows(server, QStringLiteral("SELECT Last FROM tbCounter")),
              QStringList{QStringLiteral("0")});
@@ -291,6 +298,37 @@ void tst_Server::Writer_givesUpAfterItsTime() {
     QCOMPARE(second.TransactionDepth(), 0);
     first.CommitTrans();
     QCOMPARE(Rows(second, QStringLiteral("sp_Next")), QStringList{QStringLiteral("1")});
+}
+
+// The other one begins anew as soon as it has ended, so that chance alone would leave next to no
+// moment to the one that waits.
+void tst_Server::Writer_whoHasWaitedIsNext() {
+    MakeHospital();
+    std::atomic<int> begun = 0;
+    std::atomic<bool> done = false;
+    std::thread other([&] {
+        Server server(File(), Server::Mode::OpenExisting);
+        while (!done) {
+            server.BeginTrans();
+            ++begun;
+            std::this_thread::sleep_for(std::chrono::milliseconds(60));
+            server.CommitTrans();
+        }
+    });
+    Server patient(File(), Server::Mode::OpenExisting);
+    int overtaken = 0;
+    for (int turn = 0; turn < 5; ++turn) {
+        while (begun == 0)
+            std::this_thread::yield();
+        const int before = begun;
+        patient.BeginTrans();
+        overtaken = std::max(overtaken, begun - before);
+        patient.CommitTrans();
+        begun = 0;
+    }
+    done = true;
+    other.join();
+    QVERIFY2(overtaken <= 5, qPrintable(QString::number(overtaken)));
 }
 
 void tst_Server::Reader_seesTheStateBeforeAnothersTransaction() {
