@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "base/Errors.h"
+#include "base/ProgramOptions.h"
 #include "db/ConnectionText.h"
 #include "deploy/HospitalFile.h"
 
@@ -20,18 +21,17 @@ void Say(const QString& line) {
     QTextStream(stdout) << line << '\n';
 }
 
-bool Understand(const QStringList& arguments, Wishes& wishes) {
-    for (const QString& argument : arguments) {
-        if (argument == u"--demo")
-            wishes.Contents = deploy::Contents::Demo;
-        else if (argument == u"--dry-run")
-            wishes.DryRun = true;
-        else if (argument.startsWith(u"--") || !wishes.Target.isEmpty())
-            return false;
-        else
-            wishes.Target = argument;
-    }
-    return !wishes.Target.isEmpty();
+const QString kDemo = QStringLiteral("demo");
+const QString kDryRun = QStringLiteral("dry-run");
+
+void Describe(QCommandLineParser& parser) {
+    parser.setApplicationDescription(
+        QStringLiteral("Makes the databases of a hospital, or brings them up to this version."));
+    parser.addOption({kDemo, QStringLiteral("Fill empty databases with the demo hospital.")});
+    parser.addOption({kDryRun, QStringLiteral("Print the steps and change nothing.")});
+    parser.addPositionalArgument(
+        QStringLiteral("connection"),
+        QStringLiteral("\"DSN=hospital;UID=admin\" or \"Driver=Embedded;File=PATH\"."));
 }
 
 /// A password on the command line can be read by everyone on the machine: without one it is asked.
@@ -81,11 +81,19 @@ void Deploy(const Wishes& wishes) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    Wishes wishes;
-    if (!Understand(application.arguments().mid(1), wishes)) {
-        std::fputs("usage: capd-deploy [--demo] [--dry-run] \"CONNECTION STRING\"\n", stderr);
+    QCommandLineParser parser;
+    Describe(parser);
+    if (const auto status = base::ReadOptions(parser, 1))
+        return *status;
+    if (parser.positionalArguments().isEmpty()) {
+        std::fputs("capd-deploy: A connection string is missing. See --help.\n", stderr);
         return 2;
     }
+    Wishes wishes;
+    wishes.Target = parser.positionalArguments().constFirst();
+    wishes.DryRun = parser.isSet(kDryRun);
+    if (parser.isSet(kDemo))
+        wishes.Contents = deploy::Contents::Demo;
     try {
         Deploy(wishes);
     } catch (const base::RuntimeError& error) {
