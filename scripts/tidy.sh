@@ -1,9 +1,8 @@
 # Checks the names of every source and header, each header by itself, which also shows that it
-# compiles alone. First that the check finds a bad name at all.
-# Usage: tidy_names BUILD_FOLDER; it must be built, for the generated headers.
+# compiles alone, without the precompiled ones. First that the check finds a bad name at all.
 tidy_names() {
-    local build=$1 bad
-    command -v clang-tidy >/dev/null || { echo "test: --tidy needs clang-tidy" >&2; exit 1; }
+    local build=build/tidy bad
+    build tidy autogen
     bad=$(mktemp --suffix=.cpp)
     echo 'class clsBad { public: int Sum() { int BadLocal = badMember; return BadLocal; } private: int badMember = 0; };' >"$bad"
     local found
