@@ -13,6 +13,6 @@ tidy_names() {
         exit 1
     fi
     find src -name '*.h' -o -name '*.cpp' | sort |
-        xargs -P 2 -n 4 clang-tidy --quiet -p "$build" \
+        xargs -P 2 -n 4 clang-tidy --quiet -p "$build" --header-filter="^$PWD/src/" \
             --extra-arg=-Wno-unknown-warning-option --extra-arg=-Wno-pragma-once-outside-header 2>/dev/null
 }

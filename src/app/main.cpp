@@ -1,3 +1,4 @@
+#include <QIcon>
 #include <cstdio>
 #include <cstdlib>
 
@@ -37,6 +38,10 @@ int main(int argc, char* argv[]) {
     const auto handler = qInstallMessageHandler(EndWithoutDisplay);
     Application application(argc, argv);
     qInstallMessageHandler(handler);
+    QIcon icon(QStringLiteral(":/packaging/capd-48.png"));
+    icon.addFile(QStringLiteral(":/packaging/capd-256.png"));
+    Application::setWindowIcon(icon);
+    Application::setDesktopFileName(QStringLiteral("capd"));
     toolkit::ApplyTheme(application);
     components::RegisterBuiltIns();
     try {
