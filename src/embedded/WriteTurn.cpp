@@ -7,12 +7,12 @@ namespace embedded {
 void WriteTurn::Open() {
     sqlite3_vfs* system = sqlite3_vfs_find(nullptr);
     m_memory.resize(size_t(system->szOsFile));
-    // SQLite reads on behind the name of a database file, up to two NUL.
-    m_systemName = m_name.toUtf8() + QByteArray("\0\0", 2);
+    if (!m_systemName)
+        m_systemName = sqlite3_create_filename(m_name.toUtf8().constData(), "", "", 0, nullptr);
     auto* file = reinterpret_cast<sqlite3_file*>(m_memory.data());
     const int flags = SQLITE_OPEN_MAIN_DB | SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
     int given = 0;
-    if (system->xOpen(system, m_systemName.constData(), file, flags, &given) == SQLITE_OK)
+    if (system->xOpen(system, m_systemName, file, flags, &given) == SQLITE_OK)
         m_file = file;
 }
 
@@ -20,6 +20,7 @@ WriteTurn::~WriteTurn() {
     Leave();
     if (m_file)
         m_file->pMethods->xClose(m_file);
+    sqlite3_free_filename(m_systemName);
 }
 
 bool WriteTurn::IsOthers() {

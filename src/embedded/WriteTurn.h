@@ -31,7 +31,8 @@ private:
     // SQLite's handle of the file grows beyond its header, by what the system's locks need.
     std::vector<char> m_memory;
     QString m_name;
-    QByteArray m_systemName;
+    // As SQLite wants it, with its own marks around it; lives as long as the file is open.
+    sqlite3_filename m_systemName = nullptr;
     sqlite3_file* m_file = nullptr;
     bool m_mine = false;
 };
