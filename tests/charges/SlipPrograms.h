@@ -27,7 +27,6 @@ public:
             const QString work = arguments[0];
             const ChargeSession session(arguments[1]);
             SlipProgram program({arguments[2], arguments[3]}, arguments[4].toInt());
-            std::cout << "ready" << std::endl;
             if (work == u"save")
                 program.Save();
             else if (work == u"churn")
@@ -98,14 +97,17 @@ private:
             const QString slip = SaveOne();
             list.Load(m_head.IdNum);
             SlipReversal(m_head, slip, m_fund).Revoke(list.LinesOf(slip));
+            std::cout << "revoked" << std::endl;
         }
     }
 
     void AssessForEver() {
         m_head.IdNum = u'T' + m_head.HospNum + u'C';
         m_head.Doctor = QStringLiteral("DR. X");
-        for (;;)
+        for (;;) {
             CashSlip(m_head, QStringLiteral("WALK, IN")).Save(Lines());
+            std::cout << "saved" << std::endl;
+        }
     }
 
     // Every slip says what its own station printed and nothing of the other's.

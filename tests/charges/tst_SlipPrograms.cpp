@@ -157,7 +157,8 @@ void tst_SlipPrograms::Kill_leavesWholeSlips_data() {
 
 void tst_SlipPrograms::Kill_leavesWholeSlips() {
     QFETCH(const QString, work);
-    // A server's first slip takes a while: it reads the procedures.
+    // The first slip, which reads the procedures, takes long under sanitizers and on a server: the
+    // program says when it is done.
     const int longest = m_session->Hospital().IsOnServer() ? 4000 : 40;
     const int kills = IsStress() ? 200 : 20;
     for (int kill = 0; kill < kills; ++kill) {
