@@ -149,15 +149,19 @@ int Database::IsLost(void* self) {
 PreparedStatement Database::Prepare(std::string_view sql, bool lasting) {
     sqlite3_stmt* statement = nullptr;
     const unsigned flags = lasting ? SQLITE_PREPARE_PERSISTENT : 0;
-    if (sqlite3_prepare_v3(m_handle, sql.data(), int(sql.size()), flags, &statement, nullptr) !=
-        SQLITE_OK) {
+    const int result =
+        sqlite3_prepare_v3(m_handle, sql.data(), int(sql.size()), flags, &statement, nullptr);
+    EndWait();
+    if (result != SQLITE_OK) {
         throw LastFailure();
     }
     return PreparedStatement(statement);
 }
 
 void Database::Run(const char* sql) {
-    if (sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) != SQLITE_OK) {
+    const int result = sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr);
+    EndWait();
+    if (result != SQLITE_OK) {
         throw LastFailure();
     }
 }
