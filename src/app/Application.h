@@ -3,6 +3,7 @@
 #include <QApplication>
 
 #include "base/Errors.h"
+#include "toolkit/KeyGuard.h"
 
 /// The application, and the one place where an error that nobody answered ends: the action is
 /// over, the program lives on.
@@ -13,4 +14,7 @@ public:
 
     /// Writes the error to standard error and shows its number and description.
     static void Report(const base::RuntimeError& error);
+
+private:
+    toolkit::KeyGuard m_keyGuard;
 };

@@ -56,13 +56,8 @@ void ChargeSheetDialog::WriteAlone(const std::function<void()>& write) {
 // Enter belongs to the boxes and the sheet, and Esc takes back what is being typed: only a button
 // that has the keyboard closes the window with all that was typed in it.
 void ChargeSheetDialog::keyPressEvent(QKeyEvent* event) {
-    auto* button = qobject_cast<QPushButton*>(focusWidget());
-    if (toolkit::IsEnter(*event)) {
-        if (button && !event->isAutoRepeat())
-            button->click();
-    } else if (event->key() != Qt::Key_Escape) {
+    if (!toolkit::IsEnter(*event) && event->key() != Qt::Key_Escape)
         QDialog::keyPressEvent(event);
-    }
 }
 
 void ChargeSheetDialog::done(int result) {

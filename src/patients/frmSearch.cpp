@@ -10,6 +10,8 @@
 #include "db/Recordset.h"
 #include "session/modGlobals.h"
 #include "toolkit/FlexGrid.h"
+#include "toolkit/KeyGuard.h"
+#include "toolkit/Keys.h"
 #include "toolkit/UpperCase.h"
 #include "ui_frmSearch.h"
 
@@ -24,6 +26,7 @@ constexpr int kTipImage = 16;
 
 frmSearch::frmSearch(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::frmSearch>()) {
     ui->setupUi(this);
+    toolkit::KeyGuard::TakesNoEarlyKeys(*this);
     ui->imgHelpTip->setPixmap(
         style()->standardIcon(QStyle::SP_MessageBoxInformation).pixmap(kTipImage, kTipImage));
     ui->txtSearchStr->setValidator(new toolkit::UpperCase(ui->txtSearchStr));
@@ -91,14 +94,17 @@ void frmSearch::Search() {
     // The grid shows a blank row for nothing; here nothing is there to be picked.
     if (!rows || rows->RowCount() == 0)
         ui->grdDispWindow->SetRows(1);
-    ui->cmdSelect->setEnabled(ui->grdDispWindow->Rows() >= 2);
+    // Enter takes the first of what was searched, never of everything there is.
+    if (m_criteria.trimmed().isEmpty())
+        ui->grdDispWindow->SetRow(0);
+    ShowChoice();
     ui->lblTotal->setText(QString::number(ui->grdDispWindow->Rows() - 1));
 }
 
 bool frmSearch::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn)
         ui->txtSearchStr->selectAll();
-    if (event->type() == QEvent::KeyPress && SearchBoxKey(static_cast<QKeyEvent*>(event)->key()))
+    if (event->type() == QEvent::KeyPress && SearchBoxKey(static_cast<QKeyEvent&>(*event)))
         return true;
     return QDialog::eventFilter(watched, event);
 }
@@ -111,20 +117,19 @@ void frmSearch::ShowInBox(const QString& text) {
     ui->txtSearchStr->setValidator(upperCase);
 }
 
-bool frmSearch::SearchBoxKey(int key) {
-    switch (key) {
-        case Qt::Key_Down:
-            ui->grdDispWindow->SetRow(1);
-            ui->grdDispWindow->setFocus();
-            return true;
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            ui->grdDispWindow->SetRow(1);
-            cmdSelect_Click();
-            return true;
-        default:
-            return false;
+bool frmSearch::SearchBoxKey(const QKeyEvent& key) {
+    if (key.key() == Qt::Key_Down) {
+        ui->grdDispWindow->SetRow(1);
+        ui->grdDispWindow->setFocus();
+        return true;
     }
+    if (toolkit::IsEnter(key))
+        cmdSelect_Click();
+    return toolkit::IsEnter(key);
+}
+
+void frmSearch::ShowChoice() {
+    ui->cmdSelect->setEnabled(ui->grdDispWindow->Row() >= 1);
 }
 
 void frmSearch::txtSearchStr_Change(const QString& text) {
@@ -134,6 +139,7 @@ void frmSearch::txtSearchStr_Change(const QString& text) {
 
 void frmSearch::grdDispWindow_RowColChange(int row) {
     ShowInBox(ui->grdDispWindow->TextMatrix(row, kNameColumn));
+    ShowChoice();
 }
 
 void frmSearch::cmdSelect_Click() {

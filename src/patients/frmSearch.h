@@ -3,12 +3,15 @@
 #include <QDialog>
 #include <memory>
 
+class QKeyEvent;
+
 namespace Ui {
 class frmSearch;
 }
 
 /// A list of codes to pick one from, for whoever has a command that searches them: typing narrows
-/// the list, the picked row's second column is the answer. Set SearchCaption, Criteria and Query,
+/// the list and marks its first row, Enter picks the marked row, whose second column is the answer.
+/// Without a text none is marked. Set SearchCaption, Criteria and Query,
 /// call exec(), then read Valid and ResultCode.
 class frmSearch final : public QDialog {
     Q_OBJECT
@@ -43,7 +46,8 @@ private:
     void SetColumnWidths();
     void Search();
     void ShowInBox(const QString& text);
-    bool SearchBoxKey(int key);
+    void ShowChoice();
+    bool SearchBoxKey(const QKeyEvent& key);
     void txtSearchStr_Change(const QString& text);
     void grdDispWindow_RowColChange(int row);
     void cmdSelect_Click();

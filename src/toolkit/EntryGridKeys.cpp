@@ -24,14 +24,6 @@ bool IsRemoveLine(const QKeyEvent& event) {
     return event.key() == Qt::Key_Delete && event.modifiers() == Qt::ControlModifier;
 }
 
-/// A character for the cell; the right Alt key, which makes accents, comes as Ctrl+Alt.
-bool IsCharacter(const QKeyEvent& event) {
-    const auto commands =
-        event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    return !event.text().isEmpty() && event.text().at(0).isPrint() &&
-           (!commands || commands == (Qt::ControlModifier | Qt::AltModifier));
-}
-
 }  // namespace
 
 void EntryGrid::keyPressEvent(QKeyEvent* event) {

@@ -57,10 +57,6 @@ bool EntryKeys::eventFilter(QObject* watched, QEvent* event) {
 
 void EntryKeys::Enter() {
     QWidget* from = m_sheet.focusWidget();
-    if (auto* button = qobject_cast<QPushButton*>(from)) {
-        button->click();
-        return;
-    }
     QButtonGroup* group = GroupOf(from);
     const auto found = std::find_if(m_order.begin(), m_order.end(), [&](QWidget* field) {
         return field == from || (group && GroupOf(field) == group);

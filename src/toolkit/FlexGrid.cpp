@@ -126,7 +126,10 @@ void FlexGrid::Bind(const std::shared_ptr<const db::RowStore>& rows) {
 }
 
 void FlexGrid::SetRow(int row) {
-    if (row >= 1 && row < Rows())
+    if (row == 0) {
+        const QScopedValueRollback<bool> quiet(m_filling, true);
+        setCurrentIndex({});
+    } else if (row >= 1 && row < Rows())
         setCurrentIndex(m_model->index(row - 1, qMin(1, Cols() - 1)));
 }
 
@@ -227,6 +230,13 @@ void FlexGrid::keyPressEvent(QKeyEvent* event) {
     } else {
         QTableView::keyPressEvent(event);
     }
+}
+
+void FlexGrid::focusInEvent(QFocusEvent* event) {
+    // Whoever comes by key stands on a row that is seen.
+    if (Row() == 0 && event->reason() != Qt::MouseFocusReason)
+        SetRow(1);
+    QTableView::focusInEvent(event);
 }
 
 QItemSelectionModel::SelectionFlags FlexGrid::selectionCommand(const QModelIndex&,

@@ -51,10 +51,10 @@ public:
     void SetTextMatrix(int row, int col, const QString& text);
     /// Empties every cell, the header too; shape and widths stay.
     void Clear();
-    /// The row fill: a record goes to row 1 while cell (1, 1) is empty, else to a row of its own
-    /// at the end. `fields` name what columns 1, 2, ... show; an empty name leaves its column.
-    /// Null is shown empty. The rows are shared, nothing is copied. A field that the rows lack
-    /// throws base::DatabaseError 3265 naming it.
+    /// The row fill: the first record goes to row 1 while that is blank, every other one to a row
+    /// of its own at the end, whatever its cells hold. `fields` name what columns 1, 2, ... show;
+    /// an empty name leaves its column. Null is shown empty. The rows are shared, nothing is
+    /// copied. A field that the rows lack throws base::DatabaseError 3265 naming it.
     void FillFrom(const std::shared_ptr<const db::RowStore>& rows, const QStringList& fields);
     /// Shows exactly these rows, their columns in order from column 1 on, headed by their names;
     /// null shows an empty list with the columns there are.
@@ -62,7 +62,7 @@ public:
 
     /// The current row; row 1 after each filling, 0 when there is none.
     int Row() const { return currentIndex().isValid() ? currentIndex().row() + 1 : 0; }
-    /// Ignored outside the data rows.
+    /// 0 leaves no row current, until a key leads into the list; ignored outside the data rows.
     void SetRow(int row);
 
     void SetCellCursor() { m_cellCursor = true; }
@@ -96,6 +96,7 @@ signals:
 
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;

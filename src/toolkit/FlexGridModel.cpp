@@ -139,15 +139,14 @@ void FlexGridModel::Append(std::shared_ptr<const db::RowStore> rows,
     m_fillings.push_back({rows, fields});
     if (Rows() == 1)
         m_records.resize(kEmptyListRows);
-    // While its first cell is empty, row 1 is where the next record goes, over the one before.
+    // The blank row of an empty list is where the first record goes.
     int next = 0;
-    const auto isFirstCellEmpty = [this] { return Text(1, 1).isEmpty(); };
-    for (; next < count && isFirstCellEmpty(); ++next) {
+    if (m_records[1].Filling < 0 && Text(1, 1).isEmpty()) {
         for (int col = 1; col <= int(fields.size()); ++col) {
             if (fields[col - 1] >= 0)
                 m_written.remove(KeyOf(1, col));
         }
-        m_records[1] = {filling, next};
+        m_records[1] = {filling, next++};
     }
     m_records.reserve(m_records.size() + count - next);
     for (; next < count; ++next)

@@ -22,4 +22,12 @@ inline bool IsEnter(const QKeyEvent& event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
+/// A character to be typed; the right Alt key, which makes accents, comes as Ctrl+Alt.
+inline bool IsCharacter(const QKeyEvent& event) {
+    const auto commands =
+        event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    return !event.text().isEmpty() && event.text().at(0).isPrint() &&
+           (!commands || commands == (Qt::ControlModifier | Qt::AltModifier));
+}
+
 }  // namespace toolkit

@@ -4,6 +4,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "toolkit/KeyGuard.h"
+
 namespace toolkit {
 
 namespace {
@@ -57,6 +59,7 @@ QString Name(BoxAnswer answer) {
 
 BoxAnswer Show(const ShownBox& shown) {
     QMessageBox box(WindowBelow());
+    KeyGuard::TakesNoEarlyKeys(box);
     box.setObjectName(QStringLiteral("MsgBox"));
     box.setWindowTitle(shown.Title);
     box.setTextFormat(Qt::PlainText);
@@ -72,10 +75,10 @@ BoxAnswer Show(const ShownBox& shown) {
         box.exec();
         return BoxAnswer::Ok;
     }
-    QPushButton* yes = box.addButton(QMessageBox::Yes);
-    yes->setText(QStringLiteral("&Yes"));
-    box.addButton(QMessageBox::No)->setText(QStringLiteral("&No"));
-    box.setDefaultButton(yes);
+    box.addButton(QMessageBox::Yes)->setText(QStringLiteral("&Yes"));
+    QPushButton* no = box.addButton(QMessageBox::No);
+    no->setText(QStringLiteral("&No"));
+    box.setDefaultButton(no);
     box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
 }

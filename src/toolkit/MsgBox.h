@@ -14,7 +14,8 @@ enum class BoxAnswer { Ok, Yes, No };
 /// The title of boxes that name none: the program's name.
 inline const QString kProgramName = QStringLiteral("CAPD");
 
-/// Shows a box over the active window and waits for the answer. Closing it answers Ok or No.
+/// Shows a box over the active window and waits for the answer. Enter and closing it answer Ok or
+/// No: what is asked here leads to another patient, a repetition or a deletion.
 BoxAnswer MsgBox(const QString& text, BoxIcon icon = BoxIcon::None,
                  const QString& title = kProgramName, BoxButtons buttons = BoxButtons::Ok);
 

@@ -2,6 +2,7 @@
 
 #include <QScreen>
 
+#include "toolkit/KeyGuard.h"
 #include "toolkit/Keys.h"
 
 namespace toolkit {
@@ -11,6 +12,7 @@ PickList::PickList(QWidget* parent) : QListWidget(parent) {
     setObjectName(QStringLiteral("lstPick"));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setUniformItemSizes(true);
+    KeyGuard::TakesNoEarlyKeys(*this);
     connect(this, &QListWidget::itemClicked, this, &PickList::Pick);
 }
 

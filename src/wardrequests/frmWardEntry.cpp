@@ -104,11 +104,8 @@ bool frmWardEntry::HasEntries() const {
 
 // Enter belongs to the entry box, and Esc never throws away what was typed.
 void frmWardEntry::keyPressEvent(QKeyEvent* event) {
-    auto* button = qobject_cast<QPushButton*>(focusWidget());
     if (event->key() == Qt::Key_F3)
         m_sheet->DeleteRow();
-    else if (toolkit::IsEnter(*event) && button)
-        button->click();
     else if (event->key() == Qt::Key_Escape && HasEntries())
         ui->lblKeys->setText(QStringLiteral("Alt+S saves the requests, Alt+C drops them."));
     else if (!toolkit::IsEnter(*event))

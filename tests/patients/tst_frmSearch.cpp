@@ -195,7 +195,7 @@ void tst_frmSearch::Moving_rewritesTheBoxButNotTheList() {
 void tst_frmSearch::Row_isPickedByKeyAndMouse_data() {
     QTest::addColumn<int>("way");
     QTest::addColumn<QString>("code");
-    QTest::newRow("Enter in the box: the first row") << 0 << "CY";
+    QTest::newRow("Enter in the box: the marked row") << 0 << "CA";
     QTest::newRow("Enter in the grid") << 1 << "CA";
     QTest::newRow("double click") << 2 << "CA";
     QTest::newRow("button") << 3 << "CA";

@@ -82,8 +82,8 @@ class tst_FlexGrid final : public QObject {
 private slots:
     void initTestCase() { ApplyTheme(*qApp); }
     void Fill_goesToTheBlankRowAndAppends();
-    void Fill_writesOverRowsWhoseFirstCellIsEmpty_data();
-    void Fill_writesOverRowsWhoseFirstCellIsEmpty();
+    void Fill_showsEveryRecord_data();
+    void Fill_showsEveryRecord();
     void Fill_refusesAnUnknownField();
     void Fill_leavesAColumnWithoutField();
     void Layout_namesAlignsAndSizes();
@@ -116,17 +116,17 @@ void tst_FlexGrid::Fill_goesToTheBlankRowAndAppends() {
     QCOMPARE(Texts(grid, 2), List({"", "ARM"}));
 }
 
-void tst_FlexGrid::Fill_writesOverRowsWhoseFirstCellIsEmpty_data() {
+void tst_FlexGrid::Fill_showsEveryRecord_data() {
     QTest::addColumn<QStringList>("numbers");
     QTest::addColumn<QStringList>("shown");
     QTest::newRow("none") << QStringList() << List({"", ""});
     QTest::newRow("one") << List({"1"}) << List({"", "e0"});
-    QTest::newRow("first empty") << List({"", "2", "3"}) << List({"", "e1", "e2"});
+    QTest::newRow("first empty") << List({"", "2", "3"}) << List({"", "e0", "e1", "e2"});
     QTest::newRow("later empty") << List({"1", "", "3"}) << List({"", "e0", "e1", "e2"});
-    QTest::newRow("all empty") << List({"", ""}) << List({"", "e1"});
+    QTest::newRow("all empty") << List({"", ""}) << List({"", "e0", "e1"});
 }
 
-void tst_FlexGrid::Fill_writesOverRowsWhoseFirstCellIsEmpty() {
+void tst_FlexGrid::Fill_showsEveryRecord() {
     QFETCH(QStringList, numbers);
     QFETCH(QStringList, shown);
     auto rows = EmptyRows();

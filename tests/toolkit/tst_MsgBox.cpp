@@ -5,6 +5,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "toolkit/KeyGuard.h"
 #include "toolkit/MsgBox.h"
 
 using namespace toolkit;
@@ -17,6 +18,9 @@ private slots:
     void Script_innerOneLeavesTheOuterAlone();
     void Box_isAnsweredByKey_data();
     void Box_isAnsweredByKey();
+    void Box_isNotAnsweredByAHeldKey();
+    void Box_dropsWhatWasTypedBeforeItWasSeen();
+    void Enter_pressesTheFocusedButton();
     void Box_showsItsTextAsItIs();
     void Box_keepsAVeryLongTextOnTheScreen();
 };
@@ -90,7 +94,7 @@ void tst_MsgBox::Box_isAnsweredByKey_data() {
     QTest::addColumn<BoxAnswer>("answer");
     QTest::newRow("Y") << BoxButtons::YesNo << Qt::Key_Y << BoxAnswer::Yes;
     QTest::newRow("N") << BoxButtons::YesNo << Qt::Key_N << BoxAnswer::No;
-    QTest::newRow("Enter") << BoxButtons::YesNo << Qt::Key_Return << BoxAnswer::Yes;
+    QTest::newRow("Enter") << BoxButtons::YesNo << Qt::Key_Return << BoxAnswer::No;
     QTest::newRow("Escape") << BoxButtons::YesNo << Qt::Key_Escape << BoxAnswer::No;
     QTest::newRow("Ok by Enter") << BoxButtons::Ok << Qt::Key_Return << BoxAnswer::Ok;
     QTest::newRow("Ok by Escape") << BoxButtons::Ok << Qt::Key_Escape << BoxAnswer::Ok;
@@ -108,6 +112,61 @@ void tst_MsgBox::Box_isAnsweredByKey() {
     });
     QCOMPARE(MsgBox(QStringLiteral("Go on?"), BoxIcon::Question, kProgramName, buttons), answer);
     QVERIFY(closed);
+}
+
+void tst_MsgBox::Box_isNotAnsweredByAHeldKey() {
+    const KeyGuard guard;
+    struct Key {
+        int Code;
+        Qt::KeyboardModifiers Modifiers;
+        QString Text;
+    };
+    InNextBox([](QMessageBox* box) {
+        QVERIFY(QTest::qWaitForWindowExposed(box));
+        for (const Key& key : {Key{Qt::Key_Return, {}, QStringLiteral("\r")},
+                               Key{Qt::Key_Escape, {}, {}}, Key{Qt::Key_Y, {}, QStringLiteral("y")},
+                               Key{Qt::Key_Y, Qt::AltModifier, QStringLiteral("y")},
+                               Key{Qt::Key_Space, {}, QStringLiteral(" ")}})
+            for (const bool pressed : {true, true, false})
+                QTest::simulateEvent(box->focusWidget(), pressed, key.Code, key.Modifiers, key.Text,
+                                     true, -1);
+        QVERIFY(!QTest::qWaitFor([box] { return !box->isVisible(); }, 200));
+        QTest::keyClick(box->focusWidget(), Qt::Key_Y, Qt::AltModifier);
+        QTRY_VERIFY(!box->isVisible());
+    });
+    QCOMPARE(MsgBox(QStringLiteral("Repeat?"), BoxIcon::Question, kProgramName, BoxButtons::YesNo),
+             BoxAnswer::Yes);
+}
+
+void tst_MsgBox::Box_dropsWhatWasTypedBeforeItWasSeen() {
+    class EarlyHand final : public QObject {
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            if (event->type() == QEvent::Show && watched->inherits("QMessageBox"))
+                for (const Qt::Key key : {Qt::Key_Y, Qt::Key_Return})
+                    QTest::keyClick(static_cast<QWidget*>(watched)->focusWidget(), key);
+            return false;
+        }
+    } hand;
+    qApp->installEventFilter(&hand);
+    const KeyGuard guard;
+    InNextBox([](QMessageBox* box) { QVERIFY(QTest::qWaitForWindowExposed(box)); });
+    QCOMPARE(MsgBox(QStringLiteral("Repeat?"), BoxIcon::Question, kProgramName, BoxButtons::YesNo),
+             BoxAnswer::No);
+}
+
+void tst_MsgBox::Enter_pressesTheFocusedButton() {
+    const KeyGuard guard;
+    QDialog dialog;
+    QPushButton cancel(&dialog), select(&dialog);
+    select.setDefault(true);
+    cancel.setAutoDefault(false);
+    int cancelled = 0, selected = 0;
+    connect(&cancel, &QPushButton::clicked, &dialog, [&] { ++cancelled; });
+    connect(&select, &QPushButton::clicked, &dialog, [&] { ++selected; });
+    dialog.show();
+    QTest::keyClick(&cancel, Qt::Key_Enter, Qt::KeypadModifier);
+    QCOMPARE(cancelled, 1);
+    QCOMPARE(selected, 0);
 }
 
 void tst_MsgBox::Box_showsItsTextAsItIs() {

@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "db/Recordset.h"
+#include "toolkit/KeyGuard.h"
 #include "toolkit/UpperCase.h"
 #include "ui_frmPickList.h"
 
@@ -18,6 +19,7 @@ frmPickList::frmPickList(PickListSetup setup, std::shared_ptr<db::Connection> co
       m_connection(std::move(connection)),
       m_model(m_setup.Columns) {
     ui->setupUi(this);
+    toolkit::KeyGuard::TakesNoEarlyKeys(*this);
     setWindowTitle(m_setup.Title);
     ui->lblHospital->setText(m_setup.Heading);
     ui->lblHospital->setVisible(!m_setup.Heading.isEmpty());
@@ -28,6 +30,7 @@ frmPickList::frmPickList(PickListSetup setup, std::shared_ptr<db::Connection> co
     ui->txtSearch->installEventFilter(this);
     ui->lvwRecords->installEventFilter(this);
     connect(ui->txtSearch, &QLineEdit::textEdited, this, &frmPickList::Search);
+    connect(ui->lvwRecords, &toolkit::ListView::RowChosen, this, &frmPickList::ShowChoice);
     connect(ui->lvwRecords, &toolkit::ListView::RowOpened, this, &frmPickList::cmdSelect_Click);
     connect(ui->cmdSelect, &QPushButton::clicked, this, &frmPickList::cmdSelect_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -65,9 +68,14 @@ void frmPickList::Show(std::shared_ptr<const db::RowStore> rows) {
     m_rows = std::move(rows);
     m_model.SetRows(m_rows);
     ui->lblTotal->setText(QString::number(m_rows->RowCount()));
-    ui->cmdSelect->setEnabled(m_rows->RowCount() > 0);
-    if (m_rows->RowCount() > 0)
-        ui->lvwRecords->setCurrentIndex(m_model.index(0, 0));
+    // Enter takes the first of what was searched, never of everything there is.
+    const bool marksFirst = m_rows->RowCount() > 0 && !ui->txtSearch->text().trimmed().isEmpty();
+    ui->lvwRecords->setCurrentIndex(marksFirst ? m_model.index(0, 0) : QModelIndex());
+    ShowChoice();
+}
+
+void frmPickList::ShowChoice() {
+    ui->cmdSelect->setEnabled(ui->lvwRecords->currentIndex().isValid());
 }
 
 void frmPickList::cmdSelect_Click() {
@@ -84,6 +92,8 @@ bool frmPickList::eventFilter(QObject* watched, QEvent* event) {
         return QDialog::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (watched == ui->txtSearch && key == Qt::Key_Down && m_model.rowCount() > 0) {
+        if (!ui->lvwRecords->currentIndex().isValid())
+            ui->lvwRecords->setCurrentIndex(m_model.index(0, 0));
         ui->lvwRecords->setFocus();
         return true;
     }

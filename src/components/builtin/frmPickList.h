@@ -29,8 +29,8 @@ struct PickListSetup {
     std::map<QString, PickListLook> Looks = {};
 };
 
-/// A list to choose one row from: typing narrows it, Down goes to the rows and Up from the first
-/// one back, Enter takes one.
+/// A list to choose one row from: typing narrows it and marks the first row, Down goes to the rows
+/// and Up from the first one back, Enter takes the marked one. Without a text none is marked.
 class frmPickList final : public QDialog {
     Q_OBJECT
 public:
@@ -49,6 +49,7 @@ private:
     void ShowLooks();
     void Search();
     void Show(std::shared_ptr<const db::RowStore> rows);
+    void ShowChoice();
     void cmdSelect_Click();
 
     std::unique_ptr<Ui::frmPickList> ui;
