@@ -20,6 +20,7 @@
 #include "toolkit/Images.h"
 #include "toolkit/ListView.h"
 #include "toolkit/MsgBox.h"
+#include "toolkit/Tips.h"
 #include "ui_mdiCAPD.h"
 #include "visits/frmCAPDVisit.h"
 
@@ -121,7 +122,7 @@ void mdiCAPD::ShowPatientList() {
                     QStringLiteral("%1    Hosp. No. %2    Adm. No. %3    CAPD No. %4")
                         .arg(shown, hospNum, idNum,
                              capdNum.isEmpty() ? QStringLiteral("none") : capdNum));
-                m_lblChosenPatient->setToolTip(name.toHtmlEscaped());
+                m_lblChosenPatient->setToolTip(toolkit::TipOf(name));
             });
     connect(m_patientList, &frmPatientList::PatientChosen, statusBar(), &QStatusBar::clearMessage);
     connect(m_patientList, &frmPatientList::StatusText, this,

@@ -70,6 +70,7 @@ void ChargeGrid::Initialize_TableInput(QWidget* saveButton, QWidget* closeButton
     m_grid.SetColWidths({100, 1000, 1000, 4000, 1500, 1000, 1000, 1000, 0, 0, 0, 0, 0, 0});
     for (int col = 0; col < int(m_rules.Headers.size()); ++col)
         m_grid.SetHeader(col, m_rules.Headers[col]);
+    m_grid.SetRoomCol(Description);
     m_grid.SetColKind(Dept, EntryKind::LookUp);
     m_grid.SetColKind(Code, EntryKind::LookUp);
     m_grid.SetColKind(Type, EntryKind::PickList, QStringLiteral("\r\nSTAT\r\nROUTINE"));

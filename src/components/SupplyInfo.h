@@ -44,6 +44,7 @@ struct DrugRecord {
     QString DrugCode;
     QString DrugName;
     bool Status = false;  ///< true: inactive, not to be requested
+    bool IsMedicine = false;  ///< else a supply
     double SellingPriceIn = 0;
     double SellingPriceOut = 0;
 };

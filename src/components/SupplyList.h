@@ -13,11 +13,12 @@ public:
     /// False when the catalogue cannot be reached over this connection.
     virtual bool InitConnection(const std::shared_ptr<db::Connection>& connection) = 0;
     virtual void SetListTitle(const QString& title);
-    /// True lists medicines, false supplies or, of a stock location, all that it keeps.
+    /// True lists medicines, false supplies.
     virtual void SetDrugsORCSR(bool drugs);
     /// The code of the one item that the text names; any other text shows the list narrowed by it
-    /// and gives the chosen code, empty when nothing was chosen.
-    virtual QString ShowList(const QString& text, bool byCode, const QString& location = {});
+    /// and gives the chosen code, empty when nothing was chosen. With `wholeLocation` the list of
+    /// supplies offers all that the stock location keeps: a charge may be for a medicine, too.
+    virtual QString ShowList(const QString& text, bool wholeLocation, const QString& location = {});
 };
 
 }  // namespace components

@@ -13,6 +13,7 @@
 #include "print/PrintDialogs.h"
 #include "session/modGlobals.h"
 #include "toolkit/Busy.h"
+#include "toolkit/Tips.h"
 #include "ui_ClinicalTab.h"
 
 namespace {
@@ -80,7 +81,7 @@ void ClinicalTab::ShowPatient(const components::PersonRecord& patient) {
         {ui->lblFather, patient.FatherName},       {ui->lblMother, patient.MotherName}};
     for (const auto& [label, value] : values) {
         label->setText(value);
-        label->setToolTip(value.toHtmlEscaped());
+        label->setToolTip(toolkit::TipOf(value));
     }
 }
 

@@ -9,6 +9,7 @@
 #include "toolkit/Busy.h"
 #include "toolkit/CellText.h"
 #include "toolkit/FlexGrid.h"
+#include "toolkit/Tips.h"
 
 namespace {
 
@@ -196,7 +197,7 @@ void ResultPage::ShowResultDetail(int row) {
         return;
     for (size_t i = 0; i < m_details.size(); ++i) {
         m_details[i]->setText(toolkit::OneLine(DetailText(m_kind.Details[i], row)));
-        m_details[i]->setToolTip(m_details[i]->text().toHtmlEscaped());
+        m_details[i]->setToolTip(toolkit::TipOf(m_details[i]->text()));
     }
     for (size_t i = 0; i < m_boxes.size(); ++i)
         m_boxes[i]->setPlainText(Readable(BoxText(m_kind.Boxes[i], row)));

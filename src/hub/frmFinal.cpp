@@ -11,6 +11,7 @@
 #include "session/modGlobals.h"
 #include "toolkit/Busy.h"
 #include "toolkit/MsgBox.h"
+#include "toolkit/Tips.h"
 #include "ui_frmFinal.h"
 #include "wardrequests/frmCSREntry.h"
 #include "wardrequests/frmPHEntry.h"
@@ -140,7 +141,7 @@ void frmFinal::ShowHeader(const OpenedPatient& patient) {
     // A long name is read from its beginning, and whole under the mouse.
     for (QLineEdit* box : ui->fraPatient->findChildren<QLineEdit*>()) {
         box->setCursorPosition(0);
-        box->setToolTip(box->text().toHtmlEscaped());
+        box->setToolTip(toolkit::TipOf(box->text()));
     }
 }
 

@@ -5,6 +5,7 @@
 #include "session/modGlobals.h"
 #include "toolkit/EntryKeys.h"
 #include "toolkit/MsgBox.h"
+#include "toolkit/Tips.h"
 #include "ui_frmRegistration.h"
 
 namespace {
@@ -97,7 +98,7 @@ void frmRegistration::ShowPatient(const components::ListedPatient& patient, cons
     for (QLineEdit* box : findChildren<QLineEdit*>()) {
         box->setCursorPosition(0);
         if (box->isReadOnly())
-            box->setToolTip(box->text().toHtmlEscaped());
+            box->setToolTip(toolkit::TipOf(box->text()));
     }
 }
 

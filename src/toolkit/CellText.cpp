@@ -36,6 +36,8 @@ QValidator::State CellValidator::validate(QString& input, int& position) const {
     // The caret stays behind what stood before it.
     const QString whole = fitted(input);
     position = int(qMin(fitted(input.left(position)).size(), whole.size()));
+    if (whole.size() < OneLine(input).size())
+        emit NotTaken(input);
     input = whole;
     return Acceptable;
 }

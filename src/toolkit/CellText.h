@@ -20,6 +20,10 @@ public:
     void SetNumeric(bool numeric) { m_numeric = numeric; }
     State validate(QString& input, int& position) const override;
 
+signals:
+    /// Something of the text did not fit and was left out.
+    void NotTaken(const QString& typed) const;
+
 private:
     bool m_numeric = false;
 };

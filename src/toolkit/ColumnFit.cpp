@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QHeaderView>
 #include <QStyle>
+#include <QTableView>
 
 namespace toolkit {
 
@@ -29,6 +30,12 @@ int FittedWidth(const QAbstractItemView& view, const QHeaderView& header, int co
         width = qMax(width, text + margin + kAroundText + (marked ? mark : 0));
     }
     return qBound(stated, width, qMax(2 * stated, headerWidth));
+}
+
+int WidthWithRoom(const QTableView& view, int column, int least) {
+    const QHeaderView& header = *view.horizontalHeader();
+    const int others = header.length() - header.sectionSize(column);
+    return qMax(least, view.viewport()->width() - others);
 }
 
 }  // namespace toolkit

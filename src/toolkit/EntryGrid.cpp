@@ -1,14 +1,16 @@
 #include "toolkit/EntryGrid.h"
 
 #include <QHeaderView>
-#include <QStyle>
 #include <QLineEdit>
+#include <QStyle>
 #include <QToolButton>
 
 #include "base/Numbers.h"
 #include "toolkit/CellText.h"
+#include "toolkit/ColumnFit.h"
 #include "toolkit/EntryGridCommit.h"
 #include "toolkit/PickList.h"
+#include "toolkit/Tips.h"
 #include "toolkit/Twips.h"
 
 namespace toolkit {
@@ -42,6 +44,7 @@ EntryGrid::EntryGrid(QWidget* parent) : QTableView(parent), m_model(new EntryGri
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kAirAroundText);
     verticalHeader()->hide();
+    TipCutTexts(*this);
 }
 
 EntryGrid::~EntryGrid() = default;
@@ -55,6 +58,8 @@ void EntryGrid::MakeCellWidgets() {
     m_editor->setContextMenuPolicy(Qt::NoContextMenu);
     m_editor->setValidator(m_validator);
     m_editor->installEventFilter(this);
+    connect(m_editor, &QLineEdit::textEdited, this, &EntryGrid::PlaceCellWidgets);
+    connect(m_validator, &CellValidator::NotTaken, this, &EntryGrid::NotTaken);
     m_editor->hide();
 
     m_listButton = new QToolButton(viewport());
@@ -137,14 +142,37 @@ void EntryGrid::SetTextMatrix(int row, int col, const QString& text) {
     WidenFor(col, text);
 }
 
-// An amount that is cut off reads as another amount.
+// An amount that is cut off reads as another amount, and a mark is only a letter wide.
 void EntryGrid::WidenFor(int col, const QString& text) {
-    if (!m_model->Column(col).IsNumeric || isColumnHidden(col))
+    const bool isFitted = m_model->Column(col).IsNumeric || col < FixedCols();
+    if (!isFitted || text.isEmpty() || isColumnHidden(col))
         return;
     const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
     const int needed = fontMetrics().horizontalAdvance(text) + 2 * margin;
-    if (needed > columnWidth(col))
-        setColumnWidth(col, needed);
+    if (needed <= columnWidth(col))
+        return;
+    setColumnWidth(col, needed);
+    GiveRoom();
+}
+
+void EntryGrid::SetRoomCol(int col) {
+    m_roomCol = col;
+    m_leastRoom = columnWidth(col);
+    GiveRoom();
+}
+
+void EntryGrid::GiveRoom() {
+    if (m_roomCol >= 0 && m_roomCol < Cols())
+        setColumnWidth(m_roomCol, WidthWithRoom(*this, m_roomCol, m_leastRoom));
+}
+
+// A text that is longer than its cell lies over the next ones while it is typed.
+QRect EntryGrid::EditorPlace(QRect cell) const {
+    constexpr int kCaretAndFrame = 10;
+    const int needed = m_editor->fontMetrics().horizontalAdvance(m_editor->text()) + kCaretAndFrame;
+    const int room = viewport()->width() - cell.left();
+    cell.setWidth(qMax(cell.width(), qMin(needed, room)));
+    return cell;
 }
 
 double EntryGrid::Sum(int col, int firstRow, int lastRow) const {
@@ -235,7 +263,7 @@ void EntryGrid::PlaceCellWidgets() {
         cell.setRight(cell.right() - side);
     }
     if (m_editing)
-        m_editor->setGeometry(cell);
+        m_editor->setGeometry(EditorPlace(cell));
 }
 
 void EntryGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
@@ -243,6 +271,11 @@ void EntryGrid::currentChanged(const QModelIndex& current, const QModelIndex& pr
     PlaceCellWidgets();
     if (current.isValid())
         emit CellEntered(Row(), Col());
+}
+
+void EntryGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    GiveRoom();
 }
 
 void EntryGrid::updateGeometries() {

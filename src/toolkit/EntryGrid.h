@@ -32,7 +32,7 @@ class PickList;
 /// cell holds against a handler that moves on, but not against one that keeps the cell. When it
 /// calls RefuseCommit(), or throws, the cell gets its former text back and its editor opens again
 /// with what was typed, unless the handler wrote the cell itself. Writing cells from the program
-/// commits nothing.
+/// commits nothing. A digit typed into a pick list that has none goes to the number that follows.
 class EntryGrid final : public QTableView {
     Q_OBJECT
 public:
@@ -75,6 +75,8 @@ public:
     void SetHeader(int col, const QString& text) { SetTextMatrix(0, col, text); }
     /// `list` holds a pick list's items, separated by CR LF.
     void SetColKind(int col, EntryKind kind, const QString& list = {});
+    /// The column takes the room that the others leave.
+    void SetRoomCol(int col);
     /// Digits and one point, no sign; shown to the right.
     void SetNumeric(int col, bool numeric = true);
     /// Neither typed nor pasted into; Enter and Tab pass it by.
@@ -114,6 +116,8 @@ signals:
     /// that only returns leaves everything as it was.
     void LookupRequested(int row, int col);
     void CellEntered(int row, int col);
+    /// Something of what was typed or pasted is not for this column, and was left out.
+    void NotTaken(const QString& typed);
     /// The line was removed or emptied by the user: totals are due.
     void LineRemoved(int row);
 
@@ -129,6 +133,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void updateGeometries() override;
 
 private:
@@ -137,6 +142,8 @@ private:
     struct Commit;
 
     void WidenFor(int col, const QString& text);
+    void GiveRoom();
+    QRect EditorPlace(QRect cell) const;
     void MakeCellWidgets();
     void Reshape(int rows, int cols, int fixedRows, int fixedCols);
     void PlaceCellWidgets();
@@ -159,6 +166,7 @@ private:
     bool GoOn(bool forward);
     void Confirm();
     void TypeInto(QKeyEvent* event);
+    void TypeIntoNextNumber(QKeyEvent* event);
     void EditInPlace();
     void EmptyCell();
     void Paste();
@@ -176,6 +184,8 @@ private:
     int m_lookupKey = Qt::Key_F1;
     int m_leaveKey = Qt::Key_Escape;
     int m_keyCol = -1;
+    int m_roomCol = -1;
+    int m_leastRoom = 0;
     bool m_editing = false;
     bool m_lookingUp = false;
     Caret m_caret = Caret::Typing;

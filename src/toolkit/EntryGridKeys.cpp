@@ -184,14 +184,24 @@ void EntryGrid::TypeInto(QKeyEvent* event) {
         const auto found = std::find_if(items.begin(), items.end(), begins);
         if (found != items.end() || event->key() == Qt::Key_Space)
             OpenPickList(found != items.end() ? *found : TextMatrix(Row(), Col()));
+        else if (event->text().at(0).isDigit())
+            TypeIntoNextNumber(event);
         return;
     }
     // A letter that a number cannot have leaves the number alone.
     if (m_model->Column(Col()).IsNumeric && NumericPart(event->text()).isEmpty())
-        return;
+        return emit NotTaken(event->text());
     BeginEdit({}, Caret::Typing);
     m_editor->setFocus(Qt::OtherFocusReason);
     QCoreApplication::sendEvent(m_editor, event);
+}
+
+// Whoever types the quantity while the cursor still stands before it means the quantity.
+void EntryGrid::TypeIntoNextNumber(QKeyEvent* event) {
+    const int row = Row(), col = Col();
+    if (GoOn(true) && Row() == row && m_model->Column(Col()).IsNumeric)
+        return TypeInto(event);
+    MoveCursor(row, col);
 }
 
 void EntryGrid::inputMethodEvent(QInputMethodEvent* event) {

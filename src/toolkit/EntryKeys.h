@@ -10,9 +10,10 @@ class QWidget;
 
 namespace toolkit {
 
-/// The keys of an entry sheet. Enter goes from field to field in their order; of an option group the order names one option, and the group counts as
-/// one field. Delete takes back the choice of a group. Esc leads to the button that closes, so that
-/// a slip of the finger loses nothing that was typed.
+/// The keys of an entry sheet. Enter goes from field to field in their order; of an option group
+/// the order names one option, and the group counts as one field. Delete takes back the choice of a
+/// group. Esc leads to the button that closes, so that a slip of the finger loses nothing that was
+/// typed.
 class EntryKeys final : public QObject {
     Q_OBJECT
 public:

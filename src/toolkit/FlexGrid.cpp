@@ -8,6 +8,7 @@
 #include "base/Errors.h"
 #include "toolkit/ColumnFit.h"
 #include "toolkit/Keys.h"
+#include "toolkit/Tips.h"
 #include "toolkit/Twips.h"
 
 namespace toolkit {
@@ -43,6 +44,7 @@ FlexGrid::FlexGrid(QWidget* parent)
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kAirAroundText);
     verticalHeader()->hide();
+    TipCutTexts(*this);
     connect(this, &QTableView::clicked, this,
             [this](const QModelIndex& index) { emit RowClicked(index.row() + 1); });
     connect(this, &QTableView::doubleClicked, this,
@@ -143,6 +145,17 @@ void FlexGrid::ShowFirstRow() {
 void FlexGrid::ApplyWidths() {
     for (int col = 0; col < Cols(); ++col)
         ApplyWidth(col);
+    GiveRoom();
+}
+
+void FlexGrid::SetRoomCol(int col) {
+    m_roomCol = col;
+    GiveRoom();
+}
+
+void FlexGrid::GiveRoom() {
+    if (m_roomCol >= 0 && m_roomCol < Cols())
+        setColumnWidth(m_roomCol, WidthWithRoom(*this, m_roomCol, WidthOf(m_roomCol)));
 }
 
 void FlexGrid::ApplyWidth(int col) {
@@ -184,6 +197,7 @@ void FlexGrid::GrowColumns() {
         if (width > columnWidth(col) && !isColumnHidden(col))
             setColumnWidth(col, width);
     }
+    GiveRoom();
 }
 
 QRect FlexGrid::CellRect(int row, int col) const {
@@ -193,6 +207,11 @@ QRect FlexGrid::CellRect(int row, int col) const {
 void FlexGrid::scrollContentsBy(int dx, int dy) {
     QTableView::scrollContentsBy(dx, dy);
     emit CellsMoved();
+}
+
+void FlexGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    GiveRoom();
 }
 
 void FlexGrid::updateGeometries() {

@@ -35,6 +35,12 @@ public:
     /// The column, which must be there, shows hospital money with two decimals, to the right;
     /// TextMatrix() stays plain.
     void SetMoney(int col) { m_model->SetMoney(col); }
+    /// Rows for which it answers true stand out; asked at each painting.
+    void SetMarkedWhen(std::function<bool(int row)> isMarked) {
+        m_model->SetMarkedWhen(std::move(isMarked));
+    }
+    /// The column takes the room that the others leave.
+    void SetRoomCol(int col);
     /// Width in twips; 0 hides the column. Widths survive every filling.
     void SetColWidth(int col, int twips);
     /// As stated; the column may be shown wider for its texts.
@@ -101,6 +107,7 @@ protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
     void scrollContentsBy(int dx, int dy) override;
+    void resizeEvent(QResizeEvent* event) override;
     void updateGeometries() override;
 
 private:
@@ -109,9 +116,11 @@ private:
     void ApplyWidth(int col);
     int MeasuredTwips(const QString& header) const;
     int WidthOf(int col) const;
+    void GiveRoom();
 
     FlexGridModel* m_model;
     std::vector<int> m_widths;
+    int m_roomCol = -1;
     bool m_filling = false;
     bool m_cellCursor = false;
 };

@@ -1,5 +1,6 @@
 #include "toolkit/FlexGridModel.h"
 
+#include <QColor>
 #include <numeric>
 
 #include "base/Errors.h"
@@ -13,6 +14,7 @@ namespace {
 constexpr int kSubscriptOutOfRange = 381;
 constexpr int kNoSuchField = 3265;
 constexpr int kEmptyListRows = 2;
+constexpr QRgb kMarked = 0xffffe6a8;
 // More than the widest column shows; a whole report in a cell would be measured and painted.
 constexpr int kShownCharacters = 400;
 
@@ -184,6 +186,8 @@ QVariant FlexGridModel::data(const QModelIndex& index, int role) const {
         return Shown(index.row() + 1, index.column());
     if (role == Qt::TextAlignmentRole)
         return int(m_alignments[index.column()] | Qt::AlignVCenter);
+    if (role == Qt::BackgroundRole && m_isMarked && m_isMarked(index.row() + 1))
+        return QColor(kMarked);
     return {};
 }
 

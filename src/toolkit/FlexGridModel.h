@@ -3,6 +3,7 @@
 #include <QAbstractTableModel>
 #include <QHash>
 #include <QSet>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -24,6 +25,8 @@ public:
     void SetAlignment(int col, Qt::Alignment alignment);
     /// Shows the column's numbers as money, to the right; Text() stays as it is.
     void SetMoney(int col);
+    /// Rows for which it answers true stand out.
+    void SetMarkedWhen(std::function<bool(int row)> isMarked) { m_isMarked = std::move(isMarked); }
 
     /// Empty outside.
     QString Text(int row, int col) const;
@@ -69,6 +72,7 @@ private:
     std::vector<Record> m_records;
     std::vector<Qt::Alignment> m_alignments;
     QSet<int> m_moneyCols;
+    std::function<bool(int)> m_isMarked;
     QHash<quint64, QString> m_written;
 };
 

@@ -1,4 +1,5 @@
 #include "toolkit/NameLabel.h"
+#include "toolkit/Tips.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -21,8 +22,7 @@ QString NameLabel::Shown() const {
 
 bool NameLabel::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip && Shown() != text()) {
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text().toHtmlEscaped(),
-                           this);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), TipOf(text()), this);
         return true;
     }
     return QLabel::event(event);

@@ -9,7 +9,6 @@
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
-#include <QStyleOption>
 
 namespace toolkit {
 
@@ -36,7 +35,8 @@ QPalette Palette() {
     palette.setColor(QPalette::PlaceholderText, faint);
     palette.setColor(QPalette::Highlight, kAccent);
     palette.setColor(QPalette::HighlightedText, Qt::white);
-    // A chosen row of a list that has not the keys stays seen, but is not the place where one types.
+    // A chosen row of a list that has not the keys stays seen, but is not the place where one
+    // types.
     palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xcd, 0xdf, 0xf2));
     palette.setColor(QPalette::Inactive, QPalette::HighlightedText, ink);
     palette.setColor(QPalette::Link, kAccent);

@@ -36,6 +36,7 @@ void WardLines::LayOut() {
     m_grid.SetColWidth(Frequency, width(Number) + 500);
     m_grid.SetColWidth(Amount, kHidden);
     m_grid.SetColWidth(Remarks, width(Quantity) * 2 + 500);
+    m_grid.SetRoomCol(Description);
     m_grid.SetColWidth(SupplyPrice, kHidden);
     m_grid.SetColWidth(MedicinePrice, kHidden);
     Write(1, Number, kSignPlace + QString::number(m_rowCounter));
@@ -64,7 +65,7 @@ bool WardLines::IsNumeric(int col) {
 bool WardLines::ExcemptCol(int row, int col) const {
     const bool listed =
         std::find(m_exemptCols.begin(), m_exemptCols.end(), col) != m_exemptCols.end();
-    return listed && Text(row, Code) != kUnlisted;
+    return listed && !IsUnlisted(row);
 }
 
 int WardLines::NextCol(int row, int col, int direction) const {
@@ -77,7 +78,8 @@ int WardLines::NextCol(int row, int col, int direction) const {
 
 bool WardLines::CompleteRow(int row) const {
     return !Text(row, Code).isEmpty() && !Text(row, Frequency).isEmpty() &&
-           !Text(row, Quantity).isEmpty() && !Text(row, Amount).isEmpty();
+           !Text(row, Quantity).isEmpty() && !Text(row, Amount).isEmpty() &&
+           !(IsUnlisted(row) && Text(row, Remarks).trimmed().isEmpty());
 }
 
 bool WardLines::QualifiedRow(int row) const {
@@ -128,6 +130,22 @@ void WardLines::Empty(int row) {
         Write(row, col, {});
 }
 
+void WardLines::SetItem(int row, const QString& code, const QString& name, double unitPrice) {
+    Empty(row);
+    Write(row, Code, code);
+    Write(row, Description, name);
+    Write(row, m_variant.PriceColumn, base::PlainText(unitPrice));
+    ComputeAmount(row);
+}
+
+bool WardLines::HasItem(int row) const {
+    return !Text(row, m_variant.PriceColumn).isEmpty();
+}
+
+bool WardLines::IsUnlisted(int row) const {
+    return Text(row, Code) == kUnlisted;
+}
+
 // Nothing of an item stays behind that another code could stand beside.
 void WardLines::EmptyItem(int row) {
     for (const int col : {Code, Description, Amount, SupplyPrice, MedicinePrice})
@@ -155,8 +173,8 @@ std::vector<WardRequestLine> WardLines::Complete() const {
     std::vector<WardRequestLine> lines;
     for (int row = 1; row <= LastRow(); ++row)
         if (CompleteRow(row))
-            lines.push_back({Text(row, Code), Text(row, Description), Text(row, Frequency),
-                             Text(row, Quantity), Text(row, Amount), Text(row, Remarks),
-                             Text(row, m_variant.PriceColumn)});
+            lines.push_back({Text(row, Code), Text(row, IsUnlisted(row) ? Remarks : Description),
+                             Text(row, Frequency), Text(row, Quantity), Text(row, Amount),
+                             Text(row, Remarks), Text(row, m_variant.PriceColumn)});
     return lines;
 }

@@ -33,10 +33,12 @@ public:
     /// The next column in that direction (-1, 1) that is not skipped; `col` when there is none.
     int NextCol(int row, int col, int direction) const;
 
-    /// Code, frequency, quantity and amount are all there.
+    /// Code, frequency, quantity and amount are all there, and what an unlisted item is.
     bool CompleteRow(int row) const;
     /// Whether anything is entered on the line.
     bool QualifiedRow(int row) const;
+    /// Whether something is entered that would not be requested.
+    bool IsIncomplete(int row) const { return QualifiedRow(row) && !CompleteRow(row); }
     /// Whether a line above the last one, other than `row`, has this code.
     bool Check_Code(const QString& code, int row) const;
     /// An empty line at the end, once the last line and this one are complete.
@@ -46,6 +48,12 @@ public:
     /// Takes the line out, or empties the only one, and numbers the lines anew.
     void RemoveRequest(int row);
 
+    /// Begins the line anew with a found item.
+    void SetItem(int row, const QString& code, const QString& name, double unitPrice);
+    /// Whether the line's code is that of a found item.
+    bool HasItem(int row) const;
+    /// Whether the line is one that its remarks describe: code "00".
+    bool IsUnlisted(int row) const;
     /// Takes the item off the line; frequency, quantity and remarks stay.
     void EmptyItem(int row);
     /// Quantity and what it costs at the line's unit price.
@@ -54,7 +62,6 @@ public:
     void ComputeAmount(int row);
     /// The complete lines, in order.
     std::vector<WardRequestLine> Complete() const;
-
 private:
     void Empty(int row);
     void NumberFrom(int row, const QString& mark);

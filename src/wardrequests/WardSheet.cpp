@@ -31,6 +31,7 @@ const QString kRemarksPrompt = QStringLiteral("Type Addition Remarks and then Pr
 
 constexpr int kBesideCell = 25;
 constexpr int kNarrowerThanCell = 20;
+constexpr int kCaretAndFrame = 12;
 constexpr int kNoLimit = 32767;
 
 // A number too large for any item is a code that does not exist, not a name.
@@ -63,7 +64,9 @@ WardSheet::WardSheet(toolkit::FlexGrid& grid, QLabel& prompt, const WardVariant&
     m_box->installEventFilter(this);
     m_grid.installEventFilter(this);
     m_grid.SetCellCursor();
+    m_grid.SetMarkedWhen([this](int row) { return IsLeftIncomplete(row); });
     connect(m_box, &QLineEdit::textChanged, this, &WardSheet::ShowPrompt);
+    connect(m_box, &QLineEdit::textChanged, this, &WardSheet::PlaceBox);
     connect(&m_grid, &toolkit::FlexGrid::CellsMoved, this, &WardSheet::PlaceBox);
     connect(&m_grid, &toolkit::FlexGrid::CellLeft, this, &WardSheet::LeaveCellByMouse);
     connect(&m_grid, &toolkit::FlexGrid::CellEntered, this,
@@ -125,6 +128,8 @@ void WardSheet::EnterCell(Arriving how) {
     m_box->setMaxLength(longest > 0 ? longest : kNoLimit);
     Refill();
     PutTextBox(col, row);
+    m_grid.viewport()->update();
+    emit CellEntered();
     if (m_box->isVisible() || how == Arriving::ByKey)
         m_box->setFocus();
     else
@@ -153,14 +158,17 @@ void WardSheet::PutTextBox(int col, int row) {
     PlaceBox();
 }
 
-// The distances are from the grid's outer edge; the box stands within its frame, so that cells
-// scrolled out of sight take it along.
+// A text that is longer than its cell lies over the next one. The distances are from the grid's
+// outer edge; the box stands within its frame, so that cells scrolled out of sight take it along.
 void WardSheet::PlaceBox() {
     const QRect cell = m_grid.CellRect(m_grid.Row(), m_grid.Col());
     if (m_box->isHidden() || cell.isEmpty())
         return;
     const int beside = toolkit::Twips(kBesideCell, &m_grid) - m_grid.frameWidth();
-    m_box->setFixedWidth(cell.width() - toolkit::Twips(kNarrowerThanCell, &m_grid));
+    const int stated = cell.width() - toolkit::Twips(kNarrowerThanCell, &m_grid);
+    const int needed = m_box->fontMetrics().horizontalAdvance(m_box->text()) + kCaretAndFrame;
+    const int room = m_grid.viewport()->width() - cell.left() - beside;
+    m_box->setFixedWidth(qMax(stated, qMin(needed, room)));
     m_box->move(cell.left() + beside, cell.top() + beside);
 }
 
@@ -193,6 +201,28 @@ void WardSheet::DeleteRow() {
     LoadCell();
 }
 
+// The line that is being typed is not yet left.
+bool WardSheet::IsLeftIncomplete(int row) const {
+    return row != m_grid.Row() && m_lines.IsIncomplete(row);
+}
+
+bool WardSheet::LeftIncomplete() const {
+    for (int row = 1; row <= m_lines.LastRow(); ++row)
+        if (IsLeftIncomplete(row))
+            return true;
+    return false;
+}
+
+bool WardSheet::StoreOpenCell() {
+    const bool isOpen =
+        m_box->isVisible() && m_box->text() != m_lines.Text(m_grid.Row(), m_grid.Col());
+    if (!isOpen || Store())
+        return true;
+    m_box->selectAll();
+    m_box->setFocus();
+    return false;
+}
+
 void WardSheet::Enter() {
     try {
         if (Store())
@@ -215,8 +245,7 @@ bool WardSheet::Store() {
         case Quantity:
             return StoreQuantity();
         case Remarks:
-            m_lines.Write(m_grid.Row(), Remarks, m_box->text());
-            return true;
+            return StoreRemarks();
         default:
             return true;
     }
@@ -224,6 +253,8 @@ bool WardSheet::Store() {
 
 bool WardSheet::StoreCode() {
     const int row = m_grid.Row();
+    if (IsUnchanged() && m_lines.HasItem(row))
+        return true;
     if (m_lines.Text(row, Code).isEmpty())
         m_lines.Write(row, Code, m_box->text());
     m_lines.SkipDescription();
@@ -246,16 +277,22 @@ bool WardSheet::StoreCode() {
                toolkit::BoxIcon::Exclamation, QStringLiteral("Message"));
         return false;
     }
+    if (drug.IsMedicine != m_variant.ListsMedicines) {
+        MsgBox(QStringLiteral("%1 %2 is not in this list.").arg(drug.DrugCode, drug.DrugName));
+        return false;
+    }
     m_box->setText(drug.DrugCode);
     if (!IsRequestable(drug.DrugCode, row)) {
         RefuseCode(row);
         return false;
     }
-    m_lines.Write(row, Code, drug.DrugCode);
-    m_lines.Write(row, Description, drug.DrugName);
-    m_lines.Write(row, m_variant.PriceColumn, base::PlainText(drug.*price));
-    m_lines.ComputeAmount(row);
+    m_lines.SetItem(row, drug.DrugCode, drug.DrugName, drug.*price);
     return true;
+}
+
+// What was accepted before is not looked up, priced or counted anew.
+bool WardSheet::IsUnchanged() const {
+    return !m_box->text().isEmpty() && m_box->text() == m_lines.Text(m_grid.Row(), m_grid.Col());
 }
 
 QString WardSheet::PickItem(const QString& text) {
@@ -279,6 +316,8 @@ void WardSheet::RefuseCode(int row) {
 }
 
 bool WardSheet::StoreFrequency() {
+    if (IsUnchanged())
+        return true;
     const int row = m_grid.Row();
     QString text = m_box->text();
     if (!m_variant.LooksUpFrequency) {
@@ -304,6 +343,19 @@ bool WardSheet::StoreQuantity() {
         return false;
     }
     m_lines.SetQuantity(m_grid.Row(), m_box->text());
+    return true;
+}
+
+bool WardSheet::StoreRemarks() {
+    const int row = m_grid.Row();
+    const bool isUnlisted = m_lines.IsUnlisted(row);
+    if (isUnlisted && m_box->text().trimmed().isEmpty()) {
+        MsgBox(QStringLiteral("Item 00 needs remarks: they say what is requested."));
+        return false;
+    }
+    m_lines.Write(row, Remarks, m_box->text());
+    if (isUnlisted)
+        m_lines.Write(row, Description, m_box->text());
     return true;
 }
 

@@ -30,8 +30,15 @@ public:
     void DeleteRow();
     /// Fills the box with the cell that is current now, and gives it the keyboard.
     void LoadCell();
+    /// Stores what is typed in the current cell and not yet entered, by the rules of Enter. False,
+    /// after a message and with the cursor in the cell, when it is refused.
+    bool StoreOpenCell();
+    /// Whether the cursor has left a line that would not be requested; such lines are marked.
+    bool LeftIncomplete() const;
 
 signals:
+    /// The cursor came to a cell, the one before is done.
+    void CellEntered();
     /// What was typed could not be looked up: the window cannot go on.
     void Failed();
 
@@ -55,6 +62,9 @@ private:
     bool StoreCode();
     bool StoreFrequency();
     bool StoreQuantity();
+    bool StoreRemarks();
+    bool IsUnchanged() const;
+    bool IsLeftIncomplete(int row) const;
     bool IsRequestable(const QString& code, int row);
     QString PickItem(const QString& text);
     void RefuseCode(int row);

@@ -34,6 +34,8 @@ frmWardEntry::frmWardEntry(const WardVariant& variant, PatientOnScreen& patient,
                                 .trimmed());
     ui->lblIdNum->setText(patient.IdNum());
     m_sheet = new WardSheet(*ui->mshflexEntry, *ui->lblMessage, variant, patient.IdNum(), this);
+    m_usualHint = ui->lblKeys->text();
+    connect(m_sheet, &WardSheet::CellEntered, this, &frmWardEntry::ShowHint);
     connect(m_sheet, &WardSheet::Failed, this, &QDialog::reject);
     connect(ui->cmdMedOption0, &QPushButton::clicked, this, [this] { cmdMedOption_Click(Save); });
     connect(ui->cmdMedOption1, &QPushButton::clicked, this, [this] { cmdMedOption_Click(Cancel); });
@@ -73,6 +75,8 @@ void frmWardEntry::cmdMedOption_Click(Button button) {
 }
 
 void frmWardEntry::SaveRequests() {
+    if (!m_sheet->StoreOpenCell())
+        return;
     const WardRequestHead head{.HospNum = m_patient.HospNum(),
                                .IdNum = m_patient.IdNum(),
                                .Department = m_variant.Department,
@@ -93,6 +97,13 @@ void frmWardEntry::DeleteRequest() {
         m_sheet->LoadCell();
     }
     ui->mshflexEntry->setFocus();
+}
+
+void frmWardEntry::ShowHint() {
+    const bool leavesOut = m_sheet->LeftIncomplete();
+    ui->lblKeys->setText(
+        leavesOut ? QStringLiteral("What is marked is not complete and is not requested.")
+                  : m_usualHint);
 }
 
 bool frmWardEntry::HasEntries() const {

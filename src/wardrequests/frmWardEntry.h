@@ -33,12 +33,14 @@ private:
     void cmdMedOption_Click(Button button);
     void SaveRequests();
     void DeleteRequest();
+    void ShowHint();
     bool HasEntries() const;
 
     std::unique_ptr<Ui::frmWardEntry> ui;
     const WardVariant& m_variant;
     PatientOnScreen& m_patient;
     WardSheet* m_sheet;
+    QString m_usualHint;
     bool m_busy = false;
     bool m_laidOut = false;
 };

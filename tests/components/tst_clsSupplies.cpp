@@ -149,7 +149,7 @@ void tst_clsSupplies::ShowList_givesTheOneItemWithoutAList() {
     QFETCH(QString, location);
     PickListKeys keys;
     m_list.SetDrugsORCSR(drugs);
-    QTEST(m_list.ShowList(text, false, location), "code");
+    QTEST(m_list.ShowList(text, true, location), "code");
     QCOMPARE(keys.Shown, 0);
 }
 
@@ -185,7 +185,7 @@ void tst_clsSupplies::ShowList_offersItsCatalogue() {
     });
     m_list.SetListTitle(QStringLiteral("List of Medicines"));
     m_list.SetDrugsORCSR(drugs);
-    QCOMPARE(m_list.ShowList(text, false, location), QString());
+    QCOMPARE(m_list.ShowList(text, true, location), QString());
     QCOMPARE(keys.Shown, 1);
     QCOMPARE(shownRows, rows);
     QCOMPARE(title, QStringLiteral("List of Medicines"));

@@ -42,7 +42,9 @@ private slots:
     void Entries_areRefusedInPlace();
     void Cursor_skipsColumns();
     void Code00_skipsNothing();
-    void AcceptedCode_isNotItsOwnDuplicate();
+    void FinishedLine_isOnlyPassedThrough();
+    void OpenCell_isStoredFirst();
+    void Unlisted_isWhatItsRemarksSay();
     void Box_takesWhatTheColumnTakes_data();
     void Box_takesWhatTheColumnTakes();
     void Box_floatsOverTheCell();
@@ -112,6 +114,9 @@ void tst_WardSheet::Code_isRefused_data() {
     QTest::newRow("larger than any number")
         << "9E999"
         << "Code Not Exists!" << own << int(BoxIcon::None) << true;
+    QTest::newRow("a supply") << "201"
+                              << "201 STERILE GAUZE 4X4 is not in this list." << own
+                              << int(BoxIcon::None) << true;
     QTest::newRow("inactive") << "1024"
                               << "Record is inactive...please reenter..."
                               << "Message" << int(BoxIcon::Exclamation) << true;
@@ -235,18 +240,72 @@ void tst_WardSheet::Code00_skipsNothing() {
     QCOMPARE(window.At(), QPoint(1, 4));
 }
 
-void tst_WardSheet::AcceptedCode_isNotItsOwnDuplicate() {
+void tst_WardSheet::FinishedLine_isOnlyPassedThrough() {
     WardSession session;
     WardWindow<frmPHEntry> window(session);
     const BoxScript none;
-    window.Enter(kLine);
+    // By name it costs another price than by code, and seven is not what the dosage says.
+    window.Enter(Words("sevel tid 7 x"));
+    const QString line = window.Line(1);
     window.Key(Qt::Key_Up);
-    window.Enter({QStringLiteral("-")});
-    QCOMPARE(window.At(), QPoint(1, 3));
-    // Another item on a line with a quantity costs that many times its price.
-    window.Key(Qt::Key_Home);
+    window.Enter(Words("- - - -"));
+    QCOMPARE(window.Line(1), line);
+    // Another item is not taken three times a day because the one before was.
+    window.Key(Qt::Key_Up);
     window.Enter({QStringLiteral("1002")});
-    QCOMPARE(window.Cell(1, 5), QStringLiteral("25.5"));
+    QCOMPARE(window.Line(1), QStringLiteral(" 1|1002|AMLODIPINE 10 MG|||12.75|||12.75"));
+    QCOMPARE(none.Shown().size(), size_t(0));
+}
+
+void tst_WardSheet::OpenCell_isStoredFirst() {
+    WardSession session;
+    WardWindow<frmPHEntry> window(session);
+    window.Enter(Words("1001 bid 10"));
+    const auto type = [&](const char* text) {
+        QTest::keyClicks(&window.Box, QLatin1String(text));
+        window.Press(0);
+    };
+    window.Key(Qt::Key_Home);
+    BoxScript boxes;
+    boxes.Answer(BoxAnswer::Ok);
+    type("0");
+    QCOMPARE(boxes.Shown().front().Text, QStringLiteral("Quantity should be greater than zero!"));
+    QCOMPARE(window.At(), QPoint(1, 4));
+    QVERIFY(window.Box.hasFocus());
+    QCOMPARE(session.Requests(), 0);
+    type("4");
+    QCOMPARE(session.Connection
+                 ->Execute(QStringLiteral("SELECT Quantity FROM STATION..tbNurseLogBook WHERE "
+                                          "IdNum = 'A7B'"))
+                 ->Fields(0)
+                 .Text(),
+             QStringLiteral("4"));
+}
+
+void tst_WardSheet::Unlisted_isWhatItsRemarksSay() {
+    WardSession session;
+    WardWindow<frmPHEntry> window(session);
+    for (const char* what : {"eye drops", "ear drops"}) {
+        CloseNextList();
+        window.Enter({QStringLiteral("00")});
+        window.Key(Qt::Key_End);
+        window.Key(Qt::Key_End);
+        window.Enter(Words("bid 2 -"));
+        BoxScript boxes;
+        boxes.Answer(BoxAnswer::Ok);
+        window.Enter({QStringLiteral("-")});
+        QCOMPARE(boxes.Shown().front().Text,
+                 QStringLiteral("Item 00 needs remarks: they say what is requested."));
+        window.Enter({QLatin1String(what)});
+    }
+    window.Press(0);
+    QCOMPARE(
+        session.Connection
+            ->Execute(QStringLiteral("SELECT COUNT(*) FROM STATION..tbNurseLogBook WHERE "
+                                     "IdNum = 'A7B' AND ItemName IN ('EYE DROPS', 'EAR DROPS')"))
+            ->Fields(0)
+            .Text(),
+        QStringLiteral("2"));
 }
 
 void tst_WardSheet::Box_takesWhatTheColumnTakes_data() {
@@ -363,7 +422,7 @@ void tst_WardSheet::LoseServer(const QString& message, bool staysOpen) {
     boxes.Answer(BoxAnswer::Ok);
     PluggedDriver::Gone = true;
     PluggedDriver::Left = answered;
-    window.Enter({QStringLiteral("201")});
+    window.Enter({QLatin1String(staysOpen ? "1001" : "201")});
     PluggedDriver::Gone = false;
     QCOMPARE(boxes.Shown().front().Text, message + QStringLiteral("The server is gone."));
     QCOMPARE(boxes.Leftovers(), QStringList());

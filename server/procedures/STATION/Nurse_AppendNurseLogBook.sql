@@ -2,7 +2,8 @@
 -- blank = pending; @RequestDate 'MM/dd/yyyy hh:mm:ss AM/PM'; @DeptID PH or CS; money and quantity
 -- as plain decimal text; the options are kept as they come. Refuses a closed account (50181), a
 -- quantity that is no number (50251), an item without a name, off the catalogue or inactive
--- (50252) and one that is requested already and waits (50253); both pass the code 00. Returns nothing.
+-- (50252) and one that is requested already and waits (50253). The code 00 needs only a name; it may
+-- wait more than once. Returns nothing.
 USE STATION
 GO
 
@@ -49,7 +50,7 @@ BEGIN
         THROW 50251, @Refusal, 1;
     END
 
-    IF @ItemCode <> '00' AND (ISNULL(@ItemName, '') = '' OR NOT EXISTS (
+    IF ISNULL(@ItemName, '') = '' OR (@ItemCode <> '00' AND NOT EXISTS (
         SELECT 1 FROM BILLING..tbDrug WHERE DrugCode = @ItemCode AND Status = 0))
     BEGIN
         SET @Refusal = CONCAT('The code ', @ItemCode, ' is not of an item that can be requested.');

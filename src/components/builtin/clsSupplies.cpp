@@ -19,12 +19,9 @@ bool CanReadCatalogue(const std::shared_ptr<db::Connection>& connection) {
     return connection && !connection->Execute(kCatalogueCheck)->Eof();
 }
 
-// What stands at a stock location is offered whole: the pharmacy's holds medicines only.
-QString KindOffered(bool drugs, const QString& location) {
-    if (drugs)
-        return QStringLiteral("M");
-    return location.isEmpty() ? QStringLiteral("S") : QString();
-}
+const QString kMedicines = QStringLiteral("M");
+const QString kSupplies = QStringLiteral("S");
+const QString kEverything;
 
 PickListSetup CatalogueList(const QString& title, const QString& kind, const QString& location) {
     return {.Title = title,
@@ -54,10 +51,10 @@ bool clsListDrugs::InitConnection(const std::shared_ptr<db::Connection>& connect
     return CanReadCatalogue(connection);
 }
 
-QString clsListDrugs::ShowList(const QString& text, bool byCode, const QString& location) {
-    Q_UNUSED(byCode);
-    const PickListSetup list =
-        CatalogueList(m_title, KindOffered(m_drugs, location.trimmed()), location.trimmed());
+QString clsListDrugs::ShowList(const QString& text, bool wholeLocation, const QString& location) {
+    const bool isWholeLocation = wholeLocation && !location.trimmed().isEmpty();
+    const QString kind = m_drugs ? kMedicines : isWholeLocation ? kEverything : kSupplies;
+    const PickListSetup list = CatalogueList(m_title, kind, location.trimmed());
     const QString wanted = text.trimmed();
     if (wanted.isEmpty())
         return frmPickList(list, m_connection).Pick({});
@@ -82,6 +79,7 @@ bool clsDrug::SearchDrug(const QString& code, const QString& location) {
     m_drug = {.DrugCode = row.Fields(QStringLiteral("DrugCode")).Text(),
               .DrugName = row.Fields(QStringLiteral("DrugName")).Text(),
               .Status = row.Fields(QStringLiteral("Status")).Number() != 0,
+              .IsMedicine = row.Fields(QStringLiteral("Kind")).Text() == kMedicines,
               .SellingPriceIn = row.Fields(QStringLiteral("SellingPriceIn")).Number(),
               .SellingPriceOut = row.Fields(QStringLiteral("SellingPriceOut")).Number()};
     return true;

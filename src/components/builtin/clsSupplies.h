@@ -12,7 +12,8 @@ public:
     bool InitConnection(const std::shared_ptr<db::Connection>& connection) override;
     void SetListTitle(const QString& title) override { m_title = title; }
     void SetDrugsORCSR(bool drugs) override { m_drugs = drugs; }
-    QString ShowList(const QString& text, bool byCode, const QString& location = {}) override;
+    QString ShowList(const QString& text, bool wholeLocation,
+                     const QString& location = {}) override;
 
 private:
     std::shared_ptr<db::Connection> m_connection;
