@@ -15,6 +15,7 @@
 #include "patients/frmPatientList.h"
 #include "patients/frmRegistration.h"
 #include "reports/UnitReports.h"
+#include "session/Saved.h"
 #include "session/modGlobals.h"
 #include "toolkit/Busy.h"
 #include "toolkit/Images.h"
@@ -28,6 +29,15 @@ using components::PatientLister;
 using toolkit::BoxIcon;
 
 namespace {
+
+/// A sheet, a list or a viewer over the frame, with which something else is begun; boxes belong to
+/// what they speak of.
+bool IsOpenedFrom(const QWidget& frame, const QObject* watched) {
+    const auto* dialog = qobject_cast<const QDialog*>(watched);
+    if (!dialog || dialog->objectName() == u"MsgBox")
+        return false;
+    return !dialog->parentWidget() || dialog->parentWidget()->window() == &frame;
+}
 
 QString FullName(const QString& last, const QString& first, const QString& middle) {
     return QStringLiteral("%1, %2 %3").arg(last, first, middle).trimmed();
@@ -66,11 +76,13 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
             &mdiCAPD::SwitchChild);
     qApp->installEventFilter(this);
     db::Connection::SetWaitHook([this](bool waiting) { ShowWaiting(waiting); });
+    Saved::SetHook([this](const QString& sentence) { statusBar()->showMessage(sentence); });
 }
 
 // The children go last and still send events: nothing of this frame may listen to them any more.
 mdiCAPD::~mdiCAPD() {
     db::Connection::SetWaitHook({});
+    Saved::SetHook({});
     qApp->removeEventFilter(this);
     if (m_hub)
         m_hub->disconnect(this);
@@ -154,6 +166,9 @@ bool mdiCAPD::eventFilter(QObject* watched, QEvent* event) {
     }
     if (m_patientListFrame && watched == ui->mdiArea->viewport() && event->type() == QEvent::Resize)
         FitChildren();
+    // What was saved is told until then.
+    if (event->type() == QEvent::Show && !event->spontaneous() && IsOpenedFrom(*this, watched))
+        statusBar()->clearMessage();
     // Where a box and the sheet under it close at once, window managers may leave the keys to
     // nobody.
     if (event->type() == QEvent::Hide && !event->spontaneous()) {

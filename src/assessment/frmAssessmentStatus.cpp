@@ -7,6 +7,7 @@
 #include "charges/SlipPrint.h"
 #include "db/CommandText.h"
 #include "db/Recordset.h"
+#include "session/Saved.h"
 #include "session/modGlobals.h"
 #include "toolkit/Busy.h"
 #include "toolkit/ListView.h"
@@ -162,10 +163,13 @@ void frmAssessmentStatus::btnCancel_Click() {
         case AssessmentState::Revoked:
             MsgBox(QStringLiteral("Entry is already Revoked."), BoxIcon::None, kMessage);
             break;
-        case AssessmentState::Pending:
+        case AssessmentState::Pending: {
+            const Saved revoked(QStringLiteral("Assessment slip %1 is revoked").arg(refNum),
+                                Cell(row, PatientName));
             MsgBox(QStringLiteral("Data is Successfully Revoked."), BoxIcon::None, kMessage);
             state = AssessmentState::Revoked;
             break;
+        }
     }
     ShowState(refNum, state);
 }

@@ -5,6 +5,9 @@
 
 namespace base {
 
+/// Behind the description of a command that wrote nothing.
+inline const QString kNothingSaved = QStringLiteral(" Nothing was saved.");
+
 /// What is broken and cannot be answered by a value: shown to the user as a number and a
 /// description, and the action ends.
 class RuntimeError : public std::exception {

@@ -8,6 +8,7 @@
 
 #include "charges/ChargeGrid.h"
 #include "charges/DoctorFields.h"
+#include "session/Saved.h"
 #include "toolkit/EntryGrid.h"
 #include "toolkit/Keys.h"
 
@@ -27,6 +28,7 @@ ChargeGrid* ChargeSheetDialog::SetUpSheet(const ChargeSheetControls& controls,
 }
 
 bool ChargeSheetDialog::SaveSheet(const std::function<QString(const Lines&)>& save,
+                                  const QString& told, const QString& patient,
                                   const Finish& finish) {
     // A second press has nothing to add to the first.
     if (m_isWriting)
@@ -42,7 +44,7 @@ bool ChargeSheetDialog::SaveSheet(const std::function<QString(const Lines&)>& sa
     // The slip stands: whatever fails from here on, this sheet must not be saved again.
     writing.commit();
     const auto closing = qScopeGuard([this] { accept(); });
-    finish(slipNumber, *lines);
+    finish(Saved(told.arg(slipNumber), patient), slipNumber, *lines);
     return true;
 }
 

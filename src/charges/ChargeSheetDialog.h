@@ -10,6 +10,7 @@ class ChargeGrid;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class Saved;
 struct ChargeRules;
 
 namespace toolkit {
@@ -43,11 +44,14 @@ protected:
     ChargeGrid* SetUpSheet(const ChargeSheetControls& controls, const ChargeRules& rules);
 
     using Lines = std::vector<SlipLine>;
-    using Finish = std::function<void(const QString& slipNumber, const Lines& lines)>;
-    /// The saving of the sheet, once: `save` writes the slip and returns its number; `finish` runs
-    /// after that and then, whatever fails in it, the window closes. A cell half typed is committed
-    /// before. False when that is refused or the sheet cannot be saved. Throws what both throw.
-    bool SaveSheet(const std::function<QString(const Lines& lines)>& save, const Finish& finish);
+    using Finish =
+        std::function<void(const Saved& saved, const QString& slipNumber, const Lines& lines)>;
+    /// The saving of the sheet, once: `save` writes the slip and returns its number, `told` says
+    /// it, with %1 for the number, and of whom; `finish` runs after that and then, whatever fails
+    /// in it, the window closes. A cell half typed is committed before. False when that is refused
+    /// or the sheet cannot be saved. Throws what both throw.
+    bool SaveSheet(const std::function<QString(const Lines& lines)>& save, const QString& told,
+                   const QString& patient, const Finish& finish);
 
     /// What a button writes beside the sheet. Nothing happens while another button's writing runs
     /// or once the sheet is saved. Throws what `write` throws.

@@ -11,6 +11,7 @@
 #include "db/CommandText.h"
 #include "db/Recordset.h"
 #include "patients/clsRegularPatientSearch.h"
+#include "session/Saved.h"
 #include "session/modGlobals.h"
 #include "toolkit/MsgBox.h"
 #include "toolkit/UpperCase.h"
@@ -136,9 +137,20 @@ QString frmAssessment::SaveAssessment(const Lines& lines) {
     return CashSlip(head, m_patientName).Save(lines);
 }
 
+bool frmAssessment::SaveOnce(const std::function<QString(const Lines&)>& save,
+                             const Finish& print) {
+    const QString told =
+        QStringLiteral("Assessment %1, slip %2, is saved").arg(ui->txtIDNum->text(), u"%1");
+    return SaveSheet(save, told, m_patientName,
+                     [&print](const Saved& saved, const QString& slipNumber, const Lines& lines) {
+                         MsgBox(kSaved, BoxIcon::Information, kMessage);
+                         print(saved, slipNumber, lines);
+                     });
+}
+
 void frmAssessment::cmdSave_Click() {
-    SaveSheet([this](const Lines& lines) { return SaveAssessment(lines); },
-              [](const QString&, const Lines&) { MsgBox(kSaved, BoxIcon::Information, kMessage); });
+    SaveOnce([this](const Lines& lines) { return SaveAssessment(lines); },
+             [](const Saved&, const QString&, const Lines&) {});
 }
 
 void frmAssessment::cmdSavePrint_Click() {
@@ -148,12 +160,11 @@ void frmAssessment::cmdSavePrint_Click() {
         isWritten = true;
         return slipNumber;
     };
-    const auto finish = [this](const QString& slipNumber, const Lines& lines) {
-        MsgBox(kSaved, BoxIcon::Information, kMessage);
-        Print(slipNumber, lines);
+    const auto print = [this](const Saved& saved, const QString& slipNumber, const Lines& lines) {
+        saved.Then(QStringLiteral("Printing"), [&] { Print(slipNumber, lines); });
     };
     try {
-        if (!SaveSheet(save, finish))
+        if (!SaveOnce(save, print))
             MsgBox(kNotSaved);
     } catch (const base::RuntimeError&) {
         if (!isWritten)

@@ -31,6 +31,7 @@ private:
     void ShowPatientClass(const QString& hospNum);
     void ShowTotals(const ChargeTotals& totals);
     QString SaveAssessment(const Lines& lines);
+    bool SaveOnce(const std::function<QString(const Lines&)>& save, const Finish& print);
     void Print(const QString& slipNumber, const Lines& lines) const;
     void cmdSave_Click();
     void cmdSavePrint_Click();

@@ -13,6 +13,7 @@
 #include "funds/frmPDAF.h"
 #include "funds/modCDF.h"
 #include "patients/PatientOnScreen.h"
+#include "session/Saved.h"
 #include "toolkit/MsgBox.h"
 #include "toolkit/Twips.h"
 #include "ui_frmRequest.h"
@@ -132,21 +133,24 @@ SlipPrint::Layout frmRequest::Layout() const {
 
 void frmRequest::SaveCharges(const Finish& finish) {
     SaveSheet([this](const Lines& lines) { return RequestSlip(Head(), m_fund).Save(lines); },
-              [&](const QString& slipNumber, const Lines& lines) {
-                  cmdCDF_Click();
-                  finish(slipNumber, lines);
+              QStringLiteral("Slip %1 is saved"), ui->lblPatient->text(),
+              [&](const Saved& saved, const QString& slipNumber, const Lines& lines) {
+                  saved.Then(QStringLiteral("Showing the fund"), [this] { cmdCDF_Click(); });
+                  finish(saved, slipNumber, lines);
               });
 }
 
 void frmRequest::cmdSave_Click() {
-    SaveCharges([](const QString&, const Lines&) {});
+    SaveCharges([](const Saved&, const QString&, const Lines&) {});
 }
 
 void frmRequest::cmdSavePrint_Click() {
-    SaveCharges([this](const QString& slipNumber, const Lines& lines) {
+    SaveCharges([this](const Saved& saved, const QString& slipNumber, const Lines& lines) {
         MsgBox(QStringLiteral("Record successfully Saved!"));
-        SlipPrint::Open(Layout(), Texts(slipNumber), PrintLines(lines, true));
-        SlipPrint::Show();
+        saved.Then(QStringLiteral("Printing"), [&] {
+            SlipPrint::Open(Layout(), Texts(slipNumber), PrintLines(lines, true));
+            SlipPrint::Show();
+        });
     });
 }
 
@@ -181,7 +185,9 @@ void frmRequest::cmdRevoke_Click() {
         head.HospNum = m_hospNum;
         head.IdNum = m_idNum.trimmed();
         SlipReversal(head, slipNumber, m_fund).Revoke(m_list->LinesOf(slipNumber));
-        m_list->Load(m_idNum);
+        const Saved revoked(QStringLiteral("Slip %1 is revoked").arg(slipNumber),
+                            ui->lblPatient->text());
+        revoked.Then(QStringLiteral("Reading the list"), [this] { m_list->Load(m_idNum); });
     });
 }
 

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <thread>
 
+#include "base/Errors.h"
 #include "embedded/Functions.h"
 
 namespace embedded {
@@ -221,8 +222,8 @@ Failure Database::InUse() const {
 
 Failure Database::FileFailure(int code, const std::string& message) const {
     const std::string file = m_file.toStdString();
-    const Failure full(1105,
-                       "Could not write to '" + file + "': the disk is full. Nothing was saved.");
+    const std::string nothingSaved = base::kNothingSaved.toStdString();
+    const Failure full(1105, "Could not write to '" + file + "': the disk is full." + nothingSaved);
     switch (code & 0xFF) {
         case SQLITE_READONLY:
             if (code == SQLITE_READONLY_DIRECTORY || code == SQLITE_READONLY_CANTINIT) {
@@ -260,8 +261,9 @@ Failure Database::ConstraintFailure(int code, const std::string& message) const 
         case SQLITE_CONSTRAINT_COMMITHOOK:
             return Failure(5120, "The hospital file '" + m_file.toStdString() +
                                      "' was deleted, moved or replaced while the program was "
-                                     "running. Nothing was saved. Leave the program open and call "
-                                     "your administrator.");
+                                     "running." +
+                                     base::kNothingSaved.toStdString() +
+                                     " Leave the program open and call your administrator.");
         case SQLITE_CONSTRAINT_NOTNULL:
             return Failure(515, "Cannot insert the value NULL into column '" +
                                     what.substr(what.rfind('.') + 1) + "', table '" +

@@ -136,6 +136,7 @@ QString frmPatientList::SearchMode() const {
 }
 
 void frmPatientList::Search(const QString& hospNum, const QString& idNum, const QString& lastName) {
+    emit StatusText({});
     Run(SearchCommand(SearchMode(), hospNum, idNum, lastName));
     m_searchedType = ui->OptPatientType->checkedId();
     // The first row becomes the chosen patient with the keyboard on it: what a key would act on

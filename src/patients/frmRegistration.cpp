@@ -2,6 +2,7 @@
 
 #include "db/CommandText.h"
 #include "deploy/ColumnLengths.h"
+#include "session/Saved.h"
 #include "session/modGlobals.h"
 #include "toolkit/EntryKeys.h"
 #include "toolkit/MsgBox.h"
@@ -123,10 +124,19 @@ QStringList frmRegistration::Arguments() const {
 void frmRegistration::cmdSave_Click() {
     if (!ui->pdFields->DatesAreReadable())
         return;
-    modGlobals::gConnection->Execute(SaveCommand(Arguments()));
+    const auto registered = modGlobals::gConnection->Execute(SaveCommand(Arguments()));
     // What is saved is saved once, whatever key was pressed meanwhile.
     ui->cmdSave->setEnabled(false);
-    toolkit::MsgBox(QStringLiteral("Registration Successfully Saved."),
-                    toolkit::BoxIcon::Information, QStringLiteral("Message"));
-    accept();
+    const QString patient =
+        QStringLiteral("%1, %2 %3")
+            .arg(ui->txtLastName->text(), ui->txtFirstName->text(), ui->txtMiddleName->text());
+    const Saved saved(QStringLiteral("The registration is saved"), patient.trimmed(),
+                      registered->Eof()
+                          ? QString()
+                          : QStringLiteral("CAPD No. %1.").arg(registered->Fields(0).Text()));
+    saved.Then(QStringLiteral("Reading the list"), [this] {
+        toolkit::MsgBox(QStringLiteral("Registration Successfully Saved."),
+                        toolkit::BoxIcon::Information, QStringLiteral("Message"));
+        accept();
+    });
 }

@@ -6,6 +6,7 @@
 #include "base/Errors.h"
 #include "db/CommandText.h"
 #include "db/Recordset.h"
+#include "session/Saved.h"
 #include "session/modGlobals.h"
 #include "toolkit/Busy.h"
 #include "toolkit/EntryKeys.h"
@@ -104,9 +105,13 @@ void frmCAPDVisit::cmdSave_Click() {
         return RefuseSecondVisit();
     }
     ui->cmdSave->setEnabled(false);
-    toolkit::MsgBox(QStringLiteral("Registration Successfully Saved."),
-                    toolkit::BoxIcon::Information, QStringLiteral("Message"));
-    accept();
+    const Saved saved(QStringLiteral("Today's visit is saved"), ui->lblPatient->text(),
+                      QStringLiteral("CAPD No. %1.").arg(ui->txtCAPDNum->text()));
+    saved.Then(QStringLiteral("Reading the list"), [this] {
+        toolkit::MsgBox(QStringLiteral("Registration Successfully Saved."),
+                        toolkit::BoxIcon::Information, QStringLiteral("Message"));
+        accept();
+    });
 }
 
 void frmCAPDVisit::cmdView_Click() {

@@ -169,6 +169,13 @@ void WardLines::ComputeAmount(int row) {
     Write(row, Amount, base::PlainText(count * price));
 }
 
+int WardLines::Incomplete() const {
+    int count = 0;
+    for (int row = 1; row <= LastRow(); ++row)
+        count += IsIncomplete(row);
+    return count;
+}
+
 std::vector<WardRequestLine> WardLines::Complete() const {
     std::vector<WardRequestLine> lines;
     for (int row = 1; row <= LastRow(); ++row)

@@ -62,6 +62,9 @@ public:
     void ComputeAmount(int row);
     /// The complete lines, in order.
     std::vector<WardRequestLine> Complete() const;
+    /// How many lines have an entry and are not complete.
+    int Incomplete() const;
+
 private:
     void Empty(int row);
     void NumberFrom(int row, const QString& mark);

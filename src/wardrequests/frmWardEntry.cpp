@@ -5,6 +5,7 @@
 
 #include "base/Errors.h"
 #include "patients/PatientOnScreen.h"
+#include "session/Saved.h"
 #include "session/modGlobals.h"
 #include "toolkit/Keys.h"
 #include "toolkit/MsgBox.h"
@@ -18,6 +19,10 @@ using toolkit::MsgBox;
 namespace {
 
 const QString kTitle = QStringLiteral("MESSAGE");
+
+QString Counted(int count, const QString& one, const QString& more) {
+    return QStringLiteral("%1 %2").arg(count).arg(count == 1 ? one : more);
+}
 
 }  // namespace
 
@@ -60,9 +65,10 @@ void frmWardEntry::cmdMedOption_Click(Button button) {
     if (m_busy || !isVisible())
         return;
     const QScopedValueRollback<bool> busy(m_busy, true);
+    std::unique_ptr<const Saved> saved;
     try {
         if (button == Save)
-            SaveRequests();
+            saved = SaveRequests();
         else if (button == Delete)
             DeleteRequest();
         else
@@ -71,19 +77,32 @@ void frmWardEntry::cmdMedOption_Click(Button button) {
         MsgBox(QStringLiteral("Error While Saving Pharmacy Requests  ") + error.Description());
         return;
     }
-    m_patient.Get_CanPenProc();
+    const auto reload = [this] { m_patient.Get_CanPenProc(); };
+    if (saved)
+        saved->Then(QStringLiteral("Reading the lists"), reload);
+    else
+        reload();
 }
 
-void frmWardEntry::SaveRequests() {
+std::unique_ptr<const Saved> frmWardEntry::SaveRequests() {
     if (!m_sheet->StoreOpenCell())
-        return;
+        return nullptr;
     const WardRequestHead head{.HospNum = m_patient.HospNum(),
                                .IdNum = m_patient.IdNum(),
                                .Department = m_variant.Department,
                                .EmployeeCode = modGlobals::gCurrentUser->EmployeeCode()};
-    AppendToNurseLogBook(*modGlobals::gCurrentUser->SQLConnection(), head,
-                         m_sheet->Lines().Complete());
+    const auto lines = m_sheet->Lines().Complete();
+    AppendToNurseLogBook(*modGlobals::gCurrentUser->SQLConnection(), head, lines);
+    const int leftOut = m_sheet->Lines().Incomplete();
+    auto saved = std::make_unique<const Saved>(
+        Counted(int(lines.size()), QStringLiteral("request is saved"),
+                QStringLiteral("requests are saved")),
+        ui->lblPatient->text(),
+        leftOut == 0 ? QString()
+                     : Counted(leftOut, QStringLiteral("line was left out."),
+                               QStringLiteral("lines were left out.")));
     accept();
+    return saved;
 }
 
 void frmWardEntry::DeleteRequest() {

@@ -6,6 +6,7 @@
 #include "wardrequests/WardVariant.h"
 
 class PatientOnScreen;
+class Saved;
 class WardSheet;
 
 namespace Ui {
@@ -31,7 +32,7 @@ private:
     enum Button { Save, Cancel, Delete };
 
     void cmdMedOption_Click(Button button);
-    void SaveRequests();
+    std::unique_ptr<const Saved> SaveRequests();
     void DeleteRequest();
     void ShowHint();
     bool HasEntries() const;

@@ -16,6 +16,7 @@
 #include "hub/frmFinal.h"
 #include "patients/frmPatientList.h"
 #include "patients/frmRegistration.h"
+#include "session/Saved.h"
 #include "toolkit/ListView.h"
 #include "toolkit/MsgBox.h"
 #include "visits/frmCAPDVisit.h"
@@ -42,6 +43,7 @@ private slots:
     void Hub_closedByKeyGivesTheListBack();
     void Hub_thatCannotReadOpensNothing();
     void Waiting_forAnotherProgramIsShown();
+    void Saved_isToldUntilTheNextAction();
 
 private:
     void Choose(bool withCapdNumber);
@@ -274,6 +276,24 @@ void tst_mdiCAPD::Waiting_forAnotherProgramIsShown() {
     writer.join();
     QCOMPARE(shown, QStringList({QStringLiteral("Another program is writing…"), before}));
     QCOMPARE(busy, QList<bool>({true, false}));
+}
+
+void tst_mdiCAPD::Saved_isToldUntilTheNextAction() {
+    const QString told = QStringLiteral("Slip C1D is saved for O'HARA, Ana.");
+    {
+        const Saved saved(QStringLiteral("Slip C1D is saved"), QStringLiteral("O'HARA, Ana"));
+        QCOMPARE(Status(), told);
+        // What follows a save may read the list anew.
+        Choose(false);
+    }
+    QCOMPARE(Status(), told);
+    QDialog box(m_frame.get());
+    box.setObjectName(QStringLiteral("MsgBox"));
+    box.show();
+    QCOMPARE(Status(), told);
+    QDialog sheet(m_frame.get());
+    sheet.show();
+    QCOMPARE(Status(), QString());
 }
 
 QTEST_MAIN(tst_mdiCAPD)

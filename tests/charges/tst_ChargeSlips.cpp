@@ -285,10 +285,17 @@ void tst_ChargeSlips::Failure_behindTheCommitClosesTheWindow() {
     m_boxes->Answer(BoxAnswer::Ok);
     PluggedDriver::Before = [](db::Driver&, const QString& command) {
         if (command.startsWith(u"CLINICAL_AREA..sp_CAPD_PrintChargeSlip"))
-            throw base::DatabaseError(701, QStringLiteral("No room to print."), command);
+            throw base::DatabaseError(701, QStringLiteral("No room.") + base::kNothingSaved,
+                                      command);
     };
-    QVERIFY_EXCEPTION_THROWN(Press("cmdSavePrint"), base::DatabaseError);
+    QString told;
+    try {
+        m_window->Find<QPushButton>("cmdSavePrint").click();
+    } catch (const base::DatabaseError& error) {
+        told = error.Description();
+    }
     PluggedDriver::Before = nullptr;
+    QCOMPARE(told, QStringLiteral("Slip %1 is saved. Printing failed: No room.").arg(LastSlip()));
     QVERIFY(!m_window->Window.isVisible());
     QCOMPARE(m_case->Ask(QStringLiteral("SELECT COUNT(*) FROM CLINICAL_AREA..tbCAPDRequest WHERE "
                                         "RefNum = '%1'")

@@ -8,6 +8,7 @@
 #include "TestHospital.h"
 #include "db/Recordset.h"
 #include "patients/frmRegistration.h"
+#include "session/Saved.h"
 #include "session/modGlobals.h"
 #include "toolkit/DateEdit.h"
 #include "toolkit/MemoEdit.h"
@@ -75,9 +76,12 @@ void tst_frmRegistration::Save_ofANewPatientSendsTheSheetAndReopensIt() {
     Find<QRadioButton>("optCatheter0")->setChecked(true);
     Find<QRadioButton>("optPurpose1")->setChecked(true);
     m_boxes->Answer(toolkit::BoxAnswer::Ok);
+    QString told;
     {
         const CommandLog log;
+        Saved::SetHook([&told](const QString& sentence) { told = sentence; });
         Find<QPushButton>("cmdSave")->click();
+        Saved::SetHook({});
         Find<QPushButton>("cmdSave")->click();
         QCOMPARE(log.Sent,
                  QStringList{QStringLiteral(
@@ -87,6 +91,7 @@ void tst_frmRegistration::Save_ofANewPatientSendsTheSheetAndReopensIt() {
     }
     QCOMPARE(m_boxes->Shown().back().Text, QStringLiteral("Registration Successfully Saved."));
     QCOMPARE(m_sheet->result(), int(QDialog::Accepted));
+    QVERIFY2(told.startsWith(u"The registration is saved for O'Hara,. CAPD No. "), qPrintable(told));
 
     m_sheet = Open(QStringLiteral("200001"));
     QCOMPARE(Text("txtDiagnosis"), QStringLiteral(" it's ñ "));

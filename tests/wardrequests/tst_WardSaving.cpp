@@ -3,6 +3,7 @@
 #include "CommandLog.h"
 #include "WardSession.h"
 #include "base/Clock.h"
+#include "session/Saved.h"
 #include "toolkit/MsgBox.h"
 
 using toolkit::BoxAnswer;
@@ -83,9 +84,13 @@ void tst_WardSaving::Save_skipsIncompleteLines() {
     WardSession session;
     WardWindow<frmPHEntry> window(session);
     window.Enter({QStringLiteral("1001")});
+    QString told;
+    Saved::SetHook([&told](const QString& sentence) { told = sentence; });
     CommandLog log;
     window.Press(Save);
+    Saved::SetHook({});
     QCOMPARE(log.Sent, QStringList({QStringLiteral("BeginTrans"), QStringLiteral("CommitTrans")}));
+    QCOMPARE(told, QStringLiteral("0 requests are saved for O'HARA, Ana. 1 line was left out."));
     QVERIFY(!window.Window.isVisible());
 }
 

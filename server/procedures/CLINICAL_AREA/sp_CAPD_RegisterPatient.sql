@@ -2,7 +2,8 @@
 -- today's visit instead and leaves the sheet alone (sp_CAPD_LogVisit). An empty @CAPDNum takes the
 -- patient's own number, else the next free one. Empty texts of @TypeOfPD, @ChronicPD, @Catheter and
 -- @Purpose leave what is stored, every other empty one clears it. Dates are M/d/yyyy. Refuses a
--- patient who is not on file (50201) and a number that is not the patient's (50202).
+-- patient who is not on file (50201) and a number that is not the patient's (50202). Returns the
+-- CAPDNum of the sheet; of a visit no row.
 USE CLINICAL_AREA
 GO
 
@@ -106,5 +107,7 @@ BEGIN
         UpdatedBy = @UserID
     WHERE HospNum = @HospNum;
     COMMIT TRANSACTION;
+
+    SELECT CAPDNum FROM CLINICAL_AREA..tbCAPDPatient WHERE HospNum = @HospNum;
 END
 GO
