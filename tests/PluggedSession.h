@@ -43,16 +43,20 @@ private:
 
 class SessionUser final : public components::CurrentUser {
 public:
-    explicit SessionUser(std::shared_ptr<db::Connection> connection)
-        : m_connection(std::move(connection)) {}
+    explicit SessionUser(std::shared_ptr<db::Connection> connection,
+                         QString code = QStringLiteral("4601"),
+                         QString name = QStringLiteral("Nurse One"))
+        : m_connection(std::move(connection)), m_code(std::move(code)), m_name(std::move(name)) {}
     void SetPasswordDeptCode(const QString&) override {}
     void ShowMain() override {}
     bool Connected() const override { return true; }
     std::shared_ptr<db::Connection> SQLConnection() const override { return m_connection; }
-    QString EmployeeCode() const override { return QStringLiteral("4601"); }
-    QString employeename() const override { return QStringLiteral("Nurse One"); }
+    QString EmployeeCode() const override { return m_code; }
+    QString employeename() const override { return m_name; }
     QString ServerName() const override { return {}; }
 
 private:
     std::shared_ptr<db::Connection> m_connection;
+    QString m_code;
+    QString m_name;
 };

@@ -16,8 +16,10 @@ GRANT EXECUTE ON sp_CAPD_LogVisit TO capd_user
 GRANT EXECUTE ON sp_CAPD_Patientsearch TO capd_user
 GRANT EXECUTE ON sp_CAPD_RegisterPatient TO capd_user
 GRANT EXECUTE ON sp_CAPD_DoctorCharge TO capd_user
+GRANT EXECUTE ON sp_CAPD_FirstPrint TO capd_user
 GRANT EXECUTE ON sp_CAPD_GetPackage TO capd_user
 GRANT EXECUTE ON sp_CAPD_GetRequest TO capd_user
+GRANT EXECUTE ON sp_CAPD_KeepPrice TO capd_user
 GRANT EXECUTE ON sp_CAPD_PrintChargeSlip TO capd_user
 GRANT EXECUTE ON sp_CAPD_ReportChargeSlip TO capd_user
 GRANT EXECUTE ON sp_CAPD_ReportIncome TO capd_user

@@ -22,6 +22,7 @@ using toolkit::MsgBox;
 namespace {
 
 const QString kMessage = QStringLiteral("Message");
+const QString kClear = QStringLiteral("DELETE CLINICAL_AREA..tbcapdChargeSlip");
 
 QString StatusCommand(const QString& searchText) {
     return db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_AssessmentStatus"), {searchText});
@@ -213,6 +214,8 @@ void frmAssessmentStatus::btnPrint_Click() {
     texts.IdNum = Cell(chosen, IdNum);
     texts.HospNum = Cell(chosen, HospNum);
     texts.Doctor = Cell(chosen, RequestDoctor);
+    texts.Clear = kClear;
+    texts.Reprint = FirstPrintOf(refNum);
     texts.Age = Cell(chosen, Age);
     texts.Sex = Cell(chosen, Sex);
     texts.PatientClass = Cell(chosen, PatientClass);

@@ -1,6 +1,7 @@
 #include "charges/ChargeList.h"
 
 #include "base/Numbers.h"
+#include "charges/SlipCodes.h"
 #include "db/CommandText.h"
 #include "db/Recordset.h"
 #include "session/modGlobals.h"
@@ -30,12 +31,48 @@ QString ListCommand(const QString& idNum) {
     return db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_GetRequest"), {idNum.trimmed()});
 }
 
-QString DoctorCommand(const QString& slipNumber) {
-    return db::FromTemplate(
-        QStringLiteral("SELECT TOP (1) DoctorName FROM CLINICAL_AREA..tbCAPDRequest WHERE RefNum = "
-                       "'##' ORDER BY RequestID"),
-        {{QStringLiteral("##"), slipNumber}});
-}
+/// Lines of each kind and what they cost.
+class Sum final {
+public:
+    explicit Sum(const std::vector<ListedCharge>& lines) {
+        for (const ListedCharge& line : lines) {
+            ++(line.RevenueID == SlipCodes::kDoctor ? m_doctors
+               : line.LocationID.isEmpty()          ? m_fees
+                                                    : m_supplies);
+            m_amount += line.NetAmount;
+        }
+    }
+    Sum Less(const Sum& other) const {
+        Sum rest = *this;
+        rest.m_supplies -= other.m_supplies;
+        rest.m_doctors -= other.m_doctors;
+        rest.m_fees -= other.m_fees;
+        rest.m_amount -= other.m_amount;
+        return rest;
+    }
+    /// "1124.40 (1 supply, 1 doctor's fee)", or "nothing".
+    QString Text() const {
+        QStringList kinds;
+        Count(kinds, m_supplies, u"supply", u"supplies");
+        Count(kinds, m_doctors, u"doctor's fee", u"doctor's fees");
+        Count(kinds, m_fees, u"fee of the unit", u"fees of the unit");
+        if (kinds.isEmpty())
+            return QStringLiteral("nothing");
+        return QStringLiteral("%1 (%2)").arg(base::MoneyText(m_amount),
+                                             kinds.join(QStringLiteral(", ")));
+    }
+
+private:
+    static void Count(QStringList& kinds, int count, QStringView one, QStringView more) {
+        if (count > 0)
+            kinds << QStringLiteral("%1 %2").arg(count).arg(count == 1 ? one : more);
+    }
+
+    int m_supplies = 0;
+    int m_doctors = 0;
+    int m_fees = 0;
+    double m_amount = 0;
+};
 
 }  // namespace
 
@@ -46,6 +83,7 @@ ChargeList::ChargeList(toolkit::FlexGrid& grid) : m_grid(grid) {
     m_grid.SetNumeric(Quantity);
     for (const int col : {NetAmount, Amount, Discount, Price})
         m_grid.SetMoney(col);
+    m_grid.SetRowChosenByHand();
 }
 
 void ChargeList::Load(const QString& idNum) {
@@ -55,18 +93,9 @@ void ChargeList::Load(const QString& idNum) {
     const QString slip = Slip();
     m_grid.Bind(charges.RecordCount() > 0 ? charges.Rows() : nullptr);
     // A slip that has gone leaves no row chosen: a button pressed twice must not meet another slip.
-    if (!slip.isEmpty() && !GoToSlip(slip))
-        m_grid.setCurrentIndex({});
-}
-
-bool ChargeList::GoToSlip(const QString& slipNumber) {
-    for (int row = 1; row < m_grid.Rows(); ++row) {
-        if (m_grid.TextMatrix(row, SlipNumber) == slipNumber) {
-            m_grid.SetRow(row);
-            return true;
-        }
-    }
-    return false;
+    for (int row = 1; row < m_grid.Rows() && !slip.isEmpty(); ++row)
+        if (m_grid.TextMatrix(row, SlipNumber) == slip)
+            return m_grid.SetRow(row);
 }
 
 bool ChargeList::IsOnCharge() const {
@@ -99,7 +128,10 @@ std::vector<PrintLine> PrintLines(const std::vector<ListedCharge>& lines) {
     return printed;
 }
 
-QString RequestingDoctorOf(const QString& slipNumber) {
-    const auto found = modGlobals::gConnection->Execute(DoctorCommand(slipNumber));
-    return found->Eof() ? QString() : found->Fields(QStringLiteral("DoctorName")).Text();
+QString ReversalText(const QString& slipNumber, const std::vector<ListedCharge>& before,
+                     const std::vector<ListedCharge>& after) {
+    const Sum stays(after);
+    const Sum back = Sum(before).Less(stays);
+    return QStringLiteral("Slip %1: %2 taken back, %3 stays charged.")
+        .arg(slipNumber, back.Text(), stays.Text());
 }

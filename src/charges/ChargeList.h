@@ -30,7 +30,8 @@ public:
     explicit ChargeList(toolkit::FlexGrid& grid);
 
     /// Reads the visit's charges; an empty answer empties the list. The chosen slip stays chosen;
-    /// where it is listed no more, no row is.
+    /// where it is listed no more, or none was chosen, no row is: only a key or a click in the list
+    /// chooses one.
     /// Throws base::DatabaseError; the list is then as it was.
     void Load(const QString& idNum);
     /// Whether the current row is a charge.
@@ -41,14 +42,13 @@ public:
     std::vector<ListedCharge> LinesOf(const QString& slipNumber) const;
 
 private:
-    bool GoToSlip(const QString& slipNumber);
-
     toolkit::FlexGrid& m_grid;
 };
 
 /// The lines as the slip's first print printed them.
 std::vector<PrintLine> PrintLines(const std::vector<ListedCharge>& lines);
 
-/// The name of the doctor who asked for a saved slip; empty when none was named. Throws
-/// base::DatabaseError.
-QString RequestingDoctorOf(const QString& slipNumber);
+/// What of a slip's lines is taken back and what stays charged, with amounts, from the lines before
+/// and after its reversal.
+QString ReversalText(const QString& slipNumber, const std::vector<ListedCharge>& before,
+                     const std::vector<ListedCharge>& after);

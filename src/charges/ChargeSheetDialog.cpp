@@ -41,6 +41,8 @@ bool ChargeSheetDialog::SaveSheet(const std::function<QString(const Lines&)>& sa
     if (!lines)
         return false;
     const QString slipNumber = save(*lines);
+    if (slipNumber.isEmpty())
+        return false;
     // The slip stands: whatever fails from here on, this sheet must not be saved again.
     writing.commit();
     const auto closing = qScopeGuard([this] { accept(); });

@@ -46,10 +46,10 @@ protected:
     using Lines = std::vector<SlipLine>;
     using Finish =
         std::function<void(const Saved& saved, const QString& slipNumber, const Lines& lines)>;
-    /// The saving of the sheet, once: `save` writes the slip and returns its number, `told` says
-    /// it, with %1 for the number, and of whom; `finish` runs after that and then, whatever fails
-    /// in it, the window closes. A cell half typed is committed before. False when that is refused
-    /// or the sheet cannot be saved. Throws what both throw.
+    /// The saving of the sheet, once: `save` writes the slip and returns its number, empty where it
+    /// may not be written; `told` says it, with %1 for the number, and of whom; `finish` runs after
+    /// that and then, whatever fails in it, the window closes. A cell half typed is committed
+    /// before. False when nothing was saved. Throws what both throw.
     bool SaveSheet(const std::function<QString(const Lines& lines)>& save, const QString& told,
                    const QString& patient, const Finish& finish);
 

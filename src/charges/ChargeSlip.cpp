@@ -96,7 +96,8 @@ void ChargeDoctor(const QString& slipNumber, const SlipHead& head, const QString
 QString ChargeSlip::Save(const std::vector<SlipLine>& lines) {
     db::Transaction transaction(*gConnection);
     m_slipNumber = TakeSlipNumber();
-    Begin();
+    if (!Begin())
+        return {};
     for (const SlipLine& line : lines)
         WriteLine(line);
     transaction.Commit();

@@ -56,13 +56,14 @@ public:
     ChargeSlip(const ChargeSlip&) = delete;
     ChargeSlip& operator=(const ChargeSlip&) = delete;
 
-    /// Takes a slip number and writes the lines, all in one transaction, and returns the number.
-    /// Throws base::DatabaseError; nothing is written then and no number is taken.
+    /// Takes a slip number and writes the lines, all in one transaction, and returns the number;
+    /// empty where Begin() refuses. Throws base::DatabaseError; then, as in the other case, nothing
+    /// is written and no number is taken.
     QString Save(const std::vector<SlipLine>& lines);
 
 protected:
-    /// Reads what holds for all lines, inside the transaction.
-    virtual void Begin() {}
+    /// Reads what holds for all lines, inside the transaction; false when nothing may be saved.
+    virtual bool Begin() { return true; }
     /// Writes one line; nothing for a line that this sheet does not save.
     virtual void WriteLine(const SlipLine& line) = 0;
 

@@ -20,10 +20,25 @@ QString AddBillCommand(const QString& slipNumber, const SlipHead& head, const Sl
                      gCurrentUser->EmployeeCode(), head.HospNum, gRevenueID});
 }
 
+QString KeepPriceCommand(const QString& slipNumber, const SlipLine& line) {
+    return db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_KeepPrice"),
+                    {slipNumber, line.RevenueID, line.ItemCode, line.Price});
+}
+
 }  // namespace
 
-void RequestSlip::Begin() {
+bool HasFundLeft(const QString& hospNum, const QString& idNum) {
+    clsPDAF fund;
+    fund.SetHospNum(hospNum);
+    fund.SetIdNum(idNum);
+    fund.SetDeptID(kUnit);
+    fund.Show_FundBalance();
+    return fund.OutputFundBalance() != 0;
+}
+
+bool RequestSlip::Begin() {
     m_isSponsored = modCDF::CheckCompany(Head().IdNum.trimmed());
+    return !m_isSponsored || HasFundLeft(Head().HospNum, Head().IdNum);
 }
 
 void RequestSlip::WriteLine(const SlipLine& line) {
@@ -41,6 +56,16 @@ void RequestSlip::WriteLine(const SlipLine& line) {
         return;
     }
     SaveRequest(line);
+    KeepRaisedPrice(line);
+}
+
+// The server keeps a line's amount of one unit as its price; only of a raised or open one that is
+// not what the slip prints.
+void RequestSlip::KeepRaisedPrice(const SlipLine& line) {
+    const double quantity = line.Quantity.isEmpty() ? 1 : base::Val(line.Quantity);
+    if (base::MoneyText(base::Val(line.Price) * quantity) !=
+        base::MoneyText(base::Val(line.Amount)))
+        modGlobals::gConnection->Execute(KeepPriceCommand(SlipNumber(), line));
 }
 
 void RequestSlip::AddBill(const SlipLine& line) {

@@ -13,9 +13,6 @@ using modGlobals::gCurrentUser;
 
 namespace {
 
-const QString kClear = QStringLiteral("DELETE CLINICAL_AREA..tbCAPDChargeSlip");
-const QString kClearForReprint = QStringLiteral("DELETE clinical_area..tbCAPDChargeSlip");
-
 QString PrintCommand(const PrintLine& line) {
     return db::Call(
         QStringLiteral("CLINICAL_AREA..sp_CAPD_PrintChargeSlip"),
@@ -42,25 +39,37 @@ QString OldHospNum(const QString& hospNum) {
     return found.Eof() ? QString() : found.Fields(QStringLiteral("OldHospNum")).Text();
 }
 
+/// Who prints again, and when.
+QString ReprintLine() {
+    return QStringLiteral("REPRINT by %1 (%2), %3")
+        .arg(gCurrentUser->employeename(), gCurrentUser->EmployeeCode(),
+             base::DateTimeText(base::Clock::Now()));
+}
+
 QStringList Parameters(const SlipTexts& texts, const QString& oldHospNum) {
-    const QString today = base::ShortDate(base::Clock::Today());
-    return {QStringLiteral("CAPD CC No.: ") + texts.SlipNumber,
-            texts.PatientName,
-            texts.Company,
-            texts.IdNum,
-            gCurrentUser->employeename(),
-            gCurrentUser->EmployeeCode(),
-            today,
-            QStringLiteral("VELMORA"),
-            QStringLiteral("Dunmarrow"),
-            texts.HospNum,
-            QStringLiteral("OPD"),
-            texts.Doctor,
-            oldHospNum,
-            texts.Age,
-            texts.Sex,
-            today,
-            texts.PatientClass};
+    const FirstPrint print = texts.Reprint.value_or(
+        FirstPrint{texts.Doctor, gCurrentUser->employeename(), gCurrentUser->EmployeeCode(),
+                   base::ShortDate(base::Clock::Today()), QString()});
+    QStringList parameters{QStringLiteral("CAPD CC No.: ") + texts.SlipNumber,
+                           texts.PatientName,
+                           texts.Company,
+                           texts.IdNum,
+                           print.Clerk,
+                           print.EmployeeCode,
+                           print.Date,
+                           QStringLiteral("VELMORA"),
+                           QStringLiteral("Dunmarrow"),
+                           texts.HospNum,
+                           QStringLiteral("OPD"),
+                           texts.Doctor,
+                           oldHospNum,
+                           texts.Age,
+                           texts.Sex,
+                           print.Date,
+                           texts.PatientClass};
+    if (texts.Reprint)
+        parameters << ReprintLine() << print.State;
+    return parameters;
 }
 
 }  // namespace
@@ -78,13 +87,25 @@ std::vector<PrintLine> PrintLines(const std::vector<SlipLine>& lines, bool withD
     return printed;
 }
 
+FirstPrint FirstPrintOf(const QString& slipNumber) {
+    db::Recordset slip;
+    slip.Open(db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_FirstPrint"), {slipNumber}),
+              gConnection);
+    if (slip.Eof())
+        return {};
+    const auto text = [&slip](const QString& name) { return slip.Fields(name).Text(); };
+    return {text(QStringLiteral("DoctorName")), text(QStringLiteral("Employee")),
+            text(QStringLiteral("UserID")), text(QStringLiteral("Moment")).section(u' ', 0, 0),
+            text(QStringLiteral("State"))};
+}
+
 QString SlipPatientName(const QString& last, const QString& first, const QString& middle) {
     return last + QStringLiteral(", ") + first + u' ' + middle;
 }
 
 void SlipPrint::Open(Layout layout, const SlipTexts& texts, const std::vector<PrintLine>& lines) {
     db::Transaction transaction(*gConnection);
-    gConnection->Execute(texts.IsReprint ? kClearForReprint : kClear);
+    gConnection->Execute(texts.Clear);
     for (const PrintLine& line : lines)
         gConnection->Execute(PrintCommand(line));
     const QString oldHospNum = OldHospNum(texts.HospNum);

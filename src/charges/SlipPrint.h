@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <vector>
 
 #include "charges/ChargeSlip.h"
@@ -22,6 +23,18 @@ struct PrintLine {
 /// A sheet without discounts prints its amounts as net amounts.
 std::vector<PrintLine> PrintLines(const std::vector<SlipLine>& lines, bool withDiscount);
 
+/// What the first print of a slip said of its making, and what has become of the slip since.
+struct FirstPrint {
+    QString Doctor;  ///< who asked
+    QString Clerk;
+    QString EmployeeCode;
+    QString Date;   ///< "M/d/yyyy"
+    QString State;  ///< "REVOKED", "OR" and the receipt of a paid assessment, or empty
+};
+
+/// Of a saved slip, a patient's or a walk-in's. Throws base::DatabaseError.
+FirstPrint FirstPrintOf(const QString& slipNumber);
+
 /// What a slip says around its lines.
 struct SlipTexts {
     QString SlipNumber;
@@ -33,7 +46,10 @@ struct SlipTexts {
     QString Age;
     QString Sex;
     QString PatientClass;
-    bool IsReprint = false;
+    /// How the staging is emptied.
+    QString Clear = QStringLiteral("DELETE CLINICAL_AREA..tbCAPDChargeSlip");
+    /// Of a slip that is printed again: who charged it and when, instead of the user and today.
+    std::optional<FirstPrint> Reprint;
 };
 
 /// "LAST, First Middle".

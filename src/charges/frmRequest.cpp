@@ -23,6 +23,7 @@ using toolkit::MsgBox;
 
 namespace {
 
+const QString kClearForReprint = QStringLiteral("DELETE clinical_area..tbCAPDChargeSlip");
 constexpr int kLeft = 1500, kTop = 800, kHeight = 5895, kHeightWithList = 8790;
 
 }  // namespace
@@ -68,29 +69,31 @@ void frmRequest::Load() {
     ui->lblCompany->setText(m_patient.Company());
     clsComputeDiscount::Shared().SetIdNum(m_idNum.trimmed());
     ShowPatientClass();
-    CheckFund();
+    if (!ReadFund())
+        RefuseCharges();
     m_list->Load(m_idNum);
     m_loaded = true;
 }
 
-// A sponsored patient whose fund is used up is not charged before the company has answered.
-void frmRequest::CheckFund() {
+bool frmRequest::ReadFund() {
     const bool isSponsored = modCDF::CheckCompany(m_idNum.trimmed());
+    const bool isOpen = !isSponsored || HasFundLeft(m_hospNum, m_idNum);
     ui->cmdCDF->setVisible(isSponsored);
-    if (!isSponsored)
-        return;
-    m_fund.SetHospNum(m_hospNum);
-    m_fund.SetIdNum(m_idNum);
-    m_fund.SetDeptID(SlipCodes::kUnit);
-    m_fund.Show_FundBalance();
-    if (m_fund.OutputFundBalance() != 0)
-        return;
+    ShowFundGate(isOpen);
+    return isOpen;
+}
+
+void frmRequest::ShowFundGate(bool isOpen) {
+    ui->cmdSave->setVisible(isOpen);
+    ui->cmdSavePrint->setVisible(isOpen);
+    ui->grdInput->SetSaveButton(isOpen ? ui->cmdSave : nullptr);
+}
+
+void frmRequest::RefuseCharges() {
+    ShowFundGate(false);
     MsgBox(QStringLiteral("Cannot post charges, CDF Balance is 0.00 or Cost Center is not "
                           "applicable for the Fund.Contact Credit and Collection for Information"),
            BoxIcon::Exclamation);
-    ui->cmdSave->hide();
-    ui->cmdSavePrint->hide();
-    ui->grdInput->SetSaveButton(nullptr);
 }
 
 void frmRequest::ShowPatientClass() {
@@ -132,8 +135,13 @@ SlipPrint::Layout frmRequest::Layout() const {
 }
 
 void frmRequest::SaveCharges(const Finish& finish) {
-    SaveSheet([this](const Lines& lines) { return RequestSlip(Head(), m_fund).Save(lines); },
-              QStringLiteral("Slip %1 is saved"), ui->lblPatient->text(),
+    const auto save = [this](const Lines& lines) {
+        const QString slipNumber = RequestSlip(Head(), m_fund).Save(lines);
+        if (slipNumber.isEmpty())
+            RefuseCharges();
+        return slipNumber;
+    };
+    SaveSheet(save, QStringLiteral("Slip %1 is saved"), ui->lblPatient->text(),
               [&](const Saved& saved, const QString& slipNumber, const Lines& lines) {
                   saved.Then(QStringLiteral("Showing the fund"), [this] { cmdCDF_Click(); });
                   finish(saved, slipNumber, lines);
@@ -157,16 +165,20 @@ void frmRequest::cmdSavePrint_Click() {
 void frmRequest::cmdRePrint_Click() {
     ui->lblMessage->clear();
     WriteAlone([this] {
+        const QString slipNumber = m_list->Slip();
         // Another station may have revoked the slip since the list was read.
         m_list->Load(m_idNum);
-        const QString slipNumber = m_list->Slip();
-        if (slipNumber.isEmpty()) {
-            ui->lblMessage->setText(QStringLiteral("There is no slip to be printed again."));
+        if (slipNumber.isEmpty() || m_list->Slip() != slipNumber) {
+            ui->lblMessage->setText(
+                slipNumber.isEmpty()
+                    ? QStringLiteral("Choose a slip in the list first.")
+                    : QStringLiteral("Slip %1 does not stand any more.").arg(slipNumber));
             return;
         }
         SlipTexts texts = Texts(slipNumber);
-        texts.Doctor = RequestingDoctorOf(slipNumber);
-        texts.IsReprint = true;
+        texts.Clear = kClearForReprint;
+        texts.Reprint = FirstPrintOf(slipNumber);
+        texts.Doctor = texts.Reprint->Doctor;
         SlipPrint::Open(Layout(), texts, PrintLines(m_list->LinesOf(slipNumber)));
         SlipPrint::Show();
     });
@@ -184,10 +196,16 @@ void frmRequest::cmdRevoke_Click() {
         SlipHead head;
         head.HospNum = m_hospNum;
         head.IdNum = m_idNum.trimmed();
-        SlipReversal(head, slipNumber, m_fund).Revoke(m_list->LinesOf(slipNumber));
+        const auto lines = m_list->LinesOf(slipNumber);
+        SlipReversal(head, slipNumber, m_fund).Revoke(lines);
         const Saved revoked(QStringLiteral("Slip %1 is revoked").arg(slipNumber),
                             ui->lblPatient->text());
-        revoked.Then(QStringLiteral("Reading the list"), [this] { m_list->Load(m_idNum); });
+        revoked.Then(QStringLiteral("Reading the list"), [&] {
+            m_list->Load(m_idNum);
+            ui->lblMessage->setText(ReversalText(slipNumber, lines, m_list->LinesOf(slipNumber)));
+        });
+        // What was paid back may be charged again.
+        revoked.Then(QStringLiteral("Reading the fund"), [this] { ReadFund(); });
     });
 }
 

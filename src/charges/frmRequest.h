@@ -39,7 +39,10 @@ private:
     void Load();
     void ShowTotals(const ChargeTotals& totals);
     void ShowPatientClass();
-    void CheckFund();
+    /// Shows what the visit's sponsor allows; false when nothing may be saved.
+    bool ReadFund();
+    void ShowFundGate(bool isOpen);
+    void RefuseCharges();
     SlipHead Head() const;
     SlipTexts Texts(const QString& slipNumber) const;
     SlipPrint::Layout Layout() const;

@@ -135,11 +135,16 @@ void FlexGrid::SetRow(int row) {
         setCurrentIndex(m_model->index(row - 1, qMin(1, Cols() - 1)));
 }
 
+void FlexGrid::SetRowChosenByHand() {
+    m_chosenByHand = true;
+    ShowFirstRow();
+}
+
 /// What was just laid out stands at its top, with a row to go on from by key.
 void FlexGrid::ShowFirstRow() {
     const QScopedValueRollback<bool> quiet(m_filling, true);
     ApplyWidths();
-    SetRow(1);
+    SetRow(m_chosenByHand ? 0 : 1);
 }
 
 void FlexGrid::ApplyWidths() {
@@ -242,7 +247,7 @@ void FlexGrid::keyPressEvent(QKeyEvent* event) {
     } else if (IsEnter(*event)) {
         if (Row() > 0)
             emit RowOpened(Row());
-    } else if (event->key() == Qt::Key_Home) {
+    } else if (event->key() == Qt::Key_Home || (Row() == 0 && event->key() == Qt::Key_Down)) {
         SetRow(1);
     } else if (event->key() == Qt::Key_End) {
         SetRow(Rows() - 1);
@@ -253,7 +258,7 @@ void FlexGrid::keyPressEvent(QKeyEvent* event) {
 
 void FlexGrid::focusInEvent(QFocusEvent* event) {
     // Whoever comes by key stands on a row that is seen.
-    if (Row() == 0 && event->reason() != Qt::MouseFocusReason)
+    if (Row() == 0 && !m_chosenByHand && event->reason() != Qt::MouseFocusReason)
         SetRow(1);
     QTableView::focusInEvent(event);
 }

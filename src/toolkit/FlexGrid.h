@@ -68,6 +68,9 @@ public:
 
     /// The current row; row 1 after each filling, 0 when there is none.
     int Row() const { return currentIndex().isValid() ? currentIndex().row() + 1 : 0; }
+    /// No row is current after a filling, nor because the list gets the keyboard: a key or a click
+    /// chooses one.
+    void SetRowChosenByHand();
     /// 0 leaves no row current, until a key leads into the list; ignored outside the data rows.
     void SetRow(int row);
 
@@ -123,6 +126,7 @@ private:
     int m_roomCol = -1;
     bool m_filling = false;
     bool m_cellCursor = false;
+    bool m_chosenByHand = false;
 };
 
 }  // namespace toolkit

@@ -7,12 +7,17 @@
 #include "charges/ChargeSession.h"
 #include "components/PickListKeys.h"
 #include "db/CommandText.h"
+#include "print/ReportPages.h"
 #include "toolkit/ListView.h"
 #include "toolkit/MsgBox.h"
 
 namespace {
 
 enum Column { Name, Code, Exam, Quantity, RefNum, Amount, Status, RecordStatus, IdNum = 9 };
+
+const QString kPay = QStringLiteral("BILLING..sp_Cashier_Pay 'C90001D','700'");
+const QString kRevoke = QStringLiteral(
+    "UPDATE BILLING..tbCashAssessment SET RecordStatus = 'R' WHERE RefNum = 'C90001D'");
 
 /// The window on screen.
 struct StatusWindow {
@@ -165,19 +170,16 @@ void tst_frmAssessmentStatus::Revoke_ofTheListedStates_data() {
     QTest::addColumn<QString>("meanwhile");
     QTest::addColumn<QString>("said");
     QTest::addColumn<QString>("stored");
-    const QString pay = QStringLiteral("BILLING..sp_Cashier_Pay 'C90001D','700'");
-    const QString revoke = QStringLiteral(
-        "UPDATE BILLING..tbCashAssessment SET RecordStatus = 'R' WHERE RefNum = 'C90001D'");
     QTest::newRow("pending") << QString() << QString() << "Data is Successfully Revoked."
                              << "RRR";
-    QTest::newRow("paid") << pay << QString() << "Entry is already Paid."
+    QTest::newRow("paid") << kPay << QString() << "Entry is already Paid."
                           << "N700N700N700";
-    QTest::newRow("paid since the list was loaded") << QString() << pay << "Entry is already Paid."
+    QTest::newRow("paid since the list was loaded") << QString() << kPay << "Entry is already Paid."
                                                     << "N700N700N700";
-    QTest::newRow("revoked") << revoke << QString() << "Entry is already Revoked."
+    QTest::newRow("revoked") << kRevoke << QString() << "Entry is already Revoked."
                              << "RRR";
     QTest::newRow("revoked since the list was loaded")
-        << QString() << revoke << "Entry is already Revoked."
+        << QString() << kRevoke << "Entry is already Revoked."
         << "RRR";
 }
 
@@ -250,15 +252,20 @@ void tst_frmAssessmentStatus::Nothing_isDoneWithoutAChosenLine() {
 void tst_frmAssessmentStatus::Reprint_sendsTheLinesOfTheSlipInTheirOrder_data() {
     QTest::addColumn<QString>("frame");
     QTest::addColumn<QString>("revenueId");
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("state");
     QTest::newRow("a fee of the unit is chosen") << "%1"
-                                                 << "CY";
+                                                 << "CY" << kPay << "OR 700";
     QTest::newRow("a supply is chosen") << "** %1 **"
-                                        << "CA";
+                                        << "CA" << kRevoke << "REVOKED";
 }
 
 void tst_frmAssessmentStatus::Reprint_sendsTheLinesOfTheSlipInTheirOrder() {
     QFETCH(QString, frame);
     QFETCH(QString, revenueId);
+    QFETCH(QString, before);
+    QFETCH(QString, state);
+    m_session->Connection->Execute(before);
     Assess(QStringLiteral("C90002D"), QStringLiteral("CY"), QStringLiteral("501"),
            QStringLiteral("1"), QStringLiteral("450"));
     const StatusWindow window;
@@ -267,12 +274,22 @@ void tst_frmAssessmentStatus::Reprint_sendsTheLinesOfTheSlipInTheirOrder() {
     const int first = int(refNums.indexOf(QStringLiteral("C90001D")));
     window.List.setCurrentIndex(window.Model.index(revenueId == u"CY" ? first : first + 1, 0));
     const QStringList exams = window.Column(Exam);
-    PickListKeys viewer;
+    QString slip;
+    PickListKeys viewer([&slip](QDialog& shown) {
+        slip = modGlobals::gReport->Pages()->Text(0);
+        shown.reject();
+    });
     const CommandLog log;
     window.Button("btnPrint").click();
     QCOMPARE(viewer.Shown, 1);
-    QCOMPARE(log.Sent[0], QStringLiteral("BeginTrans"));
-    QCOMPARE(log.Sent[1], QStringLiteral("DELETE CLINICAL_AREA..tbCAPDChargeSlip"));
+    // The clerk of the assessment, and who prints it now.
+    for (const QString& said : {state, QStringLiteral("Charged by Amelia Peña (4601)"),
+                                QStringLiteral("REPRINT by Nurse One (4601)")})
+        QVERIFY2(slip.contains(said), qPrintable(slip));
+    QCOMPARE(log.Sent.mid(0, 3),
+             QStringList({QStringLiteral("CLINICAL_AREA..sp_CAPD_FirstPrint 'C90001D'"),
+                          QStringLiteral("BeginTrans"),
+                          QStringLiteral("DELETE CLINICAL_AREA..tbcapdChargeSlip")}));
     const QStringList printed =
         log.Sent.filter(QStringLiteral("CLINICAL_AREA..sp_CAPD_PrintChargeSlip '"));
     const QStringList texts{QStringLiteral("'501','%1','2','450','900','%2','4601','0','900'"),

@@ -1,5 +1,6 @@
 #include "CommandLog.h"
 #include "SlipCase.h"
+#include "base/Clock.h"
 #include "toolkit/FlexGrid.h"
 
 using namespace ChargeColumn;
@@ -31,12 +32,16 @@ private slots:
 
     void Print_andReprintSayTheSame();
     void Revoke_takesBackOnce();
-    void Revoke_fromAnOlderListChangesNothing();
-    void Revoke_withoutChargesSaysSo();
+    void OlderSheet_isHeldAgainstWhatStands();
+    void NoSlip_isChosenButByHand();
 
 private:
     void OpenSheet() { m_window = std::make_unique<ChargeWindow>(m_case->IdNum, m_case->HospNum); }
     void Press(const char* button) { m_window->Find<QPushButton>(button).click(); }
+    void ChooseFirstSlip(const ChargeWindow& window) const {
+        window.Find<QPushButton>("cmdList").click();
+        QTest::keyClick(&window.Find<toolkit::FlexGrid>("grdCharges"), Qt::Key_Down);
+    }
     void TypeThreeKinds();
     QString Cell(int row, int column) const {
         return m_window->Find<toolkit::FlexGrid>("grdCharges").TextMatrix(row, column);
@@ -99,7 +104,7 @@ void tst_ChargeSlips::Save_writesTheLinesInOrder() {
     const QString request = QStringLiteral("sp_CAPD_SaveRequest ");
     QCOMPARE(heads.join(u' '),
              QStringLiteral("BeginTrans SELECT BeginTrans UPDATE CommitTrans sp_Pars_CheckCompany "
-                            "sp_StockCard_Append ") +
+                            "sp_PDAF_GetBalance sp_PDAF_GetRemBill sp_StockCard_Append ") +
                  fund + share + share + share + request + QStringLiteral("sp_capd_addbill ") +
                  fund + share + request + QStringLiteral("sp_CAPD_DoctorCharge ") + fund + share +
                  request +
@@ -258,6 +263,7 @@ void tst_ChargeSlips::Refused_atAnyCommandLeavesNothing() {
     if (button == u"cmdRevoke") {
         Press("cmdSave");
         OpenSheet();
+        ChooseFirstSlip(*m_window);
     }
     const QString before = m_case->State();
     const QStringList line = m_window->Line(1);
@@ -305,8 +311,15 @@ void tst_ChargeSlips::Failure_behindTheCommitClosesTheWindow() {
 
 void tst_ChargeSlips::Print_andReprintSayTheSame() {
     m_case->Sponsor({300, 200, 1000});
+    m_case->Do(
+        QStringLiteral("UPDATE PATIENT_DATA..tbUser SET EmployeeName = 'Nurse One' WHERE "
+                       "EmployeeCode = '4601'"));
     OpenSheet();
     TypeThreeKinds();
+    m_window->EnterAt(2, Amount, QStringLiteral("460"));
+    // The catalogue changes while the sheet is open.
+    m_case->Do(QStringLiteral("UPDATE BILLING..tbDrug SET SellingPriceOut = 9"));
+    m_case->Do(QStringLiteral("UPDATE BILLING..tbOtherRevenue SET RateA = 9"));
     m_boxes->Answer(BoxAnswer::Ok);
     ClosedWindows closed;
     Press("cmdSavePrint");
@@ -317,16 +330,21 @@ void tst_ChargeSlips::Print_andReprintSayTheSame() {
     for (const QString& said :
          {QStringLiteral("CAPD CC No.: ") + LastSlip(), QStringLiteral("O'HARA, Ana Luz"),
           QStringLiteral("Dr. N. O'Faraway"), QStringLiteral("Pay Patient"),
-          QStringLiteral("780.50"), QStringLiteral("624.40"), QStringLiteral("74.40")})
+          QStringLiteral("780.50"), QStringLiteral("624.40"), QStringLiteral("84.40"),
+          QStringLiteral("450.00"), QStringLiteral("460.00")})
         QVERIFY2(first.contains(said), qPrintable(first));
     // The staging belongs to the slip just printed.
     QCOMPARE(m_case->Ask(QStringLiteral("SELECT COUNT(*) FROM CLINICAL_AREA..tbCAPDChargeSlip")),
              QStringLiteral("3"));
 
-    // The funds are used up: another slip cannot be saved, this one can be printed again.
+    // The funds are used up: another slip cannot be saved, this one can be printed again, by
+    // another clerk on another day.
     m_boxes->Answer(BoxAnswer::Ok);
+    modGlobals::gCurrentUser = std::make_shared<SessionUser>(
+        m_session->Connection, QStringLiteral("4602"), QStringLiteral("Nurse Two"));
+    base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 5), QTime(14, 7)); });
     OpenSheet();
-    Press("cmdList");
+    ChooseFirstSlip(*m_window);
     closed.Slip.clear();
     const CommandLog log;
     Press("cmdRePrint");
@@ -335,7 +353,10 @@ void tst_ChargeSlips::Print_andReprintSayTheSame() {
     QCOMPARE(log.Sent.filter(QStringLiteral("PrintChargeSlip")).first(),
              QStringLiteral("CLINICAL_AREA..sp_CAPD_PrintChargeSlip '102','DIALYSIS SOLUTION 2.3% "
                             "2 L','2','390.25','780.5','CA','4601','156.1','624.4'"));
-    QCOMPARE(closed.Slip, first);
+    base::Clock::Replace({});
+    const QString foot = QStringLiteral("REPRINT by Nurse Two (4602), 3/5/2031 2:07:00 PM\n");
+    QVERIFY2(closed.Slip.contains(foot), qPrintable(closed.Slip));
+    QCOMPARE(closed.Slip.remove(foot), first);
     QVERIFY(m_window->Window.isVisible());
 }
 
@@ -352,7 +373,7 @@ void tst_ChargeSlips::Revoke_takesBackOnce() {
     m_window->Charge(QStringLiteral("CA"), QStringLiteral("102"), QStringLiteral("3"));
     Press("cmdSave");
     OpenSheet();
-    Press("cmdList");
+    ChooseFirstSlip(*m_window);
     const CommandLog log;
     Press("cmdRevoke");
     QVERIFY(log.Sent.contains(
@@ -371,34 +392,65 @@ void tst_ChargeSlips::Revoke_takesBackOnce() {
     QCOMPARE(m_case->State(), once);
 }
 
-void tst_ChargeSlips::Revoke_fromAnOlderListChangesNothing() {
-    m_case->Sponsor({300, 200, 5000});
-    const ClosedWindows closed;
+// Another station's list and fund gate are older than what stands.
+void tst_ChargeSlips::OlderSheet_isHeldAgainstWhatStands() {
+    m_case->Sponsor({1500});
+    ClosedWindows closed;
     OpenSheet();
     TypeThreeKinds();
-    Press("cmdSave");
     ChargeWindow other(m_case->IdNum, m_case->HospNum);
+    other.Charge(QStringLiteral("CY"), QStringLiteral("502"));
+    Press("cmdSave");
+    const QString slip = LastSlip();
+    const QString saved = m_case->State();
+    m_boxes->Answer(BoxAnswer::Ok);
+    other.Find<QPushButton>("cmdSave").click();
+    QVERIFY(m_boxes->Shown().back().Text.startsWith(u"Cannot post charges, CDF Balance is 0.00"));
+    QCOMPARE(m_case->State(), saved);
+    QVERIFY(!other.Find<QPushButton>("cmdSavePrint").isVisible());
+
+    m_boxes->Answer(BoxAnswer::Ok);
     OpenSheet();
-    Press("cmdRevoke");
-    const QString once = m_case->State();
-    // What no longer stands is not printed any more either.
-    const CommandLog log;
-    other.Find<QPushButton>("cmdRePrint").click();
-    QCOMPARE(log.Sent.filter(QStringLiteral("PrintChargeSlip")).size(), 1);
+    ChooseFirstSlip(*m_window);
+    ChooseFirstSlip(other);
     other.Find<QPushButton>("cmdRevoke").click();
+    QCOMPARE(other.Label("lblMessage"),
+             QStringLiteral("Slip %1: 1124.40 (1 supply, 1 doctor's fee) taken back, 450.00 (1 fee "
+                            "of the unit) stays charged.")
+                 .arg(slip));
+    QVERIFY(other.Find<QPushButton>("cmdSave").isVisible());
+    const QString once = m_case->State();
+    // What no longer stands is not printed any more either, and the rest as revoked.
+    const CommandLog log;
+    Press("cmdRePrint");
+    QCOMPARE(log.Sent.filter(QStringLiteral("PrintChargeSlip")).size(), 1);
+    QVERIFY(closed.Slip.contains(QStringLiteral("REVOKED")));
+    Press("cmdRevoke");
     QCOMPARE(m_case->State(), once);
 }
 
-void tst_ChargeSlips::Revoke_withoutChargesSaysSo() {
+// Neither a list that has the keyboard nor a slip that has gone chooses another one.
+void tst_ChargeSlips::NoSlip_isChosenButByHand() {
     OpenSheet();
-    m_boxes->Answer(BoxAnswer::Ok);
-    const CommandLog log;
-    Press("cmdRevoke");
-    ExpectBox("There are no Charges to be revoked.", BoxIcon::Information, "Message");
-    QCOMPARE(log.Sent, QStringList());
-    Press("cmdRePrint");
-    QCOMPARE(m_window->Label("lblMessage"),
-             QStringLiteral("There is no slip to be printed again."));
+    m_window->Charge(QStringLiteral("CA"), QStringLiteral("101"));
+    Press("cmdSave");
+    OpenSheet();
+    Press("cmdList");
+    for (const bool isGone : {false, true}) {
+        const QString before = m_case->State();
+        m_boxes->Answer(BoxAnswer::Ok);
+        Press("cmdRevoke");
+        ExpectBox("There are no Charges to be revoked.", BoxIcon::Information, "Message");
+        Press("cmdRePrint");
+        QCOMPARE(m_window->Label("lblMessage"), QStringLiteral("Choose a slip in the list first."));
+        QCOMPARE(m_case->State(), before);
+        if (isGone)
+            break;
+        ChooseFirstSlip(*m_window);
+        Press("cmdRevoke");
+        QCOMPARE(Cell(1, 2), QString());
+        m_window->Find<toolkit::FlexGrid>("grdCharges").setFocus();
+    }
 }
 
 QTEST_MAIN(tst_ChargeSlips)

@@ -249,6 +249,7 @@ void SlipsDay::RevokeDoctorsFee() {
     m_tour.Quietly(QStringLiteral("the list has the keys"), [this] {
         m_tour.Expect(Tour::Find<toolkit::FlexGrid>("grdCharges")->hasFocus(),
                       QStringLiteral("the list has not the keys"));
+        Tour::Press(Qt::Key_Down);
     });
     m_tour.Quietly(QStringLiteral("slip asked for again"), [this] {
         m_slip.swap(m_firstSlip);
@@ -256,7 +257,9 @@ void SlipsDay::RevokeDoctorsFee() {
     });
     ReadSlip(QStringLiteral("slip printed again"), QStringLiteral("slip-again.pdf"));
     m_tour.Step(QStringLiteral("slip revoked"), [this] {
-        m_tour.Expect(m_slip == m_firstSlip, QStringLiteral("the slip says something else"));
+        const QString again = m_slip.left(m_slip.indexOf(u"REPRINT by "));
+        m_tour.Expect(!again.isEmpty() && m_firstSlip.startsWith(again),
+                      QStringLiteral("the slip says something else"));
         Tour::Press(Qt::Key_V, Qt::AltModifier);
     });
     // The unit's own fee stays, alone: revoking again finds nothing more.
@@ -264,7 +267,11 @@ void SlipsDay::RevokeDoctorsFee() {
         ExpectOneLine();
         Tour::Press(Qt::Key_V, Qt::AltModifier);
     });
-    m_tour.Quietly(QStringLiteral("nothing more is taken back"), [this] { ExpectOneLine(); });
+    m_tour.Quietly(QStringLiteral("nothing more is taken back"), [this] {
+        ExpectOneLine();
+        m_tour.Expect(Tour::Find<QLabel>("lblMessage")->text().contains(u"450.00"),
+                      QStringLiteral("the fee that stays is not told"));
+    });
     m_tour.Quietly(QStringLiteral("list closed"), [] {
         Tour::Find<toolkit::FlexGrid>("grdCharges")->setFocus();
         Tour::Press(Qt::Key_Escape);

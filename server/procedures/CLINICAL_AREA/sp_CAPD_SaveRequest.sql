@@ -1,7 +1,7 @@
 -- Records a line of a charge slip as it was requested, after its charge. An empty @Quantity counts
--- as 1; @Amount: hospital money of the whole line, before discount. Keeps the item's description
--- and price of today, and the stock card row that the line's supplies have just been issued on. Of a
--- walk-in's fee the assessment's line gets quantity and doctor. Refuses what is no amount (50182)
+-- as 1; @Amount: hospital money of the whole line, before discount. Keeps the item's description, the
+-- amount of one unit as its price (sp_CAPD_KeepPrice where it was typed), and the stock card row that
+-- the line's supplies have just been issued on. Of a walk-in's fee the assessment's line gets quantity and doctor. Refuses what is no amount (50182)
 -- and a closed account (50181). No rows.
 USE CLINICAL_AREA
 GO
@@ -30,7 +30,6 @@ BEGIN
     DECLARE @Units decimal(12,2);
     DECLARE @LineAmount money;
     DECLARE @Description varchar(200);
-    DECLARE @Price money;
     DECLARE @StockCardID int;
     SET @IdNum = LTRIM(RTRIM(@IdNum));
     SET @Units = CONVERT(decimal(12,2), ISNULL(NULLIF(@Quantity, ''), '1'));
@@ -43,12 +42,12 @@ BEGIN
     EXEC PATIENT_DATA..sp_Account_Check @IdNum;
 
     BEGIN TRANSACTION;
-    SELECT @Description = OtherRevenue, @Price = RateA
+    SELECT @Description = OtherRevenue
     FROM BILLING..tbOtherRevenue
     WHERE RevenueID = @RevenueID AND ItemCode = @ItemCode;
     IF @Description IS NULL
     BEGIN
-        SELECT @Description = DrugName, @Price = SellingPriceOut
+        SELECT @Description = DrugName
         FROM BILLING..tbDrug
         WHERE DrugCode = @ItemCode;
         SET @StockCardID = (
@@ -63,7 +62,8 @@ BEGIN
     VALUES (
         LTRIM(RTRIM(@HospNum)), @IdNum, NULLIF(LTRIM(RTRIM(@CAPDNum)), ''), @ItemCode, @Units,
         @LineAmount, @Department, @RefNum, @RevenueID, @UserID, NULLIF(@DoctorID, ''),
-        NULLIF(@DoctorName, ''), GETDATE(), @Description, @Price, @StockCardID);
+        NULLIF(@DoctorName, ''), GETDATE(), @Description,
+        ROUND(@LineAmount / NULLIF(@Units, 0), 2), @StockCardID);
     IF @IdNum LIKE 'T%C'
         UPDATE BILLING..tbCashAssessment
         SET Quantity = @Units, DoctorID = NULLIF(@DoctorID, ''),
