@@ -31,13 +31,14 @@ CREATE TABLE tbReligion (
 )
 GO
 
--- One row a patient, for life. Address holds the parts as one line, for lists.
+-- One row a patient, for life. Address holds the parts as one line, for lists. Names are found in
+-- any case and without their accents.
 CREATE TABLE tbMaster (
     HospNum varchar(20) NOT NULL PRIMARY KEY,
     OldHospNum varchar(20),
-    LastName varchar(60) NOT NULL,
-    FirstName varchar(60) NOT NULL,
-    MiddleName varchar(60),
+    LastName varchar(60) COLLATE Latin1_General_CI_AI NOT NULL,
+    FirstName varchar(60) COLLATE Latin1_General_CI_AI NOT NULL,
+    MiddleName varchar(60) COLLATE Latin1_General_CI_AI,
     Sex varchar(1) NOT NULL CHECK (Sex IN ('M', 'F')),
     BirthDate datetime,
     BirthPlace varchar(100),
@@ -124,9 +125,9 @@ GO
 -- DoctorID 0 is kept free: it marks a doctor who is not on file.
 CREATE TABLE tbDoctor (
     DoctorID varchar(10) NOT NULL PRIMARY KEY CHECK (DoctorID <> '0'),
-    LastName varchar(60) NOT NULL,
-    FirstName varchar(60) NOT NULL,
-    MiddleName varchar(60),
+    LastName varchar(60) COLLATE Latin1_General_CI_AI NOT NULL,
+    FirstName varchar(60) COLLATE Latin1_General_CI_AI NOT NULL,
+    MiddleName varchar(60) COLLATE Latin1_General_CI_AI,
     Specialty varchar(60)
 )
 GO

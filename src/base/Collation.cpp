@@ -132,11 +132,13 @@ int CompareWeights(const Weights& left, const Weights& right) {
     return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
 
-int CompareKeys(std::string_view left, std::string_view right) {
+int CompareKeys(std::string_view left, std::string_view right, Accents accents) {
     const Key leftKey = KeyOf(left);
     const Key rightKey = KeyOf(right);
     const int bases = CompareWeights(leftKey.Bases, rightKey.Bases);
-    return bases != 0 ? bases : CompareWeights(leftKey.Accents, rightKey.Accents);
+    return bases != 0 || accents == Accents::Ignored
+               ? bases
+               : CompareWeights(leftKey.Accents, rightKey.Accents);
 }
 
 int CompareCharacters(char32_t left, char32_t right) {
@@ -148,7 +150,7 @@ int CompareCharacters(char32_t left, char32_t right) {
     std::string rightText;
     AppendCodePoint(leftText, left);
     AppendCodePoint(rightText, right);
-    return CompareKeys(leftText, rightText);
+    return CompareKeys(leftText, rightText, Accents::Count);
 }
 
 template <typename View>
@@ -305,7 +307,7 @@ std::string Mapped(std::string_view text, AsciiMap asciiMap, Map map) {
 
 }  // namespace
 
-int CompareTexts(std::string_view left, std::string_view right) {
+int CompareTexts(std::string_view left, std::string_view right, Accents accents) {
     left = WithoutTrailingBlanks(left);
     right = WithoutTrailingBlanks(right);
     const size_t common = std::min(left.size(), right.size());
@@ -315,15 +317,16 @@ int CompareTexts(std::string_view left, std::string_view right) {
         const unsigned char leftByte = left[at];
         const unsigned char rightByte = right[at];
         if ((leftByte | rightByte) >= kFirstAccented)
-            return CompareKeys(left.substr(at), right.substr(at));
+            return CompareKeys(left.substr(at), right.substr(at), accents);
         if (kWeights[leftByte] != kWeights[rightByte])
             return int(kWeights[leftByte]) - int(kWeights[rightByte]);
     }
     const std::string_view rest = left.size() > common ? left.substr(at) : right.substr(at);
     if (rest.empty())
         return 0;
-    const int order =
-        static_cast<unsigned char>(rest.front()) < kFirstAccented ? 1 : CompareKeys(rest, {});
+    const int order = static_cast<unsigned char>(rest.front()) < kFirstAccented
+                          ? 1
+                          : CompareKeys(rest, {}, accents);
     return left.size() > common ? order : -order;
 }
 
@@ -369,6 +372,20 @@ std::string LikePrefix(std::string_view pattern, char32_t escape) {
         AppendCodePoint(prefix, c);
     }
     return prefix;
+}
+
+QString WithoutAccents(const QString& text) {
+    QString bases;
+    for (const QChar c : text.normalized(QString::NormalizationForm_D))
+        if (c.category() != QChar::Mark_NonSpacing)
+            bases += c;
+    return bases.normalized(QString::NormalizationForm_C);
+}
+
+std::string WithoutAccents(std::string_view text) {
+    if (IsAscii(text))
+        return std::string(text);
+    return WithoutAccents(QString::fromUtf8(text.data(), qsizetype(text.size()))).toStdString();
 }
 
 std::string ToUpper(std::string_view text) {

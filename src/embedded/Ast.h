@@ -225,9 +225,11 @@ struct CreateTable {
     TableDefinition definition;
 };
 
-struct AddColumns {
+/// Adds columns, or gives one that is there another collation.
+struct AlterTable {
     ObjectName table;
     TableDefinition definition;
+    bool changes = false;
 };
 
 struct CreateIndex {
@@ -263,7 +265,7 @@ struct Statement {
     int line = 0;
     std::variant<Nothing, SelectPtr, Insert, Update, Delete, Assign, Block, If, While, Return,
                  Throw, Execute, BeginTransaction, CommitTransaction, Break, Continue, CreateTable,
-                 AddColumns, CreateIndex, Drop, CreateModule, UseDatabase>
+                 AlterTable, CreateIndex, Drop, CreateModule, UseDatabase>
         body;
     /// What the statement needs of SQLite, made at its first run.
     std::shared_ptr<Plan> plan;

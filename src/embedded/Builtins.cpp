@@ -69,6 +69,7 @@ Fragment Concat(const Call& call) {
         const Fragment text = call.Text(i);
         result.sql += (i > 0 ? " || " : "") + ("ifnull(" + text.sql + ", '')");
         result.fixed = result.fixed && text.fixed;
+        result.type.accentless = result.type.accentless || text.type.accentless;
         const bool wide = text.type.length == Type::Max || result.type.length == Type::Max;
         result.type.length =
             wide ? Type::Max : std::min(8000, result.type.length + text.type.length);
@@ -100,7 +101,9 @@ Fragment Substring(const Call& call) {
 }
 
 Fragment Replace(const Call& call) {
-    return CallOf("t_replace", {call.Text(0), call.Text(1), call.Text(2)}, Type::Varchar(8000));
+    Type type = TextType(call.Text(0));
+    type.length = 8000;
+    return CallOf("t_replace", {call.Text(0), call.Text(1), call.Text(2)}, type);
 }
 
 Fragment CharIndex(const Call& call) {
@@ -229,11 +232,13 @@ Fragment AggregateCall(const std::string& name, bool distinct, const std::option
     if (!value) {
         return {"count(*)", Int, false, false};
     }
-    const std::string argument = (distinct ? "DISTINCT " : "") + Collated(*value);
+    const bool extreme = name == "MIN" || name == "MAX";
+    const std::string argument =
+        (distinct ? "DISTINCT " : "") + (extreme ? Ordered(*value) : Collated(*value));
     if (name == "COUNT") {
         return {"count(" + argument + ")", Int, false, false};
     }
-    if (name == "MIN" || name == "MAX") {
+    if (extreme) {
         return {(name == "MIN" ? "min(" : "max(") + argument + ")", value->type, false, false};
     }
     const Type::Kind kind = value->type.kind;

@@ -168,6 +168,15 @@ void Catalog::Write(const Table& table, size_t position, const Column& column) {
     m_database.Step(statement.get());
 }
 
+void Catalog::ChangeColumn(const Table& table, const Column& column) {
+    const PreparedStatement statement = m_database.Prepare(
+        "UPDATE catalog_columns SET type = ?3 WHERE table_name = ?1 AND name = ?2", false);
+    Bind(statement.get(), 1, NameKey(table.name));
+    Bind(statement.get(), 2, column.name);
+    Bind(statement.get(), 3, column.type.Name());
+    m_database.Step(statement.get());
+}
+
 void Catalog::RemoveTable(const Table& table) {
     for (const char* sql : {"DELETE FROM catalog_columns WHERE table_name = ?1",
                             "DELETE FROM catalog_tables WHERE key = ?1"}) {

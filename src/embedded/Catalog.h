@@ -18,6 +18,8 @@ struct Column {
     bool identity = false;
     /// As written; empty for none.
     std::string defaultText;
+
+    bool operator==(const Column& other) const = default;
 };
 
 struct Table {
@@ -57,6 +59,7 @@ public:
 
     void AddTable(const Table& table);
     void AddColumns(const Table& table, const std::vector<Column>& columns);
+    void ChangeColumn(const Table& table, const Column& column);
     void RemoveTable(const Table& table);
     void SaveModule(const std::string& key, bool function, const ModuleText& module);
     void RemoveModule(const std::string& key, bool function);

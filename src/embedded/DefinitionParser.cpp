@@ -1,5 +1,7 @@
 #include "embedded/DefinitionParser.h"
 
+#include "embedded/Text.h"
+
 namespace embedded {
 
 CreateTable DefinitionParser::ParseCreateTable() {
@@ -37,6 +39,13 @@ void DefinitionParser::ParseColumn(TableDefinition& definition) {
     column.line = Line();
     column.name = TakeName();
     column.type = TakeType();
+    if (AcceptWord("COLLATE")) {
+        const std::string collation = TakeName();
+        if (!column.type.IsText() || NameKey(collation) != "LATIN1_GENERAL_CI_AI") {
+            throw OutsideSubset("COLLATE " + collation, column.line);
+        }
+        column.type.accentless = true;
+    }
     while (ParseColumnOption(column)) {
     }
     if (column.primaryKey) {
@@ -106,15 +115,21 @@ std::string DefinitionParser::TakeExpressionText() {
     return std::string(m_source.substr(begin, Peek().begin - begin));
 }
 
-AddColumns DefinitionParser::ParseAlterTable() {
-    AddColumns add;
+AlterTable DefinitionParser::ParseAlterTable() {
+    AlterTable alter;
     ExpectWord("TABLE");
-    add.table = TakeObjectName();
+    alter.table = TakeObjectName();
+    if (AcceptWord("ALTER")) {
+        ExpectWord("COLUMN");
+        alter.changes = true;
+        ParseColumn(alter.definition);
+        return alter;
+    }
     ExpectWord("ADD");
     do {
-        ParseColumn(add.definition);
+        ParseColumn(alter.definition);
     } while (AcceptSymbol(","));
-    return add;
+    return alter;
 }
 
 CreateIndex DefinitionParser::ParseCreateIndex() {

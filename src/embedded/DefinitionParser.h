@@ -14,7 +14,7 @@ protected:
     /// After CREATE TABLE.
     CreateTable ParseCreateTable();
     /// After ALTER.
-    AddColumns ParseAlterTable();
+    AlterTable ParseAlterTable();
     /// After CREATE.
     CreateIndex ParseCreateIndex();
     /// After DROP.

@@ -16,7 +16,7 @@ public:
         : m_database(database), m_catalog(catalog), m_functions(functions) {}
 
     void Make(const CreateTable& create, const std::string& database);
-    void Add(const AddColumns& add, const std::string& database);
+    void Change(const AlterTable& alter, const std::string& database);
     void Make(const CreateIndex& create, const std::string& database);
     void Remove(const Drop& drop, const std::string& database);
     /// `module` is what `text` says.
@@ -27,7 +27,9 @@ private:
     std::string ColumnText(const ColumnDefinition& column, const Table& table, bool keyed) const;
     std::string CheckText(const std::string& check, const std::string& name, const Table& table);
     std::string ColumnChecks(const ColumnDefinition& column, const Table& table);
-    std::string Names(const std::vector<std::string>& names, const Table& table) const;
+    void Add(const AlterTable& add, Table table);
+    void Collate(const ColumnDefinition& definition, const Table& table);
+    std::string Names(const std::vector<std::string>& names, const Table& table, bool unique) const;
     std::string FilledWith(const ColumnDefinition& column, const Table& table);
     void Changed();
 

@@ -346,7 +346,9 @@ std::string ExpressionCompiler::In(const Expression& expression, const Scope& sc
             value.type.kind == type.kind || (value.type.IsNumber() && type.IsNumber());
         return alike ? value : Converted(value, type, expression.line);
     };
-    std::string sql = "(" + Collated(meeting(values[0])) + " IN (";
+    values[0] = meeting(values[0]);
+    values[0].type.accentless = type.accentless;
+    std::string sql = "(" + Collated(values[0]) + " IN (";
     for (size_t i = 1; i < values.size(); ++i) {
         sql += (i > 1 ? ", " : "") + meeting(values[i]).sql;
     }
@@ -369,6 +371,7 @@ std::string ExpressionCompiler::InSelect(const Expression& expression, const Sco
         }
         value = Converted(value, inner, expression.line);
     }
+    value.type.accentless = value.type.accentless || inner.accentless;
     return Negated(expression, "(" + Collated(value) + " IN (" + selected.sql + "))");
 }
 
@@ -383,16 +386,20 @@ std::string ExpressionCompiler::Like(const Expression& expression, const Scope& 
     if (expression.operands.size() == 3) {
         escape = ", " + text(*expression.operands[2]).sql;
     }
-    const std::string like = "t_like(" + pattern.sql + ", " + value.sql + escape + ")";
+    const bool accentless = value.type.accentless || pattern.type.accentless;
+    const std::string like = (accentless ? "t_like_letters(" : "t_like(") + pattern.sql + ", " +
+                             value.sql + escape + ")";
     if (expression.negated) {
         return "(NOT " + like + ")";
     }
     if (!value.column || !pattern.fixed || BeginsWithWildcard(*expression.operands[1])) {
         return like;
     }
-    // The beginning of the pattern as a range: a comparison that an index can answer.
-    return "(" + value.sql + " BETWEEN t_low(" + pattern.sql + escape + ") AND t_high(" +
-           pattern.sql + escape + ") AND " + like + ")";
+    // The beginning of the pattern as a range: a comparison that an index can answer. Accents
+    // decide last there, so the range of the letters holds them all.
+    const std::string begins = accentless ? "t_letters(" + pattern.sql + ")" : pattern.sql;
+    return "(" + value.sql + " BETWEEN t_low(" + begins + escape + ") AND t_high(" + begins +
+           escape + ") AND " + like + ")";
 }
 
 }  // namespace embedded

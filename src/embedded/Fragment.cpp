@@ -193,6 +193,26 @@ Fragment ForColumn(const Fragment& value, const Type& target, const std::string&
     return CallOf("t_fit", {text, Number(target.length), {Literal(column), {}}}, target);
 }
 
+namespace {
+
+// An index stands in the order with accents, where the texts of the same letters are neighbours.
+std::string ComparedByLetters(const Fragment& left, const std::string& operation,
+                              const Fragment& right) {
+    if (operation == "=" && left.fixed && right.column) {
+        return ComparedByLetters(right, operation, left);
+    }
+    const std::string compared =
+        "(" + left.sql + " COLLATE LETTERS " + operation + " " + right.sql + ")";
+    if (operation != "=" || !left.column || !right.fixed) {
+        return compared;
+    }
+    const std::string letters = "t_letters(" + right.sql + ")";
+    return "(" + left.sql + " BETWEEN " + letters + " AND " + letters + " || char(1) AND " +
+           compared + ")";
+}
+
+}  // namespace
+
 std::string Compared(const Fragment& left, const std::string& operation, const Fragment& right,
                      int line) {
     const Type common = CommonType(left.type, right.type);
@@ -204,6 +224,9 @@ std::string Compared(const Fragment& left, const std::string& operation, const F
     };
     const Fragment first = meeting(left);
     const Fragment second = meeting(right);
+    if (common.accentless) {
+        return ComparedByLetters(first, operation, second);
+    }
     const bool collated = common.IsText() && !first.column && !second.column;
     return "(" + (collated ? first.sql + " COLLATE TEXTS" : first.sql) + " " + operation + " " +
            second.sql + ")";
@@ -220,8 +243,9 @@ Fragment Calculated(const Fragment& left, char operation, const Fragment& right,
             throw Failure(8117, "Operand data type varchar is invalid for this operator.", line);
         }
         const auto wide = left.type.length == Type::Max || right.type.length == Type::Max;
-        const int length = wide ? Type::Max : std::min(8000, left.type.length + right.type.length);
-        return {"(" + left.sql + " || " + right.sql + ")", Type::Varchar(length), false, fixed};
+        Type type = common;
+        type.length = wide ? Type::Max : std::min(8000, left.type.length + right.type.length);
+        return {"(" + left.sql + " || " + right.sql + ")", type, false, fixed};
     }
     const auto meeting = [&](const Fragment& value) {
         return value.type.IsText() ? Converted(value, common, line) : value;
@@ -244,6 +268,10 @@ Fragment Calculated(const Fragment& left, char operation, const Fragment& right,
 }
 
 std::string Collated(const Fragment& value) {
+    return value.type.accentless ? value.sql + " COLLATE LETTERS" : Ordered(value);
+}
+
+std::string Ordered(const Fragment& value) {
     return value.type.IsText() && !value.column ? value.sql + " COLLATE TEXTS" : value.sql;
 }
 

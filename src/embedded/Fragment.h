@@ -36,7 +36,9 @@ std::string Compared(const Fragment& left, const std::string& operation, const F
 /// left + - * / % right.
 Fragment Calculated(const Fragment& left, char operation, const Fragment& right, int line);
 
-/// The value with the collation of texts, for ordering and grouping.
+/// The value with the collation of texts, for grouping.
 std::string Collated(const Fragment& value);
+/// The same for ordering, where accents always count.
+std::string Ordered(const Fragment& value);
 
 }  // namespace embedded

@@ -8,9 +8,18 @@ namespace embedded {
 
 namespace {
 
+template <base::Accents accents>
 int CompareForSqlite(void*, int leftSize, const void* left, int rightSize, const void* right) {
     return base::CompareTexts(std::string_view(static_cast<const char*>(left), size_t(leftSize)),
-                              std::string_view(static_cast<const char*>(right), size_t(rightSize)));
+                              std::string_view(static_cast<const char*>(right), size_t(rightSize)),
+                              accents);
+}
+
+template <base::Accents accents>
+void RegisterCollation(sqlite3* database, const char* name) {
+    if (sqlite3_create_collation_v2(database, name, SQLITE_UTF8, nullptr,
+                                    &CompareForSqlite<accents>, nullptr) != SQLITE_OK)
+        throw std::bad_alloc();
 }
 
 void Throw(FunctionCall& call) {
@@ -46,9 +55,8 @@ void Try(FunctionCall& call) {
 }  // namespace
 
 void RegisterFunctions(sqlite3* database) {
-    if (sqlite3_create_collation_v2(database, "TEXTS", SQLITE_UTF8, nullptr, &CompareForSqlite,
-                                    nullptr) != SQLITE_OK)
-        throw std::bad_alloc();
+    RegisterCollation<base::Accents::Count>(database, "TEXTS");
+    RegisterCollation<base::Accents::Ignored>(database, "LETTERS");
     RegisterTextFunctions(database);
     RegisterNumberFunctions(database);
     RegisterDateFunctions(database);

@@ -315,8 +315,8 @@ void Interpreter::RunDefinition(Statement& statement, Frame& frame) {
     m_session.transactions.Begin();
     if (auto* table = std::get_if<CreateTable>(&statement.body)) {
         m_definitions.Make(*table, database);
-    } else if (auto* columns = std::get_if<AddColumns>(&statement.body)) {
-        m_definitions.Add(*columns, database);
+    } else if (auto* alter = std::get_if<AlterTable>(&statement.body)) {
+        m_definitions.Change(*alter, database);
     } else if (auto* index = std::get_if<CreateIndex>(&statement.body)) {
         m_definitions.Make(*index, database);
     } else if (auto* drop = std::get_if<Drop>(&statement.body)) {

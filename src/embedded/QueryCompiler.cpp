@@ -263,7 +263,7 @@ std::string QueryCompiler::OrderValue(const Expression& value, Branch& first, bo
         if (united || value.kind == Expression::Kind::Number) {
             throw Failure(104, "ORDER BY items must appear in the select list here.", value.line);
         }
-        return Collated(Value(value, first.scope));
+        return Ordered(Value(value, first.scope));
     }
     const Fragment& selected = first.values[size_t(column)];
     const bool collated = selected.type.IsText() && (united || !selected.column);

@@ -177,6 +177,16 @@ void Like(FunctionCall& call) {
     call.Return(sqlite3_int64(base::MatchesLike(call.Text(1), call.Text(0), EscapeOf(call, 2))));
 }
 
+void LikeLetters(FunctionCall& call) {
+    call.Return(
+        sqlite3_int64(base::MatchesLike(base::WithoutAccents(call.Text(1)),
+                                        base::WithoutAccents(call.Text(0)), EscapeOf(call, 2))));
+}
+
+void Letters(FunctionCall& call) {
+    call.Return(base::WithoutAccents(call.Text(0)));
+}
+
 void Low(FunctionCall& call) {
     call.Return(base::LikePrefix(call.Text(0), EscapeOf(call, 1)));
 }
@@ -226,6 +236,9 @@ void RegisterTextFunctions(sqlite3* database) {
     RegisterFunction<&CharIndex>(database, "t_charindex", 3);
     RegisterFunction<&Like>(database, "t_like", 2);
     RegisterFunction<&Like>(database, "t_like", 3);
+    RegisterFunction<&LikeLetters>(database, "t_like_letters", 2);
+    RegisterFunction<&LikeLetters>(database, "t_like_letters", 3);
+    RegisterFunction<&Letters>(database, "t_letters", 1);
     RegisterFunction<&Low>(database, "t_low", 1);
     RegisterFunction<&Low>(database, "t_low", 2);
     RegisterFunction<&High>(database, "t_high", 1);

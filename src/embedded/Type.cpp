@@ -8,6 +8,7 @@ namespace embedded {
 namespace {
 
 constexpr int MostDigits = 38;
+constexpr const char* Accentless = " COLLATE Latin1_General_CI_AI";
 
 /// A result of more than 38 digits keeps its whole part and gives up decimals, down to six.
 Type Fitted(int precision, int scale) {
@@ -50,7 +51,8 @@ std::string Type::Name() const {
         case Kind::Int:
             return "int";
         case Kind::Varchar:
-            return length == Max ? "varchar(max)" : "varchar(" + std::to_string(length) + ")";
+            return "varchar(" + (length == Max ? "max" : std::to_string(length)) + ")" +
+                   (accentless ? Accentless : "");
         case Kind::Bit:
             return "bit";
         case Kind::BigInt:
@@ -80,7 +82,9 @@ Type Type::FromName(const std::string& name) {
     }
     const char* digits = name.c_str() + name.find('(') + 1;
     if (name.compare(0, 8, "varchar(") == 0) {
-        return Varchar(*digits == 'm' ? Max : std::atoi(digits));
+        Type text = Varchar(*digits == 'm' ? Max : std::atoi(digits));
+        text.accentless = name.find(Accentless) != std::string::npos;
+        return text;
     }
     return Decimal(std::atoi(digits), std::atoi(name.c_str() + name.find(',') + 1));
 }
@@ -129,6 +133,7 @@ Type CommonType(const Type& left, const Type& right) {
     }
     Type common = left;
     common.length = std::max(left.length, right.length);
+    common.accentless = left.accentless || right.accentless;
     common.scale = std::max(left.scale, right.scale);
     if (left.kind == Type::Kind::Decimal) {
         const int whole = std::max(left.precision - left.scale, right.precision - right.scale);

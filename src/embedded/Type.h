@@ -31,6 +31,8 @@ struct Type {
     /// Digits of a decimal; of a whole-number literal its own digits, else 0.
     int precision = 0;
     int scale = 0;
+    /// Of a varchar: compared without accents, as its column was declared.
+    bool accentless = false;
 
     bool operator==(const Type& other) const = default;
     bool IsText() const { return kind == Kind::Varchar; }
@@ -41,7 +43,7 @@ struct Type {
     static Type Decimal(int precision, int scale);
     /// This number as a decimal: an int is decimal(10,0), money decimal(19,4).
     Type AsDecimal() const;
-    /// As it is declared: "varchar(20)".
+    /// As it is declared: "varchar(20)", with the collation of a column that has one.
     std::string Name() const;
     /// Reads what Name() writes.
     static Type FromName(const std::string& name);

@@ -4,7 +4,29 @@
 #include <QImage>
 #include <algorithm>
 
+#include "base/Collation.h"
+
 namespace print {
+
+namespace {
+
+/// A page's text without accents, and where each of its letters stands in the text itself.
+struct Letters {
+    QString Text;
+    std::vector<qsizetype> Places;
+
+    explicit Letters(const QString& text) {
+        for (qsizetype at = 0; at < text.size(); ++at) {
+            const QString letter =
+                text[at].unicode() < 0x80 ? text[at] : base::WithoutAccents(text.mid(at, 1));
+            Text += letter;
+            Places.insert(Places.end(), size_t(letter.size()), at);
+        }
+        Places.push_back(text.size());
+    }
+};
+
+}  // namespace
 
 QPaintDevice* MeasuringDevice() {
     static QImage device = [] {
@@ -54,14 +76,16 @@ QRectF ReportPages::PlaceOf(const PlacedText& text, qsizetype from, qsizetype le
 
 std::vector<ReportHit> ReportPages::Find(const QString& text) const {
     std::vector<ReportHit> hits;
-    if (text.isEmpty())
+    const QString wanted = base::WithoutAccents(text);
+    if (wanted.isEmpty())
         return hits;
     for (int page = 0; page < Count(); ++page) {
-        const QString all = Text(page);
-        for (qsizetype at = all.indexOf(text, 0, Qt::CaseInsensitive); at >= 0;
-             at = all.indexOf(text, at + text.size(), Qt::CaseInsensitive)) {
+        const Letters all(Text(page));
+        for (qsizetype found = all.Text.indexOf(wanted, 0, Qt::CaseInsensitive); found >= 0;
+             found = all.Text.indexOf(wanted, found + wanted.size(), Qt::CaseInsensitive)) {
             ReportHit hit{page, {}};
-            const qsizetype end = at + text.size();
+            const qsizetype at = all.Places[size_t(found)];
+            const qsizetype end = all.Places[size_t(found + wanted.size())];
             qsizetype begin = 0;
             for (const PlacedText& placed : m_pages[page].Texts) {
                 if (begin > 0 && placed.Follows != Joint::SameLine)

@@ -349,17 +349,21 @@ void tst_Functions::LowAndHigh_encloseEveryMatch() {
     int matches = 0;
     for (const QString& name : names) {
         for (const QString& pattern : patterns) {
-            const QString text =
-                QStringLiteral(
-                    "SELECT t_like('%1', '%2', '!') || ('%2' COLLATE TEXTS BETWEEN "
-                    "t_low('%1', '!') AND t_high('%1', '!'))")
-                    .arg(pattern, name);
-            const QString answer = Ask(text);
-            QVERIFY2(answer != QStringLiteral("10"), qPrintable(text));
-            matches += answer == QStringLiteral("11");
+            for (const char* letters : {"", "_letters"}) {
+                const QString begins =
+                    QStringLiteral("t%1('%2')")
+                        .arg(QLatin1String(*letters ? letters : "_ltrim"), pattern);
+                const QString text = QStringLiteral(
+                                         "SELECT t_like%1('%2', '%3', '!') || ('%3' COLLATE TEXTS "
+                                         "BETWEEN t_low(%4, '!') AND t_high(%4, '!'))")
+                                         .arg(QLatin1String(letters), pattern, name, begins);
+                const QString answer = Ask(text);
+                QVERIFY2(answer != QStringLiteral("10"), qPrintable(text));
+                matches += answer == QStringLiteral("11");
+            }
         }
     }
-    QVERIFY(matches > 20);
+    QVERIFY(matches > 50);
 }
 
 void tst_Functions::LowAndHigh_letAPrefixUseTheIndex() {

@@ -242,7 +242,7 @@ void tst_ReportPages::Paging_isQuickWithTenThousandRows() {
 }
 
 void tst_ReportPages::Find_seesWrappedAndStyledTexts() {
-    m_name = "Juan Carlos Fernandez de la Reguera y Aguilera, son of Maria";
+    m_name = "Juan Carlos Fernandez de la Reguera y Águilera, son of Maria";
     m_files->RowCount = 60;
     const auto pages = m_files->PagesOf(
         Layout(kBody + QStringLiteral("<footer><p>Name and <b>bold</b>er names</p></footer>")));
