@@ -32,3 +32,15 @@ GO
 
 CREATE INDEX ixDoctorName ON tbDoctor (LastName, FirstName)
 GO
+
+USE BILLING
+GO
+
+DROP INDEX IF EXISTS ixCashAssessmentName ON tbCashAssessment
+GO
+
+ALTER TABLE tbCashAssessment ALTER COLUMN PatientName varchar(190) COLLATE Latin1_General_CI_AI NOT NULL
+GO
+
+CREATE INDEX ixCashAssessmentName ON tbCashAssessment (PatientName)
+GO

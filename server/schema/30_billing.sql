@@ -199,7 +199,7 @@ GO
 -- Walk-in cash patients: RecordStatus N stands, R is revoked; paid once it has a receipt.
 CREATE TABLE tbCashAssessment (
     AssessID int IDENTITY(1,1) PRIMARY KEY,
-    PatientName varchar(190) NOT NULL,
+    PatientName varchar(190) COLLATE Latin1_General_CI_AI NOT NULL,
     RevenueID varchar(5) NOT NULL,
     ItemCode varchar(10) NOT NULL,
     Quantity decimal(12,2),
