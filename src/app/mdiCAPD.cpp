@@ -225,10 +225,16 @@ void mdiCAPD::NewRegistration() {
 
 void mdiCAPD::RegisterVisit() {
     QString idNum = m_patientList->IdNum();
-    const QString hospNum = m_patientList->HospNum();
-    const QString capdNum = m_patientList->CAPDNum();
+    QString hospNum = m_patientList->HospNum();
+    QString capdNum = m_patientList->CAPDNum();
+    const bool chosen = !idNum.isEmpty();
     if (!ListPatient(idNum))
         return;
+    // Who is picked from the listing's own list has no row here: the register knows the number.
+    if (!chosen) {
+        hospNum = modGlobals::gOutpatientSearch->Outpatient().HospitalNumber;
+        capdNum = frmRegistration::NumberOnFile(hospNum);
+    }
     if (capdNum.isEmpty()) {
         toolkit::MsgBox(QStringLiteral("Patient does not exist in CAPD record. Register First."),
                         BoxIcon::Information, QStringLiteral("Message"));

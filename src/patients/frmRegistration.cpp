@@ -45,6 +45,12 @@ frmRegistration::frmRegistration(QWidget* parent)
 
 frmRegistration::~frmRegistration() = default;
 
+QString frmRegistration::NumberOnFile(const QString& hospNum) {
+    db::Recordset sheet;
+    sheet.Open(ReadCommand(hospNum), modGlobals::gConnection, 2, 1, -1);
+    return sheet.Eof() ? QString() : sheet.Fields(QStringLiteral("CAPDNum")).Text();
+}
+
 void frmRegistration::SetHospNum(const QString& hospNum) {
     m_hospNum = hospNum;
     Load();

@@ -17,6 +17,9 @@ public:
     explicit frmRegistration(QWidget* parent = nullptr);
     ~frmRegistration() override;
 
+    /// The CAPD number that the register has for a patient; empty for one who is not on it.
+    static QString NumberOnFile(const QString& hospNum);
+
     const QString& HospNum() const { return m_hospNum; }
     /// Sets the patient and loads the sheet; throws base::DatabaseError when it cannot be read.
     void SetHospNum(const QString& hospNum);

@@ -33,6 +33,7 @@ private slots:
     void Toolbar_comparesKeysInAnyCase();
     void NewRegistration_beforeAnyChoiceAsksTheListing();
     void RegisterVisit_isRefusedWithoutACapdNumber();
+    void RegisterVisit_ofAPickedPatientTakesTheRegistersNumber();
     void RegisterVisit_stopsWhenThePatientIsUnknown();
     void Shortcuts_winOverTheTextBox();
     void PatientSearch_cannotBeClosedAlone();
@@ -135,13 +136,23 @@ void tst_mdiCAPD::RegisterVisit_isRefusedWithoutACapdNumber() {
              QStringLiteral("Patient does not exist in CAPD record. Register First."));
     QCOMPARE(m_boxes->Shown().back().Title, QStringLiteral("Message"));
     QCOMPARE(m_boxes->Shown().back().Icon, toolkit::BoxIcon::Information);
-    Choose(true);
     QVERIFY(!m_frame->findChild<frmCAPDVisit*>());
+    Choose(true);
     m_frame->RegisterVisit();
     const auto* visit = m_frame->findChild<frmCAPDVisit*>();
     QVERIFY(visit && visit->isModal());
     QCOMPARE(visit->IdNum(), m_frame->PatientList().IdNum());
     QCOMPARE(visit->HospNum(), m_frame->PatientList().HospNum());
+}
+
+void tst_mdiCAPD::RegisterVisit_ofAPickedPatientTakesTheRegistersNumber() {
+    m_fakes->Patients->Patient.HospitalNumber = QStringLiteral("200005");
+    m_frame->RegisterVisit();
+    const auto* visit = m_frame->findChild<frmCAPDVisit*>();
+    QVERIFY(visit);
+    QCOMPARE(visit->HospNum(), QStringLiteral("200005"));
+    QCOMPARE(visit->findChild<QLineEdit*>(QStringLiteral("txtCAPDNum"))->text(),
+             QStringLiteral("1001"));
 }
 
 void tst_mdiCAPD::RegisterVisit_stopsWhenThePatientIsUnknown() {
