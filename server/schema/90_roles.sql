@@ -30,6 +30,7 @@ GRANT EXECUTE ON sp_CAPD_SaveRequest TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchAdmissions TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchCurrent TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchPatientData TO capd_user
+GRANT EXECUTE ON sp_CAPD_SheetChange TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchRegister TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchRevenue TO capd_user
 GRANT EXECUTE ON sp_CAPD_SearchVisits TO capd_user

@@ -1,5 +1,6 @@
 #include "patients/frmRegistration.h"
 
+#include "base/Dates.h"
 #include "db/CommandText.h"
 #include "deploy/ColumnLengths.h"
 #include "session/Saved.h"
@@ -15,12 +16,17 @@ QString ReadCommand(const QString& hospNum) {
     return db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_SearchPatientData"), {hospNum});
 }
 
+QString ChangeCommand(const QString& hospNum) {
+    return db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_SheetChange"), {hospNum});
+}
+
 QString SaveCommand(const QStringList& arguments) {
     return db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_RegisterPatient"), arguments);
 }
 
 constexpr int kArguments = 29;
 const QString kTable = QStringLiteral("tbCAPDPatient");
+const QString kChangedAt = QStringLiteral("ChangedAt");
 const QString kNumberCaption = QStringLiteral("CAPD No. : ");
 
 }  // namespace
@@ -74,6 +80,7 @@ void frmRegistration::Load() {
         ui->txtNextKin->setText(text(u"nextKin"));
         ui->txtStatus->setText(text(u"Status"));
         ui->pdFields->Load(sheet);
+        m_changedAt = sheet.Fields(kChangedAt).Value().Moment();
         m_numberOnFile = text(u"CAPDNum");
         ui->lblCAPDNum->setText(
             kNumberCaption + (m_numberOnFile.isEmpty() ? QStringLiteral("(NEW)") : m_numberOnFile));
@@ -127,10 +134,42 @@ QStringList frmRegistration::Arguments() const {
     return arguments;
 }
 
+// The question is asked outside of the transaction: nobody else waits for its answer.
+std::shared_ptr<db::Recordset> frmRegistration::Save() {
+    for (;;) {
+        QDateTime changedAt;
+        QString changedBy;
+        {
+            db::Transaction transaction(*modGlobals::gConnection);
+            const auto change =
+                modGlobals::gConnection->Execute(ChangeCommand(ui->txtHospNum->text()));
+            if (!change->Eof()) {
+                changedAt = change->Fields(kChangedAt).Value().Moment();
+                changedBy = change->Fields(QStringLiteral("ChangedBy")).Text();
+            }
+            if (changedAt == m_changedAt) {
+                auto registered = modGlobals::gConnection->Execute(SaveCommand(Arguments()));
+                transaction.Commit();
+                return registered;
+            }
+        }
+        if (toolkit::MsgBox(
+                QStringLiteral("%1 saved this patient's sheet at %2, after it was opened here.\n\n"
+                               "Save this one over it? What was changed there is lost then.")
+                    .arg(changedBy, base::DateTimeText(changedAt)),
+                toolkit::BoxIcon::Exclamation, QStringLiteral("Message"),
+                toolkit::BoxButtons::YesNo) != toolkit::BoxAnswer::Yes)
+            return nullptr;
+        m_changedAt = changedAt;
+    }
+}
+
 void frmRegistration::cmdSave_Click() {
     if (!ui->pdFields->DatesAreReadable())
         return;
-    const auto registered = modGlobals::gConnection->Execute(SaveCommand(Arguments()));
+    const auto registered = Save();
+    if (!registered)
+        return;
     // What is saved is saved once, whatever key was pressed meanwhile.
     ui->cmdSave->setEnabled(false);
     const QString patient =

@@ -1,9 +1,14 @@
 #pragma once
 
+#include <QDateTime>
 #include <QDialog>
 #include <memory>
 
 #include "components/PatientLister.h"
+
+namespace db {
+class Recordset;
+}
 
 namespace Ui {
 class frmRegistration;
@@ -30,9 +35,13 @@ public:
 private:
     void Load();
     void cmdSave_Click();
+    /// The saved row; null where another's change was not to be overwritten, and nothing is saved.
+    std::shared_ptr<db::Recordset> Save();
     QStringList Arguments() const;
 
     std::unique_ptr<Ui::frmRegistration> ui;
     QString m_hospNum;
     QString m_numberOnFile;
+    /// Of the sheet as it was loaded, or as the user chose to overwrite it; invalid for a new one.
+    QDateTime m_changedAt;
 };

@@ -36,6 +36,7 @@ const QStringList kCommands{
     QStringLiteral("CLINICAL_AREA..sp_CAPD_AddToRegister '{H}','4601'"),
     QStringLiteral("CLINICAL_AREA..sp_CAPD_SearchRevenue '{#2}','{R}'"),
     QStringLiteral("CLINICAL_AREA..sp_CAPD_SearchPatientData '{H}'"),
+    QStringLiteral("CLINICAL_AREA..sp_CAPD_SheetChange '{H}'"),
     QStringLiteral("CLINICAL_AREA..sp_CAPD_GetVisits '{H}'"),
     QStringLiteral("CLINICAL_AREA..Nurse_CheckRequest '{O}','X'"),
     QStringLiteral("CLINICAL_AREA..Nurse_GetHrt '{O}'"),

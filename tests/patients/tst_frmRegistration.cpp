@@ -6,7 +6,7 @@
 #include "CommandLog.h"
 #include "FakeComponents.h"
 #include "TestHospital.h"
-#include "db/Recordset.h"
+#include "db/CommandText.h"
 #include "patients/frmRegistration.h"
 #include "session/Saved.h"
 #include "session/modGlobals.h"
@@ -25,6 +25,7 @@ private slots:
     void Enter_goesAlongTheSheetToTheSaveButton();
     void Fields_takeWhatTheirColumnsHold();
     void ImpossibleDate_isNotSaved();
+    void Save_overAnotherNursesAsksFirst();
     void FailedSave_keepsTheSheet();
 
 private:
@@ -83,7 +84,7 @@ void tst_frmRegistration::Save_ofANewPatientSendsTheSheetAndReopensIt() {
         Find<QPushButton>("cmdSave")->click();
         Saved::SetHook({});
         Find<QPushButton>("cmdSave")->click();
-        QCOMPARE(log.Sent,
+        QCOMPARE(log.Sent.filter(QStringLiteral("RegisterPatient")),
                  QStringList{QStringLiteral(
                      "CLINICAL_AREA..sp_CAPD_RegisterPatient '200001','A1B','','CIPD-C','','',"
                      "' it''s ñ ','','','  CIPD-C','  Silastic ','','','','','','2/9/2026','','',"
@@ -99,6 +100,13 @@ void tst_frmRegistration::Save_ofANewPatientSendsTheSheetAndReopensIt() {
     QCOMPARE(Find<toolkit::MemoEdit>("txtComments")->toPlainText(), QStringLiteral("one\ntwo"));
     QVERIFY(Find<QRadioButton>("optPurpose1")->isChecked());
     QVERIFY(!Find<QRadioButton>("optChronicPD1")->isChecked());
+
+    Find<QRadioButton>("optPurpose1")->setFocus();
+    QTest::keyClick(Find<QRadioButton>("optPurpose1"), Qt::Key_Delete);
+    m_boxes->Answer(toolkit::BoxAnswer::Ok);
+    Find<QPushButton>("cmdSave")->click();
+    m_sheet = Open(QStringLiteral("200001"));
+    QVERIFY(!Find<QRadioButton>("optPurpose1")->isChecked());
 }
 
 void tst_frmRegistration::Enter_goesAlongTheSheetToTheSaveButton() {
@@ -158,6 +166,30 @@ void tst_frmRegistration::ImpossibleDate_isNotSaved() {
     Find<QPushButton>("cmdSave")->click();
     QCOMPARE(log.Sent, QStringList());
     QVERIFY(m_boxes->Shown().back().Text.contains(QStringLiteral("2/30/2026")));
+}
+
+// Of a patient on the register, and of one who is new to both nurses.
+void tst_frmRegistration::Save_overAnotherNursesAsksFirst() {
+    for (const auto& hospNum : {QStringLiteral("200005"), QStringLiteral("200001")}) {
+        m_sheet = Open(hospNum);
+        Find<QLineEdit>("txtDiet")->setText(QStringLiteral("low salt"));
+        QStringList others(29, QString());
+        others[0] = hospNum;
+        others[26] = QStringLiteral("4602");
+        others[28] = QStringLiteral("N");
+        modGlobals::gConnection->Execute(
+            db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_RegisterPatient"), others));
+        m_boxes->Answer(toolkit::BoxAnswer::No);
+        const CommandLog log;
+        Find<QPushButton>("cmdSave")->click();
+        QVERIFY(m_boxes->Shown().back().Text.startsWith(QStringLiteral("Rory O'Hara saved")));
+        QVERIFY(m_sheet->isVisible() && Text("txtDiet") == QStringLiteral("low salt"));
+        QCOMPARE(log.Sent.filter(QStringLiteral("RegisterPatient")).size(), 0);
+        m_boxes->Answer(toolkit::BoxAnswer::Yes);
+        m_boxes->Answer(toolkit::BoxAnswer::Ok);
+        Find<QPushButton>("cmdSave")->click();
+        QCOMPARE(m_sheet->result(), int(QDialog::Accepted));
+    }
 }
 
 void tst_frmRegistration::FailedSave_keepsTheSheet() {

@@ -1,9 +1,9 @@
 -- Registers a patient on the unit's register or changes the sheet; without @WithPeritonitis logs
 -- today's visit instead and leaves the sheet alone (sp_CAPD_LogVisit). An empty @CAPDNum takes the
--- patient's own number, else the next free one. Empty texts of @TypeOfPD, @ChronicPD, @Catheter and
--- @Purpose leave what is stored, every other empty one clears it. Dates are M/d/yyyy. Refuses a
--- patient who is not on file (50201) and a number that is not the patient's (50202). Returns the
--- CAPDNum of the sheet; of a visit no row.
+-- patient's own number, else the next free one. Empty texts of @TypeOfPD, @ChronicPD and @Catheter
+-- leave what is stored, every other empty one clears it. Dates are M/d/yyyy. Refuses a patient who
+-- is not on file (50201) and a number that is not the patient's (50202). Returns the CAPDNum of the
+-- sheet; of a visit no row.
 USE CLINICAL_AREA
 GO
 
@@ -83,7 +83,7 @@ BEGIN
     SET TypeOfPD = ISNULL(NULLIF(@TypeOfPD, ''), TypeOfPD),
         ChronicPD = ISNULL(NULLIF(@ChronicPD, ''), ChronicPD),
         Catheter = ISNULL(NULLIF(@Catheter, ''), Catheter),
-        Purpose = ISNULL(NULLIF(@Purpose, ''), Purpose),
+        Purpose = NULLIF(@Purpose, ''),
         NextKin = NULLIF(@NextKin, ''),
         Status = NULLIF(@Status, ''),
         Diagnosis = NULLIF(@Diagnosis, ''),

@@ -1,5 +1,6 @@
 -- The information sheet of a registered patient, with the particulars it shows beside; no row for
--- a patient who is not on the register. @HospNum: hospital number. Age is in years, today.
+-- a patient who is not on the register. @HospNum: hospital number. Age is in years, today;
+-- ChangedAt is the moment of the last save.
 USE CLINICAL_AREA
 GO
 
@@ -23,7 +24,7 @@ BEGIN
         c.DialysisShiftDate AS dialysisshiftdate, c.BloodType AS bloodtype, c.HBsAg AS hbsag,
         c.Dialysis AS dialysis, c.ShiftReason AS shiftreason, c.ShiftBackDate AS shiftbackdate,
         c.TransplantDate AS transplantdate, c.RejectionDate AS rejectiondate, c.Remarks,
-        c.Purpose, c.WithPeritonitis
+        c.Purpose, c.WithPeritonitis, ISNULL(c.UpdatedAt, c.RegisteredAt) AS ChangedAt
     FROM CLINICAL_AREA..tbCAPDPatient c
     INNER JOIN PATIENT_DATA..tbMaster m ON m.HospNum = c.HospNum
     WHERE c.HospNum = LTRIM(RTRIM(@HospNum));
