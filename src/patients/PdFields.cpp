@@ -3,6 +3,7 @@
 #include <QButtonGroup>
 #include <array>
 
+#include "base/Clock.h"
 #include "base/Dates.h"
 #include "deploy/ColumnLengths.h"
 #include "toolkit/MsgBox.h"
@@ -37,6 +38,15 @@ constexpr std::array<Field<toolkit::DateEdit>, 6> kDates{{
     {&Ui::PdFields::dtTransplant, u"TransplantDate", 23},
     {&Ui::PdFields::dtRejected, u"RejectionDate", 24},
 }};
+/// What comes second cannot have been before what comes first.
+struct Order {
+    toolkit::DateEdit* Ui::PdFields::*First;
+    toolkit::DateEdit* Ui::PdFields::*Second;
+};
+constexpr std::array<Order, 2> kOrders{{
+    {&Ui::PdFields::dtShifted, &Ui::PdFields::dtShiftedBack},
+    {&Ui::PdFields::dtTransplant, &Ui::PdFields::dtRejected},
+}};
 constexpr int kChronicPDArgument = 10, kCatheterArgument = 11, kRemarksArgument = 25;
 const QString kRemarks = QStringLiteral("Remarks");
 
@@ -53,6 +63,8 @@ QString Caption(const QButtonGroup& group) {
 
 PdFields::PdFields(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::PdFields>()) {
     ui->setupUi(this);
+    for (const auto& field : kDates)
+        ((*ui).*field.Control)->SetForPast();
 }
 
 PdFields::~PdFields() = default;
@@ -100,7 +112,24 @@ void PdFields::PutInto(QStringList& arguments) const {
     arguments[kRemarksArgument - 1] = ui->txtComments->toPlainText();
 }
 
-bool PdFields::DatesAreReadable() {
+bool PdFields::IsEmpty() const {
+    QStringList arguments(kRemarksArgument, QString());
+    PutInto(arguments);
+    return arguments.join(QString()).trimmed().isEmpty() && Purpose().isEmpty();
+}
+
+bool PdFields::AskAbout(toolkit::DateEdit& box, const QString& doubt) {
+    const bool meant =
+        toolkit::MsgBox(QStringLiteral("%1, %2, is %3.\n\nSave it all the same?")
+                            .arg(box.accessibleName(), base::ShortDate(box.date()), doubt),
+                        toolkit::BoxIcon::Exclamation, QStringLiteral("Message"),
+                        toolkit::BoxButtons::YesNo) == toolkit::BoxAnswer::Yes;
+    if (!meant)
+        box.setFocus(Qt::TabFocusReason);
+    return meant;
+}
+
+bool PdFields::DatesAreMeant() {
     for (const auto& field : kDates) {
         toolkit::DateEdit* box = (*ui).*field.Control;
         if (!box->IsUnreadable())
@@ -110,6 +139,19 @@ bool PdFields::DatesAreReadable() {
                         toolkit::BoxIcon::Information, QStringLiteral("Message"));
         box->setFocus(Qt::TabFocusReason);
         return false;
+    }
+    for (const auto& field : kDates) {
+        toolkit::DateEdit* box = (*ui).*field.Control;
+        if (box->date() > base::Clock::Today() && !AskAbout(*box, QStringLiteral("after today")))
+            return false;
+    }
+    for (const Order& order : kOrders) {
+        const toolkit::DateEdit* first = (*ui).*order.First;
+        toolkit::DateEdit* second = (*ui).*order.Second;
+        if (second->date().isValid() && second->date() < first->date() &&
+            !AskAbout(*second, QStringLiteral("before %1, %2")
+                                   .arg(first->accessibleName(), base::ShortDate(first->date()))))
+            return false;
     }
     return true;
 }

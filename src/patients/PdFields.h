@@ -9,6 +9,9 @@
 namespace Ui {
 class PdFields;
 }
+namespace toolkit {
+class DateEdit;
+}
 
 /// The peritoneal-dialysis data that the registration sheet and the visit have in common.
 class PdFields final : public QWidget {
@@ -31,12 +34,17 @@ public:
     QString Purpose() const;
     /// Puts texts, dates and types into their positions of the save call's arguments, from 7 to 25.
     void PutInto(QStringList& arguments) const;
-    /// False where a date box holds what is no date: says so and leads there.
-    bool DatesAreReadable();
+    /// False where a date box holds what is no date, or where the user does not stand by a date
+    /// after today or two dates against their order: asks, and leads there.
+    bool DatesAreMeant();
+    /// True while nothing is entered or chosen.
+    bool IsEmpty() const;
 
     /// The fields from first to last, as Enter goes through them; one option for each group.
     std::vector<QWidget*> EntryOrder() const;
 
 private:
+    bool AskAbout(toolkit::DateEdit& box, const QString& doubt);
+
     std::unique_ptr<Ui::PdFields> ui;
 };

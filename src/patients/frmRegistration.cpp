@@ -165,7 +165,7 @@ std::shared_ptr<db::Recordset> frmRegistration::Save() {
 }
 
 void frmRegistration::cmdSave_Click() {
-    if (!ui->pdFields->DatesAreReadable())
+    if (!ui->pdFields->DatesAreMeant())
         return;
     const auto registered = Save();
     if (!registered)

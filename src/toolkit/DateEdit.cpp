@@ -16,10 +16,13 @@ namespace toolkit {
 namespace {
 
 // Servers know no date before this year.
-constexpr int kFirstYear = 1753;
+constexpr int kFirstYear = 1753, kLastYear = 9999;
+constexpr int kCentury = 2000;
 constexpr int kLongest = 10;
 
-QDate Read(const QString& text) {
+}  // namespace
+
+QDate DateEdit::Read(const QString& text) const {
     static const QRegularExpression divided(
         QStringLiteral("^(\\d{1,2})[/. -](\\d{1,2})[/. -](\\d{4}|\\d{2})$"));
     static const QRegularExpression digits(QStringLiteral("^(\\d{2})(\\d{2})(\\d{4}|\\d{2})$"));
@@ -28,13 +31,13 @@ QDate Read(const QString& text) {
         match = digits.match(text);
     if (!match.hasMatch())
         return {};
-    const QString year = match.captured(3);
-    const QDate date(year.toInt() + (year.size() == 2 ? 2000 : 0), match.captured(1).toInt(),
-                     match.captured(2).toInt());
+    const bool isShort = match.capturedLength(3) == 2;
+    const QDate date(match.captured(3).toInt() + (isShort ? kCentury : 0),
+                     match.captured(1).toInt(), match.captured(2).toInt());
+    if (isShort && m_forPast && date > base::Clock::Today())
+        return date.addYears(-100);
     return date.year() < kFirstYear ? QDate() : date;
 }
-
-}  // namespace
 
 DateEdit::DateEdit(QWidget* parent) : QLineEdit(parent) {
     static const QRegularExpression typed(QStringLiteral("[0-9/. -]*"));
@@ -99,7 +102,11 @@ void DateEdit::Step(int by) {
     const int caret = hasSelectedText() ? selectionStart() : cursorPosition();
     const qsizetype part = text().left(caret).count(u'/');
     WriteOut();
-    setDate(part == 0 ? from.addMonths(by) : part == 1 ? from.addDays(by) : from.addYears(by));
+    const QDate to = part == 0   ? from.addMonths(by)
+                     : part == 1 ? from.addDays(by)
+                                 : from.addYears(by);
+    if (to.year() >= kFirstYear && to.year() <= kLastYear)
+        setDate(to);
     const qsizetype start = part == 0 ? 0 : text().section(u'/', 0, part - 1).size() + 1;
     setSelection(int(start), int(text().section(u'/', part, part).size()));
 }

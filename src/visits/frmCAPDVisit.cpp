@@ -91,10 +91,15 @@ void frmCAPDVisit::RefuseSecondVisit() {
 }
 
 void frmCAPDVisit::cmdSave_Click() {
-    if (!ui->pdFields->DatesAreReadable())
+    if (!ui->pdFields->DatesAreMeant())
         return;
     if (HasVisitToday())
         return RefuseSecondVisit();
+    if (ui->pdFields->IsEmpty() &&
+        toolkit::MsgBox(QStringLiteral("This visit has no readings.\n\nSave it all the same?"),
+                        toolkit::BoxIcon::Exclamation, QStringLiteral("Message"),
+                        toolkit::BoxButtons::YesNo) != toolkit::BoxAnswer::Yes)
+        return;
     try {
         modGlobals::gConnection->Execute(SaveCommand(Arguments()));
     } catch (const base::DatabaseError& error) {

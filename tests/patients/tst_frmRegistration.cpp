@@ -24,7 +24,7 @@ private slots:
     void Save_ofANewPatientSendsTheSheetAndReopensIt();
     void Enter_goesAlongTheSheetToTheSaveButton();
     void Fields_takeWhatTheirColumnsHold();
-    void ImpossibleDate_isNotSaved();
+    void DoubtfulDate_isNotSavedUnasked();
     void Save_overAnotherNursesAsksFirst();
     void FailedSave_keepsTheSheet();
 
@@ -158,7 +158,7 @@ void tst_frmRegistration::Fields_takeWhatTheirColumnsHold() {
     QCOMPARE(Find<toolkit::MemoEdit>("txtComments")->toPlainText().size(), 2000);
 }
 
-void tst_frmRegistration::ImpossibleDate_isNotSaved() {
+void tst_frmRegistration::DoubtfulDate_isNotSavedUnasked() {
     m_sheet = Open(QStringLiteral("200001"));
     Find<toolkit::DateEdit>("dtRejected")->setText(QStringLiteral("2/30/2026"));
     m_boxes->Answer(toolkit::BoxAnswer::Ok);
@@ -166,6 +166,19 @@ void tst_frmRegistration::ImpossibleDate_isNotSaved() {
     Find<QPushButton>("cmdSave")->click();
     QCOMPARE(log.Sent, QStringList());
     QVERIFY(m_boxes->Shown().back().Text.contains(QStringLiteral("2/30/2026")));
+    // A day to come, and a rejection before the transplant, are asked about.
+    const QString doubtful[][2] = {
+        {QStringLiteral("11/22/9999"), QStringLiteral("after today")},
+        {QStringLiteral("5/3/98"), QStringLiteral("5/3/1998, is before")}};
+    Find<toolkit::DateEdit>("dtTransplant")->setText(QStringLiteral("6/1/98"));
+    for (const auto& [typed, doubt] : doubtful) {
+        Find<toolkit::DateEdit>("dtRejected")->setText(typed);
+        m_boxes->Answer(toolkit::BoxAnswer::No);
+        Find<QPushButton>("cmdSave")->click();
+        QCOMPARE(log.Sent, QStringList());
+        QVERIFY2(m_boxes->Shown().back().Text.contains(doubt),
+                 qPrintable(m_boxes->Shown().back().Text));
+    }
 }
 
 // Of a patient on the register, and of one who is new to both nurses.

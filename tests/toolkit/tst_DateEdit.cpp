@@ -2,6 +2,8 @@
 
 #include <QtTest>
 
+#include "base/Clock.h"
+
 class tst_DateEdit : public QObject {
     Q_OBJECT
 private slots:
@@ -45,6 +47,14 @@ void tst_DateEdit::Typing_readsTheDateAsItIsWritten() {
     QTEST(box.date(), "date");
     QTEST(box.text(), "shown");
     QCOMPARE(box.IsUnreadable(), !box.date().isValid());
+    // What has happened was not in a year to come.
+    base::Clock::Replace([] { return QDateTime(QDate(2026, 11, 23), QTime(8, 0)); });
+    box.SetForPast();
+    box.setText(QStringLiteral("11/24/26"));
+    QCOMPARE(box.date(), QDate(1926, 11, 24));
+    box.setText(QStringLiteral("112326"));
+    QCOMPARE(box.date(), QDate(2026, 11, 23));
+    base::Clock::Replace({});
 }
 
 void tst_DateEdit::Emptied_isNoDateAgain() {
@@ -65,6 +75,10 @@ void tst_DateEdit::Arrows_stepThePartAtTheCaret() {
     box.end(false);
     QTest::keyClick(&box, Qt::Key_Down);
     QCOMPARE(box.text(), QStringLiteral("2/28/2025"));
+    box.setText(QStringLiteral("12/31/9999"));
+    box.end(false);
+    QTest::keyClick(&box, Qt::Key_Up);
+    QCOMPARE(box.text(), QStringLiteral("12/31/9999"));
 }
 
 QTEST_MAIN(tst_DateEdit)

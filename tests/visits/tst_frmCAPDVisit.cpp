@@ -97,6 +97,10 @@ void tst_frmCAPDVisit::Log(const QString& idNum) const {
 
 void tst_frmCAPDVisit::Save_onceADayAlsoAcrossMidnight() {
     const int before = Visits();
+    m_boxes->Answer(toolkit::BoxAnswer::No);
+    Find<QPushButton>("cmdSave")->click();
+    QVERIFY(m_boxes->Shown().back().Text.contains(QStringLiteral("no readings")));
+    QCOMPARE(Visits(), before);
     Find<QLineEdit>("txtWeight")->setText(QStringLiteral("55.5"));
     Find<QRadioButton>("optCatheter2")->setChecked(true);
     m_boxes->Answer(toolkit::BoxAnswer::Ok);

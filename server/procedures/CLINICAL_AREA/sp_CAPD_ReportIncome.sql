@@ -24,7 +24,9 @@ BEGIN
     BEGIN
         THROW 50102, 'The report needs a start and an end date.', 1;
     END
-    SET @To = DATEADD(day, 1, @To);
+    -- There is no day behind the last one.
+    IF @To < '12/31/9999'
+        SET @To = DATEADD(day, 1, @To);
 
     SELECT CONVERT(datetime, CONVERT(varchar(10), b.TransDate, 101), 101) AS ChargeDay,
         b.RevenueID AS RevenueID, MAX(r.Revenue) AS Revenue, 'Charged' AS Kind, COUNT(*) AS Lines,

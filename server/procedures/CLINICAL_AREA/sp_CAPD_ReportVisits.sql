@@ -24,7 +24,9 @@ BEGIN
     BEGIN
         THROW 50102, 'The report needs a start and an end date.', 1;
     END
-    SET @To = DATEADD(day, 1, @To);
+    -- There is no day behind the last one.
+    IF @To < '12/31/9999'
+        SET @To = DATEADD(day, 1, @To);
 
     SELECT l.TransDate, l.IdNum, l.CAPDNum, l.HospNum, m.LastName, m.FirstName, m.MiddleName,
         PATIENT_DATA.dbo.fn_GetAge(m.BirthDate, l.TransDate) AS Age, m.Sex,
