@@ -65,18 +65,23 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
     m_lblChosenPatient->setTextFormat(Qt::PlainText);
     statusBar()->addPermanentWidget(m_lblChosenPatient);
     // Real patients charted by mistake in the demo hospital would be missed too late.
-    if (modGlobals::gCurrentUser->ServerName() == components::kPracticeData) {
-        auto* practice = new QLabel(QStringLiteral("PRACTICE DATA"), this);
-        practice->setObjectName(QStringLiteral("lblPractice"));
-        practice->setStyleSheet(QStringLiteral("color: #a40000; font-weight: bold;"));
-        practice->setContentsMargins(0, 0, 24, 0);
-        statusBar()->insertPermanentWidget(0, practice);
-    }
+    if (modGlobals::gCurrentUser->ServerName() == components::kPracticeData)
+        AddWarning(QStringLiteral("lblPractice"), QStringLiteral("PRACTICE DATA"));
+    if (modGlobals::gCurrentUser->SQLConnection()->IsReadOnly())
+        AddWarning(QStringLiteral("lblReadOnly"), QStringLiteral("READ ONLY"));
     connect(new QShortcut(Qt::CTRL | Qt::Key_F6, this), &QShortcut::activated, this,
             &mdiCAPD::SwitchChild);
     qApp->installEventFilter(this);
     db::Connection::SetWaitHook([this](bool waiting) { ShowWaiting(waiting); });
     Saved::SetHook([this](const QString& sentence) { statusBar()->showMessage(sentence); });
+}
+
+void mdiCAPD::AddWarning(const QString& name, const QString& text) {
+    auto* warning = new QLabel(text, this);
+    warning->setObjectName(name);
+    warning->setStyleSheet(QStringLiteral("color: #a40000; font-weight: bold;"));
+    warning->setContentsMargins(0, 0, 24, 0);
+    statusBar()->insertPermanentWidget(0, warning);
 }
 
 // The children go last and still send events: nothing of this frame may listen to them any more.

@@ -54,6 +54,8 @@ private:
     /// Between the patient list and the open hub.
     void SwitchChild();
     void FocusPatientList();
+    /// A word in red in the status bar, for as long as the program runs.
+    void AddWarning(const QString& name, const QString& text);
     void AddToolButton(const QString& key, const QAction* twin, const QIcon& icon);
     bool IsMenuShortcut(const QKeySequence& keys) const;
     /// False, told in the status bar, where the number is unknown or nobody was picked.

@@ -113,6 +113,10 @@ void Connection::SetDefaultDatabase(const QString& name) {
     m_impl->DefaultDatabase = name;
 }
 
+bool Connection::IsReadOnly() const {
+    return m_impl->Engine->IsReadOnly();
+}
+
 int Connection::CursorLocation() const {
     return m_impl->CursorLocation;
 }

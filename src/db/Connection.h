@@ -31,6 +31,8 @@ public:
     const QString& ConnectionString() const;
     const QString& DefaultDatabase() const;
     void SetDefaultDatabase(const QString& name);
+    /// True where every write is refused, as of a hospital file without write permission.
+    bool IsReadOnly() const;
     /// 3 is a client-side snapshot, which every recordset here is.
     int CursorLocation() const;
     void SetCursorLocation(int location);

@@ -25,6 +25,8 @@ public:
     virtual void RunScript(const QString& name, const QString& script);
     /// True where databases are made and dropped by commands, as on SQL Server.
     virtual bool HasDatabases() const { return false; }
+    /// True where every write is refused.
+    virtual bool IsReadOnly() const { return false; }
     /// Key columns of a table as named in a statement; empty where it has none.
     virtual std::vector<QString> KeyColumns(const QString& table) = 0;
 };

@@ -23,6 +23,7 @@ public:
     void RunScript(const QString& name, const QString& script) override {
         m_server.RunScript(name, script);
     }
+    bool IsReadOnly() const override { return m_server.IsReadOnly(); }
     std::vector<QString> KeyColumns(const QString& table) override;
 
 private:

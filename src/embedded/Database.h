@@ -44,6 +44,7 @@ public:
     void RefuseCommitsWhenLost();
     /// Changes whenever another session has written to the file; costs nothing.
     unsigned DataVersion() const;
+    bool IsReadOnly() const { return sqlite3_db_readonly(m_handle, "main") == 1; }
     /// What went wrong last.
     Failure LastFailure() const;
 

@@ -40,6 +40,7 @@ public:
     std::vector<QString> KeyColumns(const QString& table, const QString& defaultDatabase);
 
     SessionState& Session() { return m_session; }
+    bool IsReadOnly() const { return m_database->IsReadOnly(); }
     /// Undoes everything, and forgets what was made in it.
     void UndoAll();
 
@@ -255,6 +256,10 @@ int Server::TransactionDepth() const {
 
 void Server::SetWaitHook(std::function<void(bool waiting)> hook) {
     Database::SetWaitHook(std::move(hook));
+}
+
+bool Server::IsReadOnly() const {
+    return m_impl->IsReadOnly();
 }
 
 std::vector<QString> Server::KeyColumns(const QString& table, const QString& defaultDatabase) {

@@ -46,6 +46,9 @@ public:
     /// Open transactions, the procedures' own included (@@TRANCOUNT).
     int TransactionDepth() const;
 
+    /// True for a file that can only be looked at.
+    bool IsReadOnly() const;
+
     /// Key columns of a table given as `DATABASE..table` (or unqualified), in key order; empty
     /// where the table has no key. Throws base::DatabaseError 208 for an unknown table.
     std::vector<QString> KeyColumns(const QString& table, const QString& defaultDatabase);

@@ -10,7 +10,9 @@
 #include <QTest>
 #include <QTimer>
 
+#include "OrdinaryUser.h"
 #include "TestHospital.h"
+#include "base/Errors.h"
 #include "components/builtin/HospitalFiles.h"
 #include "components/builtin/clsCurrentUser.h"
 #include "toolkit/MsgBox.h"
@@ -41,6 +43,7 @@ private slots:
     void ShowMain_asksANewHospitalsFirstUser();
     void ShowMain_namesABrokenFile_data();
     void ShowMain_namesABrokenFile();
+    void ShowMain_letsAReadOnlyHospitalBeLookedAt();
     void ShowMain_neverReplacesAHospitalThatIsGone();
 
 private:
@@ -48,6 +51,8 @@ private:
     // Runs each act on the dialog that is on the screen by then.
     static void Play(std::vector<Act> acts);
     static Act Type(const QString& user, const QString& password, int source = 0);
+
+    static Act Leave(QString& said);
 
     QTemporaryDir m_settings;
     std::unique_ptr<TestHospital> m_demo;
@@ -90,6 +95,14 @@ tst_clsCurrentUser::Act tst_clsCurrentUser::Type(const QString& user, const QStr
     };
 }
 
+// Reads why the log-in is there again, and gives up.
+tst_clsCurrentUser::Act tst_clsCurrentUser::Leave(QString& said) {
+    return [&said](QDialog& dialog) {
+        said = dialog.findChild<QLabel*>(QStringLiteral("lblRefusal"))->text();
+        dialog.reject();
+    };
+}
+
 void tst_clsCurrentUser::ShowMain_logsIn() {
     Play({Type(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword)});
     m_user->ShowMain();
@@ -112,7 +125,7 @@ void tst_clsCurrentUser::ShowMain_listsTheServersAndTestsThem() {
     const auto look = [&](QDialog& dialog) {
         auto* refusal = dialog.findChild<QLabel*>(QStringLiteral("lblRefusal"));
         choose(dialog, QStringLiteral("Ward"));
-        said << dialog.findChild<QLabel*>(QStringLiteral("lblDemo"))->text();
+        said << dialog.findChild<QLabel*>(QStringLiteral("lblDemo"))->text() << refusal->text();
         choose(dialog, longName);
         said << dialog.findChild<QLabel*>(QStringLiteral("lblDemo"))->text() << refusal->text();
         QTest::keyClick(dialog.findChild<QLineEdit*>(QStringLiteral("txtPassword")), Qt::Key_X);
@@ -121,9 +134,10 @@ void tst_clsCurrentUser::ShowMain_listsTheServersAndTestsThem() {
     };
     Play({look});
     m_user->ShowMain();
-    QCOMPARE(said.value(0), QStringLiteral("The server answers and takes this user."));
-    QCOMPARE(said.value(1), QString());
-    QVERIFY(!said.value(2).isEmpty());
+    QCOMPARE(said.value(0) + said.value(2), QString());
+    QVERIFY2(said.value(1).contains(QStringLiteral("hospital is not there")),
+             qPrintable(said.value(1)));
+    QVERIFY(!said.value(3).isEmpty());
     QVERIFY(!refused);
 }
 
@@ -131,11 +145,7 @@ void tst_clsCurrentUser::ShowMain_saysWhenTheLastServerIsGone() {
     QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("capd"))
         .setValue(QStringLiteral("login/source"), QStringLiteral("Server: Gone"));
     QString said;
-    Play({[&said](QDialog& dialog) {
-        const auto* refusal = dialog.findChild<QLabel*>(QStringLiteral("lblRefusal"));
-        said = refusal->isVisible() ? refusal->text() : QString();
-        dialog.reject();
-    }});
+    Play({Leave(said)});
     m_user->ShowMain();
     QVERIFY2(said.contains(QStringLiteral("Server: Gone")), qPrintable(said));
 }
@@ -205,13 +215,27 @@ void tst_clsCurrentUser::ShowMain_namesABrokenFile() {
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(content);
     file.close();
-    Play({Type(QStringLiteral("x"), QStringLiteral("y"), 1)});
-    try {
-        m_user->ShowMain();
-        QFAIL("a broken file was opened");
-    } catch (const base::RuntimeError& error) {
-        QVERIFY2(error.Description().contains(path), error.what());
+    QString said;
+    Play({Type(QStringLiteral("x"), QStringLiteral("y"), 1), Leave(said)});
+    m_user->ShowMain();
+    QVERIFY(!m_user->Connected());
+    QVERIFY2(said.contains(path), qPrintable(said));
+}
+
+void tst_clsCurrentUser::ShowMain_letsAReadOnlyHospitalBeLookedAt() {
+    if (const auto failure = RunAsOrdinaryUser()) {
+        QCOMPARE(*failure, QString());
+        return;
     }
+    QVERIFY(QFile::setPermissions(m_demo->File(), QFile::ReadOwner));
+    Play({Type(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword)});
+    m_user->ShowMain();
+    QVERIFY(m_user->Connected() && m_user->SQLConnection()->IsReadOnly());
+    QVERIFY_THROWS_EXCEPTION(base::DatabaseError,
+                             m_user->SQLConnection()->Execute(QStringLiteral(
+                                 "CLINICAL_AREA..sp_CAPD_RegisterPatient '200001','','','','','',"
+                                 "'','','','','','','','','','','','','','','','','','','','',"
+                                 "'4601','','N'")));
 }
 
 void tst_clsCurrentUser::ShowMain_neverReplacesAHospitalThatIsGone() {
@@ -222,8 +246,10 @@ void tst_clsCurrentUser::ShowMain_neverReplacesAHospitalThatIsGone() {
     m_user->ShowMain();
     QVERIFY(QFile::exists(path));
     QVERIFY(QFile::remove(path));
-    Play({Type(QStringLiteral("x"), QStringLiteral("y"), 1)});
-    QVERIFY_THROWS_EXCEPTION(base::RuntimeError, m_user->ShowMain());
+    QString said;
+    Play({Type(QStringLiteral("x"), QStringLiteral("y"), 1), Leave(said)});
+    m_user->ShowMain();
+    QVERIFY2(said.contains(QStringLiteral("Restore it")), qPrintable(said));
     QVERIFY(!QFile::exists(path));
 }
 

@@ -89,8 +89,8 @@ void RegisterDay::RegisterAPatient() {
         Enter(QStringLiteral("Active"));
         ::Choose(0);
         Enter(QStringLiteral("Chronic kidney disease, stage 5"));
-        Enter(QStringLiteral("2/3/26"));
-        Enter(QStringLiteral("03152026"));
+        Enter(QStringLiteral("2/3/16"));
+        Enter(QStringLiteral("03152016"));
         ::Choose(3);
         ::Choose(2);
         ::Choose(2);
@@ -118,13 +118,13 @@ void RegisterDay::ChangeTheSheet() {
         Tour::Press(Qt::Key_N, Qt::ControlModifier);
         m_tour.Expect(
             Tour::Find<QLineEdit>("txtWeight")->text() == QStringLiteral("58.5") &&
-                Tour::Find<QLineEdit>("dtAcutePDStart")->text() == QStringLiteral("2/3/2026"),
+                Tour::Find<QLineEdit>("dtAcutePDStart")->text() == QStringLiteral("2/3/2016"),
             QStringLiteral("what was typed is not there"));
     });
     m_tour.Step(QStringLiteral("impossible date"), [] {
         auto* box = Tour::Find<QLineEdit>("dtAcutePDStart");
         box->setFocus(Qt::TabFocusReason);
-        Enter(QStringLiteral("2/30/2026"));
+        Enter(QStringLiteral("2/30/2016"));
         Tour::Press(Qt::Key_S, Qt::AltModifier);
     });
     m_tour.Quietly(QStringLiteral("impossible date is read"), [this] {
@@ -133,7 +133,7 @@ void RegisterDay::ChangeTheSheet() {
         Tour::Press(Qt::Key_Return);
     });
     m_tour.Quietly(QStringLiteral("date put right"), [] {
-        Enter(QStringLiteral("2/13/2026"));
+        Enter(QStringLiteral("2/13/2016"));
         Tour::Press(Qt::Key_S, Qt::AltModifier);
     });
     m_tour.Quietly(QStringLiteral("change is told"), [this] {

@@ -1,8 +1,10 @@
 #include "components/builtin/DataSource.h"
 
+#include "base/Errors.h"
 #include "components/CurrentUser.h"
 #include "components/builtin/HospitalFiles.h"
 #include "components/builtin/HospitalMaking.h"
+#include "components/builtin/UserStore.h"
 #include "db/OdbcDataSources.h"
 #include "deploy/HospitalFile.h"
 
@@ -38,7 +40,21 @@ std::shared_ptr<db::Connection> DataSource::Open(const QString& user,
         case Kind::Odbc:
             break;
     }
-    return db::Connection::Open(QStringLiteral("DSN=%1").arg(Name), user, password);
+    const auto connection =
+        db::Connection::Open(QStringLiteral("DSN=%1").arg(Name), user, password);
+    RequireHospital(*connection);
+    return connection;
+}
+
+// A server that answers and takes the user may still be another one than was meant.
+void DataSource::RequireHospital(db::Connection& connection) const {
+    try {
+        UserStore(connection).IsEmpty();
+    } catch (const base::DatabaseError& error) {
+        throw base::DatabaseError(
+            error.Number(), QStringLiteral("\"%1\" answers, but the hospital is not there: %2")
+                                .arg(Name, error.Description()));
+    }
 }
 
 std::vector<DataSource> AllDataSources() {

@@ -22,8 +22,12 @@ struct DataSource {
     bool IsEmbedded() const { return Where != Kind::Odbc; }
 
     /// Opens it; an embedded hospital file is made when it is not there yet, and brought up to
-    /// date. Throws base::RuntimeError naming the file or the data source.
+    /// date. Throws base::RuntimeError naming the file or the data source, also where a server
+    /// answers that holds no hospital.
     std::shared_ptr<db::Connection> Open(const QString& user, const QString& password) const;
+
+private:
+    void RequireHospital(db::Connection& connection) const;
 };
 
 /// Every hospital this workstation can reach.

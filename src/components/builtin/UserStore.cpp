@@ -62,7 +62,9 @@ std::optional<User> UserStore::Decide(const QString& userName,
         outcome = kWrongPassword;
     else if (user->Who.DeptCode != deptCode)
         outcome = kDepartment;
-    m_connection.Execute(db::Call(kRecord, {userName, outcome, QSysInfo::machineHostName()}));
+    // A hospital that can only be looked at keeps no record of who did.
+    if (!m_connection.IsReadOnly())
+        m_connection.Execute(db::Call(kRecord, {userName, outcome, QSysInfo::machineHostName()}));
     return outcome == kSuccess ? std::optional(user->Who) : std::nullopt;
 }
 

@@ -27,13 +27,17 @@ void clsCurrentUser::ShowMain() {
     dialog.Choose(settings.value(kSourceSetting).toString(),
                   settings.value(kUserSetting).toString());
     while (dialog.exec() == QDialog::Accepted) {
-        const QString refusal = LogIn(dialog);
-        if (refusal.isEmpty()) {
-            settings.setValue(kSourceSetting, dialog.Source().Title());
-            settings.setValue(kUserSetting, m_user.UserName);
-            return;
+        try {
+            const QString refusal = LogIn(dialog);
+            if (refusal.isEmpty()) {
+                settings.setValue(kSourceSetting, dialog.Source().Title());
+                settings.setValue(kUserSetting, m_user.UserName);
+                return;
+            }
+            dialog.AskAgain(refusal);
+        } catch (const base::RuntimeError& error) {
+            dialog.Tell(error.Description());
         }
-        dialog.AskAgain(refusal);
     }
 }
 

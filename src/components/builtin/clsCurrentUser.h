@@ -15,8 +15,7 @@ public:
     static inline const QString kDemoPassword = QStringLiteral("practice");
 
     void SetPasswordDeptCode(const QString& code) override { m_deptCode = code; }
-    /// Asks until somebody got in or gave up. Throws base::RuntimeError where the hospital chosen
-    /// cannot be opened.
+    /// Asks until somebody got in or gave up; says why a hospital could not be opened.
     void ShowMain() override;
     bool Connected() const override { return m_connection != nullptr; }
     std::shared_ptr<db::Connection> SQLConnection() const override { return m_connection; }
@@ -25,7 +24,8 @@ public:
     QString ServerName() const override { return m_serverName; }
 
 private:
-    /// Why nobody got in; empty when somebody did.
+    /// Why nobody got in; empty when somebody did. Throws base::RuntimeError where the hospital
+    /// cannot be opened.
     QString LogIn(const frmLogin& asked);
     bool AskFirstUser(UserStore& users, QString& userName, QString& password) const;
 

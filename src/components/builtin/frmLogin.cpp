@@ -33,10 +33,8 @@ void frmLogin::Choose(const QString& sourceTitle, const QString& userName) {
         ui->cboSource->setCurrentIndex(index);
     } else if (!sourceTitle.isEmpty()) {
         // Another hospital must not stand there unsaid in its place.
-        ui->lblRefusal->setText(
-            QStringLiteral("\"%1\", chosen last time, is not set up on this workstation any more.")
-                .arg(sourceTitle));
-        ui->lblRefusal->show();
+        Tell(QStringLiteral("\"%1\", chosen last time, is not set up on this workstation any more.")
+                 .arg(sourceTitle));
     }
     ui->txtUser->setText(userName);
 }
@@ -54,14 +52,20 @@ QString frmLogin::Password() const {
 }
 
 void frmLogin::AskAgain(const QString& why) {
+    Tell(why);
+    ui->txtPassword->clear();
+}
+
+void frmLogin::Tell(const QString& why) {
     ui->lblRefusal->setText(why);
     ui->lblRefusal->show();
-    ui->txtPassword->clear();
 }
 
 void frmLogin::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    (ui->txtUser->text().isEmpty() ? ui->txtUser : ui->txtPassword)->setFocus();
+    QLineEdit* first = ui->txtUser->text().isEmpty() ? ui->txtUser : ui->txtPassword;
+    first->selectAll();
+    first->setFocus();
 }
 
 void frmLogin::cmdTest_Click() {
@@ -70,10 +74,10 @@ void frmLogin::cmdTest_Click() {
     const toolkit::Busy busy;
     try {
         Source().Open(UserName(), Password());
-        ui->lblDemo->setText(QStringLiteral("The server answers and takes this user."));
+        ui->lblDemo->setText(
+            QStringLiteral("The server answers, takes this user and holds the hospital."));
     } catch (const base::DatabaseError& error) {
-        ui->lblRefusal->setText(error.Description());
-        ui->lblRefusal->show();
+        Tell(error.Description());
     }
 }
 

@@ -25,6 +25,8 @@ public:
 
     /// Asks again after a refusal: says so, with the password emptied.
     void AskAgain(const QString& why);
+    /// Says why the hospital could not be opened; what was typed stays.
+    void Tell(const QString& why);
 
 protected:
     void showEvent(QShowEvent* event) override;
