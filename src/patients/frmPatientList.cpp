@@ -6,6 +6,7 @@
 #include "db/CommandText.h"
 #include "session/modGlobals.h"
 #include "toolkit/Busy.h"
+#include "toolkit/Keys.h"
 #include "toolkit/ListView.h"
 #include "toolkit/MsgBox.h"
 #include "toolkit/UpperCase.h"
@@ -39,8 +40,9 @@ const std::vector<toolkit::ListColumn>& Columns() {
 
 const QString kHintNobody =
     QStringLiteral("Nobody was found. Type a number or a last name, then press Enter.");
-const QString kHintToOpen =
-    QStringLiteral("Enter or double click opens the patient.  A star marks a CAPD patient.");
+const QString kHintToOpen = QStringLiteral(
+    "Enter or double click opens the patient.  A star marks a CAPD patient.  "
+    "Letters and digits search anew, Ctrl+1 to Ctrl+9 sort by a column.");
 
 }  // namespace
 
@@ -68,7 +70,9 @@ void frmPatientList::SetUpFields() {
     for (QAbstractButton* option : ui->OptPatientType->buttons())
         leadTab(option, option->isChecked());
     connect(ui->OptPatientType, &QButtonGroup::buttonToggled, this, leadTab);
-    for (QLineEdit* field : {ui->txtIdNum, ui->txtHospNum, ui->txtLastName}) {
+    connect(ui->OptPatientType, &QButtonGroup::buttonToggled, this,
+            &frmPatientList::OptPatientType_Click);
+    for (QLineEdit* field : Fields()) {
         field->setValidator(new toolkit::UpperCase(field));
         field->installEventFilter(this);
         connect(field, &QLineEdit::returnPressed, this, &frmPatientList::cmdSearch_Click);
@@ -83,6 +87,7 @@ void frmPatientList::SetUpList() {
                                                           : toolkit::Image::Star;
     });
     ui->lvwSearchPatient->SetListModel(m_rows, Columns());
+    ui->lvwSearchPatient->installEventFilter(this);
     connect(ui->lvwSearchPatient, &toolkit::ListView::RowChosen, this,
             &frmPatientList::lvwSearchPatient_ItemClick);
     connect(ui->lvwSearchPatient, &toolkit::ListView::RowOpened, this,
@@ -90,23 +95,63 @@ void frmPatientList::SetUpList() {
 }
 
 void frmPatientList::Load() {
-    ui->chkCurrent->setChecked(true);
     ui->OptPatientType1->setChecked(true);
+    ui->chkCurrent->setChecked(true);
     if (m_hospNum.isEmpty() && m_idNum.isEmpty() && m_capdNum.isEmpty())
         Search({}, QStringLiteral("A"), {});
     else
         Search(m_hospNum, m_idNum, {});
 }
 
+std::array<QLineEdit*, 3> frmPatientList::Fields() const {
+    return {ui->txtIdNum, ui->txtHospNum, ui->txtLastName};
+}
+
 bool frmPatientList::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_Down && ui->lvwSearchPatient->isEnabled()) {
-            ui->lvwSearchPatient->setFocus(Qt::TabFocusReason);
-            return true;
-        }
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    auto& key = static_cast<QKeyEvent&>(*event);
+    if (watched == ui->lvwSearchPatient)
+        return ListKey(key) || QWidget::eventFilter(watched, event);
+    if (key.key() == Qt::Key_Down && ui->lvwSearchPatient->isEnabled()) {
+        ui->lvwSearchPatient->setFocus(Qt::TabFocusReason);
+        return true;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+// The next patient is often typed before a search box has the keys. Numbers of visits begin with a
+// letter: digits are an admission's only among in-patients, else a hospital number.
+bool frmPatientList::ListKey(QKeyEvent& key) {
+    if (key.key() == Qt::Key_Escape) {
+        ui->txtLastName->setFocus(Qt::TabFocusReason);
+        return true;
+    }
+    if (!toolkit::IsCharacter(key) || !key.text()[0].isLetterOrNumber())
+        return false;
+    const bool inPatients = ui->OptPatientType->checkedId() == InPatients;
+    QLineEdit* field = !key.text()[0].isDigit() ? ui->txtLastName
+                       : inPatients             ? ui->txtIdNum
+                                                : ui->txtHospNum;
+    for (QLineEdit* box : Fields())
+        box->clear();
+    field->setFocus(Qt::OtherFocusReason);
+    QCoreApplication::sendEvent(field, &key);
+    return true;
+}
+
+// Emergency and in-patients are always searched whole.
+void frmPatientList::OptPatientType_Click(QAbstractButton* option, bool chosen) {
+    if (!chosen)
+        return;
+    const int type = ui->OptPatientType->id(option);
+    const bool canBeCurrent = type == CapdPatients || type == OutPatients;
+    if (canBeCurrent == ui->chkCurrent->isEnabled())
+        return;
+    if (!canBeCurrent)
+        m_wasCurrent = ui->chkCurrent->isChecked();
+    ui->chkCurrent->setChecked(canBeCurrent && m_wasCurrent);
+    ui->chkCurrent->setEnabled(canBeCurrent);
 }
 
 void frmPatientList::cmdSearch_Click() {
@@ -119,6 +164,18 @@ void frmPatientList::cmdSearch_Click() {
         return;
     }
     Search(hospNum, idNum, lastName);
+    if (m_rows->rowCount() == 0)
+        SelectSearchedText();
+}
+
+// The next try replaces the text that found nobody.
+void frmPatientList::SelectSearchedText() {
+    QLineEdit* searched = nullptr;
+    for (QLineEdit* box : Fields())
+        if (!box->text().trimmed().isEmpty() && (!searched || box->hasFocus()))
+            searched = box;
+    searched->setFocus(Qt::OtherFocusReason);
+    searched->selectAll();
 }
 
 QString frmPatientList::SearchMode() const {
@@ -176,7 +233,8 @@ void frmPatientList::ShowRows() {
         m_rows->SetRows(nullptr);
         return;
     }
-    m_rows->SetRows(m_recordset.Rows());
+    // A value that cannot be filled in leaves its place empty; the others are shown.
+    m_rows->SetRows(m_recordset.Rows(), toolkit::RowListModel::Missing::Empty);
     ui->lvwSearchPatient->setEnabled(true);
     ui->lblRecCount->setText(
         QStringLiteral("Total No. of Records: %1").arg(m_recordset.RecordCount()));

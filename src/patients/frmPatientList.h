@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <array>
 #include <memory>
 
 #include "db/Recordset.h"
@@ -12,6 +13,8 @@ class frmPatientList;
 namespace toolkit {
 class RowListModel;
 }
+class QAbstractButton;
+class QLineEdit;
 
 /// The unit's working list of patients: finds them by number or last name, chooses one for the
 /// registration and visit sheets, and opens one in the hub.
@@ -46,7 +49,11 @@ protected:
 private:
     void SetUpFields();
     void SetUpList();
+    std::array<QLineEdit*, 3> Fields() const;
+    bool ListKey(QKeyEvent& key);
+    void OptPatientType_Click(QAbstractButton* option, bool chosen);
     void cmdSearch_Click();
+    void SelectSearchedText();
     void lvwSearchPatient_ItemClick(int row);
     void lvwSearchPatient_DblClick(int row);
     QString SearchMode() const;
@@ -63,5 +70,6 @@ private:
     QString m_idNum;
     QString m_capdNum;
     int m_searchedType = 1;
+    bool m_wasCurrent = true;
     QString m_lastSearch;
 };

@@ -60,8 +60,12 @@ void ListView::SetListModel(RowListModel* model, const std::vector<ListColumn>& 
     if (this->model())
         disconnect(this->model(), &QAbstractItemModel::modelReset, this, nullptr);
     setModel(model);
-    for (int column = 0; column < int(columns.size()); ++column)
-        setColumnWidth(column, Twips(columns[column].WidthTwips, this));
+    m_widths.clear();
+    for (const ListColumn& column : columns) {
+        const int stated = Twips(column.WidthTwips, this);
+        setColumnWidth(int(m_widths.size()), stated);
+        m_widths.push_back({stated, stated});
+    }
     // Rows that come later stand in the order that the header's mark promises.
     connect(model, &QAbstractItemModel::modelReset, this, [this, model] {
         if (m_sortColumn >= 0)
@@ -87,8 +91,15 @@ void ListView::SortBy(int column) {
 }
 
 void ListView::WidenColumns() {
-    for (int column = 0; column < model()->columnCount(); ++column)
-        setColumnWidth(column, FittedWidth(*this, *header(), column, columnWidth(column)));
+    const int last = int(m_widths.size()) - 1;
+    for (int column = 0; column <= last; ++column) {
+        ColumnWidth& width = m_widths[size_t(column)];
+        // What the user has sized stays; the last column takes what room there is anyway.
+        if (column < last && columnWidth(column) != width.Given)
+            continue;
+        width.Given = FittedWidth(*this, *header(), column, width.Stated);
+        setColumnWidth(column, width.Given);
+    }
 }
 
 void ListView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
@@ -125,6 +136,10 @@ void ListView::keyPressEvent(QKeyEvent* event) {
     } else if (IsEnter(*event)) {
         if (current.isValid())
             emit RowOpened(current.row());
+    } else if ((event->modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier &&
+               event->key() >= Qt::Key_1 && event->key() <= Qt::Key_9) {
+        if (model() && event->key() - Qt::Key_1 < model()->columnCount())
+            SortBy(event->key() - Qt::Key_1);
     } else {
         QTreeView::keyPressEvent(event);
     }

@@ -28,9 +28,12 @@ class RowListModel final : public QAbstractTableModel {
 public:
     explicit RowListModel(std::vector<ListColumn> columns, QObject* parent = nullptr);
 
+    /// What becomes of a column whose field the rows lack.
+    enum class Missing { Refused, Empty };
+
     /// Shows these rows in the order they came; null shows none. A column whose field the rows
-    /// lack throws base::DatabaseError 3265 naming it.
-    void SetRows(std::shared_ptr<const db::RowStore> rows);
+    /// lack throws base::DatabaseError 3265 naming it, unless it may stay empty.
+    void SetRows(std::shared_ptr<const db::RowStore> rows, Missing missing = Missing::Refused);
     /// What stands before the first column of a shown row.
     void SetImages(std::function<Image(int row)> imageOf) { m_imageOf = std::move(imageOf); }
     /// Shows another text in a cell until other rows are set. The row keeps its place when sorted.
@@ -57,8 +60,9 @@ private:
 
 /// A report-style list with the unit's habits: a click on a header sorts, reversing the order each
 /// time, and marks that header with an arrow; rows that come later are sorted so too. Whole rows
-/// are chosen; focus that comes by key chooses the first row where none is; Ctrl+Insert copies the
-/// row, its cells separated by tabs. Columns grow beyond their widths for the texts they show.
+/// are chosen; focus that comes by key chooses the first row where none is; Ctrl+1 to Ctrl+9 sort
+/// as a click on that header does; Ctrl+Insert copies the row, its cells separated by tabs. Columns
+/// are wider than stated where the texts they show need it, until the user sizes them.
 class ListView final : public QTreeView {
     Q_OBJECT
 public:
@@ -94,6 +98,11 @@ private:
 
     Qt::SortOrder m_sortOrder = Qt::DescendingOrder;
     int m_sortColumn = -1;
+    struct ColumnWidth {
+        int Stated;
+        int Given;
+    };
+    std::vector<ColumnWidth> m_widths;
 };
 
 }  // namespace toolkit

@@ -58,11 +58,11 @@ void SortRows(std::vector<int>& order, const db::RowStore& rows, int field, bool
 RowListModel::RowListModel(std::vector<ListColumn> columns, QObject* parent)
     : QAbstractTableModel(parent), m_columns(std::move(columns)) {}
 
-void RowListModel::SetRows(std::shared_ptr<const db::RowStore> rows) {
+void RowListModel::SetRows(std::shared_ptr<const db::RowStore> rows, Missing missing) {
     std::vector<int> fields;
     for (const ListColumn& column : m_columns) {
         const int field = rows ? rows->ColumnIndex(column.Field) : -1;
-        if (rows && field < 0)
+        if (rows && field < 0 && missing == Missing::Refused)
             throw base::DatabaseError(
                 kNoSuchField, QStringLiteral("The rows have no column %1.").arg(column.Field));
         fields.push_back(field);
@@ -89,7 +89,8 @@ QString RowListModel::TextAt(int row, int column) const {
         if (written != m_written.constEnd())
             return *written;
     }
-    const QString text = m_rows->TextAt(m_order[row], m_fields[column]);
+    const QString text =
+        m_fields[column] < 0 ? QString() : m_rows->TextAt(m_order[row], m_fields[column]);
     return text.isEmpty() ? m_columns[column].IfEmpty : text;
 }
 
@@ -129,7 +130,7 @@ QVariant RowListModel::headerData(int section, Qt::Orientation orientation, int 
 }
 
 void RowListModel::sort(int column, Qt::SortOrder order) {
-    if (!m_rows || column < 0 || column >= int(m_fields.size()))
+    if (!m_rows || column < 0 || column >= int(m_fields.size()) || m_fields[column] < 0)
         return;
     emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     const QModelIndexList held = persistentIndexList();

@@ -140,7 +140,11 @@ public:
     QString Count() { return Form.findChild<QLabel*>(QStringLiteral("lblRecCount"))->text(); }
     void Choose(int option, bool current) {
         Form.findChild<QButtonGroup*>(QStringLiteral("OptPatientType"))->button(option)->click();
-        Form.findChild<QCheckBox*>(QStringLiteral("chkCurrent"))->setChecked(current);
+        auto* box = Form.findChild<QCheckBox*>(QStringLiteral("chkCurrent"));
+        // Out- and CAPD patients alone can be "current".
+        QCOMPARE(box->isEnabled(), option < 2);
+        QVERIFY(box->isEnabled() || !box->isChecked());
+        box->setChecked(current && box->isEnabled());
     }
     void SearchFor(const char* field, const QString& text) {
         Field(field).setText(text);
@@ -299,7 +303,8 @@ void tst_frmPatientList::Search_withoutRowsEmptiesTheList() {
     QVERIFY(!window.List().isEnabled());
     QCOMPARE(window.Count(), QStringLiteral("Total No. of Records: 2"));
     QCOMPARE(window.Form.IdNum(), QStringLiteral("A10B"));
-    window.Field("txtLastName").setFocus();
+    QVERIFY(window.Field("txtLastName").hasFocus());
+    QCOMPARE(window.Field("txtLastName").selectedText(), QStringLiteral("NOBODY"));
     QTest::keyClick(&window.Field("txtLastName"), Qt::Key_Down);
     QVERIFY(window.Field("txtLastName").hasFocus());
     QCOMPARE(script.Leftovers(), QStringList());
@@ -379,6 +384,27 @@ void tst_frmPatientList::Keys_searchAndReachTheList() {
     QCOMPARE(RecordingDriver::Commands.size(), 3);
     QTest::keyClick(&window.Form, Qt::Key_S, Qt::AltModifier);
     QTRY_COMPARE(RecordingDriver::Commands.size(), 4);
+    // What is typed over the list is a new search: a name, a hospital number, an admission's.
+    window.Choose(1, true);
+    for (const auto& [typed, field] :
+         {std::pair("ña", "txtLastName"), {"20", "txtHospNum"}, {"10", "txtIdNum"}}) {
+        if (QLatin1String(field) == QLatin1String("txtIdNum"))
+            window.Choose(2, false);
+        window.List().setFocus();
+        for (const QChar letter : QString::fromUtf8(typed))
+            QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown,
+                                QString(letter), Qt::NoModifier);
+        QCOMPARE(window.Field("txtIdNum").text() + window.Field("txtHospNum").text() +
+                     window.Field("txtLastName").text(),
+                 QString::fromUtf8(typed).toUpper());
+        QVERIFY(window.Field(field).hasFocus());
+    }
+    window.List().setFocus();
+    QTest::keyClick(&window.List(), Qt::Key_2, Qt::ControlModifier);
+    QVERIFY(window.List().HeaderMark(1) != QStringLiteral("Blank"));
+    QTest::keyClick(&window.List(), Qt::Key_Escape);
+    QVERIFY(window.Field("txtLastName").hasFocus());
+    window.Choose(1, true);
     // Tab comes to the type that is searched, an arrow to the next one.
     auto* type = window.Form.findChild<QAbstractButton*>(QStringLiteral("OptPatientType1"));
     window.Form.findChild<QWidget*>(QStringLiteral("cmdSearch"))->setFocus();

@@ -250,6 +250,13 @@ void tst_ListView::Columns_areAtLeastAsWideAsStated() {
         QVERIFY(shown.List.columnWidth(column) >= Twips(kColumns[column].WidthTwips, &shown.List));
     QVERIFY(shown.List.columnWidth(2) >=
             shown.List.fontMetrics().horizontalAdvance(QStringLiteral("11/22/2025 8:30:00 AM")));
+    // Nor wider with each search.
+    const auto rows = EmptyRows();
+    AddRow(*rows, QByteArray(500, 'x').constData(), 1, "2026-01-31 23:59:59.000");
+    shown.Model.SetRows(rows);
+    const int width = shown.List.columnWidth(1);
+    shown.Model.SetRows(rows);
+    QCOMPARE(shown.List.columnWidth(1), width);
     QCOMPARE(Twips(1440, &shown.List), shown.List.logicalDpiX());
     QCOMPARE(Twips(1, &shown.List), 1);
     QCOMPARE(Twips(0, &shown.List), 0);
