@@ -46,6 +46,7 @@ GO
 
 GRANT EXECUTE ON fn_GetAge TO capd_user
 GRANT EXECUTE ON fn_GetDoctorName TO capd_user
+GRANT EXECUTE ON fn_LabMark TO capd_user
 GRANT EXECUTE ON fn_GetEmployeeName TO capd_user
 GRANT EXECUTE ON fn_GetOldHospNum TO capd_user
 GRANT EXECUTE ON fn_GetToday TO capd_user

@@ -138,6 +138,7 @@ ResultKind Laboratory() {
                               QStringLiteral("Resultdate"), QStringLiteral("LabExamID"),
                               QStringLiteral("LabExam"),    QStringLiteral("SectionName"),
                               QStringLiteral("RefNum")};
+    kind.ReleaseColumn = 3;
     kind.HasView = true;
     return kind;
 }
@@ -174,6 +175,7 @@ ResultKind Nuclear() {
         " |<Trans. No |<Exam. Name               |<Trans. Date        |<Attending Dr.            "
         "|<Result Date       ");
     kind.Widths = {1000, 3000, 2000, 4000, 2000};
+    kind.ReleaseColumn = 5;
     kind.Details = {{QStringLiteral("Trans. No."), QStringLiteral("TransNum"), {}},
                     {QStringLiteral("Exam. Name"), QStringLiteral("ExamName"), {}},
                     {QStringLiteral("Trans. Date"), QStringLiteral("TransDate"), {}},

@@ -48,6 +48,8 @@ struct ResultKind {
     /// Twips of the columns after the anchor.
     std::vector<int> Widths;
     QStringList Fields;
+    /// Where the list says when a result was released; a result without it is not to be printed.
+    int ReleaseColumn = 4;
     std::vector<ResultDetail> Details;
     std::vector<ResultBox> Boxes;
     bool HasView = false;

@@ -16,6 +16,7 @@ namespace {
 constexpr int kRowsOfEmptyList = 2;
 constexpr int kPairsToTheLine = 3;
 constexpr int kBoxesToTheLine = 3;
+const QString kNotReleased = QStringLiteral("NOT RELEASED");
 
 // Lines stay lines; what no font can show becomes a blank.
 QString Readable(const QString& text) {
@@ -65,6 +66,7 @@ ResultPage::ResultPage(const ResultKind& kind, QWidget* parent)
     connect(m_grid, &toolkit::FlexGrid::RowClicked, this, &ResultPage::ShowResultDetail);
     connect(m_grid, &toolkit::FlexGrid::CurrentRowChanged, this, &ResultPage::ShowResultDetail);
     connect(m_grid, &toolkit::FlexGrid::RowOpened, this, &ResultPage::grid_RowOpened);
+    m_grid->SetTextOfEmpty(kind.ReleaseColumn, kNotReleased);
     Empty();
 }
 
@@ -177,6 +179,8 @@ void ResultPage::Load(const PatientOnScreen& patient) {
     results->Close();
     if (count == 0)
         m_grid->clearSelection();
+    else
+        ShowResultDetail(1);
     if (m_view)
         m_view->setEnabled(count > 0);
     m_state->setText(
@@ -203,13 +207,16 @@ void ResultPage::ShowResultDetail(int row) {
         m_boxes[i]->setPlainText(Readable(BoxText(m_kind.Boxes[i], row)));
     m_shownResult = m_grid->TextMatrix(row, 1);
     if (m_print)
-        m_print->setEnabled(!m_shownResult.isEmpty());
+        m_print->setEnabled(!m_shownResult.isEmpty() &&
+                            !m_grid->TextMatrix(row, m_kind.ReleaseColumn).isEmpty());
 }
 
 QString ResultPage::DetailText(const ResultDetail& detail, int row) const {
     if (detail.Columns.isEmpty())
         return {};
     const QString first = m_grid->TextMatrix(row, detail.Columns[0]);
+    if (first.isEmpty() && detail.Columns[0] == m_kind.ReleaseColumn)
+        return kNotReleased;
     if (detail.Columns.size() == 1)
         return first;
     return first + QStringLiteral(" , ") + m_grid->TextMatrix(row, detail.Columns[1]) + u' ' +

@@ -22,8 +22,8 @@ public:
 
     /// An empty list under its headers, nothing of any result.
     void Empty();
-    /// Reads the list anew; the details wait for a row to be chosen. Throws base::DatabaseError,
-    /// and the list is then empty and says that it could not be read.
+    /// Reads the list anew and shows its first result. Throws base::DatabaseError, and the list is
+    /// then empty and says that it could not be read.
     void Load(const PatientOnScreen& patient);
 
     const ResultKind& Kind() const { return m_kind; }

@@ -35,6 +35,8 @@ public:
     /// The column, which must be there, shows hospital money with two decimals, to the right;
     /// TextMatrix() stays plain.
     void SetMoney(int col) { m_model->SetMoney(col); }
+    /// What a filled row shows in this column where its record is empty; TextMatrix() stays empty.
+    void SetTextOfEmpty(int col, const QString& text) { m_model->SetTextOfEmpty(col, text); }
     /// Rows for which it answers true stand out; asked at each painting.
     void SetMarkedWhen(std::function<bool(int row)> isMarked) {
         m_model->SetMarkedWhen(std::move(isMarked));

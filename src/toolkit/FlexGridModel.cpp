@@ -55,6 +55,8 @@ void FlexGridModel::SetMoney(int col) {
 
 QString FlexGridModel::Shown(int row, int col) const {
     const QString text = Text(row, col);
+    if (text.isEmpty() && m_records[row].Filling >= 0)
+        return m_textsOfEmpty.value(col);
     if (m_moneyCols.contains(col) && base::IsNumeric(text))
         return base::MoneyText(base::Val(text));
     return OneLine(text.left(kShownCharacters));

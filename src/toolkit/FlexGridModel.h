@@ -25,6 +25,8 @@ public:
     void SetAlignment(int col, Qt::Alignment alignment);
     /// Shows the column's numbers as money, to the right; Text() stays as it is.
     void SetMoney(int col);
+    /// What a filled row shows in this column where its record is empty; Text() stays empty.
+    void SetTextOfEmpty(int col, const QString& text) { m_textsOfEmpty[col] = text; }
     /// Rows for which it answers true stand out.
     void SetMarkedWhen(std::function<bool(int row)> isMarked) { m_isMarked = std::move(isMarked); }
 
@@ -72,6 +74,7 @@ private:
     std::vector<Record> m_records;
     std::vector<Qt::Alignment> m_alignments;
     QSet<int> m_moneyCols;
+    QHash<int, QString> m_textsOfEmpty;
     std::function<bool(int)> m_isMarked;
     QHash<quint64, QString> m_written;
 };

@@ -109,8 +109,9 @@ void tst_ResultTabs::init() {
           "'6/1/2026', NULL, '108', NULL), ('X0', 'X', 'H1', 'A''1B', 'KUB', '5/1/2026', NULL, "
           "NULL, 'Old.')",
           "INSERT INTO STATION..tbHeartResult (RequestNum, HospNum, IdNum, ExamName, TransDate, "
-          "Diagnosis, Exercise, Interpretation) VALUES ('E1', 'H1', 'A''1B', 'ECG', '6/1/2026', "
-          "'ESRD', 'Tired.', 'Sinus.')",
+          "ResultDate, Diagnosis, Exercise, Interpretation) VALUES ('E1', 'H1', 'A''1B', 'ECG', "
+          "'6/1/2026', '6/2/2026', 'ESRD', 'Tired.', 'Sinus.'), ('E2', 'H1', 'A''1B', 'ECG', "
+          "'5/1/2026', NULL, '', '', 'Draft.')",
           "INSERT INTO STATION..tbPTResult (RequestNum, RefNum, HospNum, IdNum, ExamCode, "
           "ExamName, TransDate, Diagnosis, Result) VALUES ('P1', 'R1', 'H1', 'A''1B', '681', "
           "'WALK', '6/1/2026', 'Weak', 'Better')",
@@ -176,7 +177,7 @@ void tst_ResultTabs::Lists_showTheirColumns_data() {
     QTest::newRow("x-ray") << 0 << "Xray"
                            << "X1|CHEST|6/1/2026|6/2/2026|Penrose|Hugh||Clear.";
     QTest::newRow("heart") << 2 << "Heart"
-                           << "E1|ECG|6/1/2026||||||";
+                           << "E1|ECG|6/1/2026|6/2/2026|||||";
     QTest::newRow("laboratory") << 3 << "Lab"
                                 << "A'1B|L1||1|COMPLETE BLOOD COUNT|Hematology|S1";
     QTest::newRow("CT") << 4 << "CT"
@@ -215,7 +216,7 @@ void tst_ResultTabs::Row_isReadByKeyAndClick() {
             QTest::mouseClick(grid.viewport(), Qt::LeftButton, {},
                               grid.visualRect(grid.model()->index(row - 1, 1)).center());
     };
-    QCOMPARE(Box("txtXrayInterp"), QString());
+    QCOMPARE(Box("txtXrayInterp"), QStringLiteral("Clear."));
     choose(Grid(QStringLiteral("Xray")), 1);
     QCOMPARE(Label("lblXrayTransNum") + Label("lblXrayTransDate") + Label("lblXrayResultDate"),
              QStringLiteral("X16/1/20266/2/2026"));
@@ -226,11 +227,14 @@ void tst_ResultTabs::Row_isReadByKeyAndClick() {
     choose(Grid(QStringLiteral("Xray")), 2);
     QCOMPARE(Box("txtXrayInterp"), QStringLiteral("Old."));
     m_tabs->setCurrentIndex(ResultTabs::HeartStation);
-    QVERIFY(!Find<QPushButton>(QStringLiteral("cmdHeartPrint")).isEnabled());
-    choose(Grid(QStringLiteral("Heart")), 1);
     QCOMPARE(Box("txtHeartDiagnosis") + Box("txtHeartExercise") + Box("txtHeartInterpretation"),
              QStringLiteral("ESRDTired.Sinus."));
     QVERIFY(Find<QPushButton>(QStringLiteral("cmdHeartPrint")).isEnabled());
+    choose(Grid(QStringLiteral("Heart")), 2);
+    QCOMPARE(Label("lblHeartResultDate"), QStringLiteral("NOT RELEASED"));
+    QCOMPARE(Grid(QStringLiteral("Heart")).model()->index(1, 4).data().toString(),
+             QStringLiteral("NOT RELEASED"));
+    QVERIFY(!Find<QPushButton>(QStringLiteral("cmdHeartPrint")).isEnabled());
     m_tabs->setCurrentIndex(ResultTabs::Rehabilitation);
     choose(Grid(QStringLiteral("PT")), 1);
     QCOMPARE(Box("txtPT"), QStringLiteral("DIAGNOSIS\nWeak\n\nRESULT\nBetter"));

@@ -1,7 +1,7 @@
 -- What one laboratory request found, in printed order; an examination without values still has one
 -- row. @HospNum, @IdNum, @RequestNum: exact; @RefNum: its charge slip, empty for any.
 -- Returns LabExamID, LabExam, SectionName, RequestDate, ResultDate (null: not released), Doctor,
--- Remarks, TestName, ResultValue, Unit, NormalRange, Mark (HIGH or LOW, null for a normal value).
+-- Remarks, TestName, ResultValue, Unit, NormalRange, Mark (fn_LabMark).
 USE PATIENT_DATA
 GO
 
@@ -18,14 +18,12 @@ BEGIN
     SET NOCOUNT ON;
     SET XACT_ABORT ON;
 
-    -- A value that the laboratory did not mark is held against its bounds; values of an
-    -- examination that is not released are not shown.
+    -- Values of an examination that is not released are not shown.
     SELECT r.LabExamID, ISNULL(e.LabExam, r.LabExamID) AS LabExam, s.SectionName, r.RequestDate,
         r.ResultDate, PATIENT_DATA.dbo.fn_GetDoctorName(r.DoctorID) AS Doctor, r.Remarks,
         v.TestName, v.ResultValue, v.Unit, v.NormalRange,
-        CASE WHEN v.Flag = 'H' OR TRY_CONVERT(float, v.ResultValue) > v.NormalHigh THEN 'HIGH'
-            WHEN v.Flag = 'L' OR TRY_CONVERT(float, v.ResultValue) < v.NormalLow THEN 'LOW'
-            END AS Mark
+        PATIENT_DATA.dbo.fn_LabMark(v.ResultValue, v.Flag, v.NormalLow, v.NormalHigh,
+            v.NormalRange) AS Mark
     FROM PATIENT_DATA..tbLabResult r
     LEFT JOIN PATIENT_DATA..tbLabExam e ON e.LabExamID = r.LabExamID
     LEFT JOIN PATIENT_DATA..tbLabSection s ON s.SectionID = e.SectionID

@@ -1,4 +1,4 @@
--- One examination of the heart station, as it is printed. @IdNum, @RequestNum: exact, both.
+-- One examination of the heart station, as it is printed; none before it is released. @IdNum, @RequestNum: exact, both.
 -- Returns RequestNum, ExamName, TransDate, ResultDate, Form, AttendingDoctor, Cardiologist,
 -- Diagnosis, Remarks, Resting, Exercise, Comments, Interpretation.
 USE STATION
@@ -21,6 +21,7 @@ BEGIN
         h.Resting, h.Exercise, h.Comments, h.Interpretation
     FROM STATION..tbHeartResult h
     WHERE h.RequestNum = @RequestNum
-        AND h.IdNum = @IdNum;
+        AND h.IdNum = @IdNum
+        AND h.ResultDate IS NOT NULL;
 END
 GO
