@@ -14,6 +14,7 @@
 #include "funds/modCDF.h"
 #include "patients/PatientOnScreen.h"
 #include "session/Saved.h"
+#include "toolkit/FunctionKey.h"
 #include "toolkit/MsgBox.h"
 #include "toolkit/Twips.h"
 #include "ui_frmRequest.h"
@@ -48,6 +49,8 @@ frmRequest::frmRequest(PatientOnScreen& patient, QWidget* parent)
     connect(ui->cmdCDF, &QPushButton::clicked, this, &frmRequest::cmdCDF_Click);
     connect(ui->cmdList, &QPushButton::clicked, this, &frmRequest::cmdList_Click);
     connect(ui->Command1, &QPushButton::clicked, this, &frmRequest::Command1_Click);
+    toolkit::SetFunctionKey(*ui->Command1, Qt::Key_F8);
+    toolkit::SetFunctionKey(*ui->cmdClose, Qt::Key_F9);
 }
 
 frmRequest::~frmRequest() = default;

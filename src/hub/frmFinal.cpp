@@ -10,6 +10,7 @@
 #include "db/Recordset.h"
 #include "session/modGlobals.h"
 #include "toolkit/Busy.h"
+#include "toolkit/FunctionKey.h"
 #include "toolkit/MsgBox.h"
 #include "toolkit/Tips.h"
 #include "ui_frmFinal.h"
@@ -93,9 +94,39 @@ frmFinal::frmFinal(QWidget* parent) : QWidget(parent), ui(std::make_unique<Ui::f
     connect(ui->cmdPharmacy, &QPushButton::clicked, this,
             [this] { frmPHEntry(*this, this).exec(); });
     connect(ui->cmdNextPatient, &QPushButton::clicked, this, &QWidget::close);
-    auto* escape = new QShortcut(Qt::Key_Escape, this);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(escape, &QShortcut::activated, this, &QWidget::close);
+    SetKeys();
+}
+
+void frmFinal::SetKeys() {
+    toolkit::SetFunctionKey(*ui->cmdPostCharges, Qt::Key_F5);
+    toolkit::SetFunctionKey(*ui->cmdCentralSupply, Qt::Key_F6);
+    toolkit::SetFunctionKey(*ui->cmdPharmacy, Qt::Key_F7);
+    const auto add = [this](const QKeySequence& keys, auto action) {
+        auto* shortcut = new QShortcut(keys, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, action);
+    };
+    add(Qt::Key_F8, [this] { ui->mshflexProcessed0->setFocus(Qt::ShortcutFocusReason); });
+    add(Qt::Key_F9, [this] { ui->mshflexProcessed1->setFocus(Qt::ShortcutFocusReason); });
+    add(Qt::CTRL | Qt::Key_Tab, [this] { GoThrough(*ui->tabSSTab1, 1); });
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, [this] { GoThrough(*ui->tabSSTab1, -1); });
+    add(Qt::CTRL | Qt::Key_PageDown, [this] { GoThrough(*ui->tabSSTab2, 1); });
+    add(Qt::CTRL | Qt::Key_PageUp, [this] { GoThrough(*ui->tabSSTab2, -1); });
+    add(Qt::Key_Escape, [this] { close(); });
+}
+
+// The tab's list has the keys: one goes on reading where one came to.
+void frmFinal::GoThrough(QTabWidget& tabs, int step) {
+    if (!tabs.isVisible())
+        return;
+    int tab = tabs.currentIndex();
+    do
+        tab = (tab + step + tabs.count()) % tabs.count();
+    while (!tabs.isTabEnabled(tab));
+    tabs.setCurrentIndex(tab);
+    for (auto* list : tabs.currentWidget()->findChildren<toolkit::FlexGrid*>())
+        if (list->isVisible())
+            return list->setFocus(Qt::TabFocusReason);
 }
 
 frmFinal::~frmFinal() = default;

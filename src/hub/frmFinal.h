@@ -6,6 +6,8 @@
 #include "patients/OpenedPatient.h"
 #include "patients/PatientOnScreen.h"
 
+class QTabWidget;
+
 namespace Ui {
 class frmFinal;
 }
@@ -52,6 +54,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void SetKeys();
+    void GoThrough(QTabWidget& tabs, int step);
     void ShowHeader(const OpenedPatient& patient);
     void Load(int patientType);
     bool IsAccountClosed();

@@ -1,5 +1,7 @@
 #include "print/ReportPreview.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QShortcut>
 
 #include "print/PrintDialogs.h"
@@ -58,6 +60,21 @@ void ReportPreview::AddShortcuts() {
         add(Qt::CTRL | key, [view] { view->SetZoom(view->Zoom() * kZoomStep); });
     add(Qt::CTRL | Qt::Key_Minus, [view] { view->SetZoom(view->Zoom() / kZoomStep); });
     add(Qt::CTRL | Qt::Key_0, [view] { view->FitWidth(); });
+}
+
+// What the find box and the buttons leave: the pages are turned from everywhere, and Esc ends a
+// search before it closes the window.
+void ReportPreview::keyPressEvent(QKeyEvent* event) {
+    const bool searches = m_ui->txtFind->hasFocus() || m_searched;
+    if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown) {
+        QCoreApplication::sendEvent(m_ui->pagView, event);
+    } else if (event->key() == Qt::Key_Escape && searches) {
+        m_ui->txtFind->clear();
+        ForgetHits();
+        m_ui->pagView->setFocus(Qt::OtherFocusReason);
+    } else {
+        QWidget::keyPressEvent(event);
+    }
 }
 
 void ReportPreview::SetReport(std::shared_ptr<const ReportPages> pages, const QString& title) {

@@ -33,6 +33,9 @@ public slots:
     void FindNext();
     void FindPrevious();
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     void AddShortcuts();
     void Find(int step);
