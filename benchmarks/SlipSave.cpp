@@ -8,6 +8,7 @@
 #include "db/CommandText.h"
 #include "db/Recordset.h"
 #include "funds/clsPDAF.h"
+#include "funds/modCDF.h"
 #include "session/modGlobals.h"
 
 namespace bench {
@@ -72,6 +73,13 @@ public:
                       QStringLiteral("101"), QStringLiteral("DR. BENCH")}) {}
 
 protected:
+    // The gate of a patient's slip: is the visit sponsored, and has the fund anything left?
+    bool Begin() override {
+        m_fund.SetHospNum(Head().HospNum);
+        m_fund.SetDeptID(QStringLiteral("CY"));
+        m_fund.Show_Balance();
+        return modCDF::CheckCompany(Head().IdNum) && m_fund.OutputFundBalance() != 0;
+    }
     void WriteLine(const SlipLine& line) override {
         modMain::AppendStockCardEntry({Head().HospNum,
                                        Head().IdNum,
@@ -124,6 +132,8 @@ public:
         m_file.Run("BEGIN IMMEDIATE");
         m_counter.ReadAll();
         m_count.Write();
+        m_company.ReadAll();
+        m_fundBalance.ReadAll();
         for (int line = 0; line < lines; ++line)
             Write(IsFunded(line));
         m_file.Run("COMMIT");
@@ -168,6 +178,13 @@ private:
     BareStatement m_counter{m_file, R"(SELECT ChargeSlip FROM "CLINICAL_AREA..tbCAPDSlip")"};
     BareStatement m_count{m_file,
                           R"(UPDATE "CLINICAL_AREA..tbCAPDSlip" SET ChargeSlip = ChargeSlip + 1)"};
+    BareStatement m_company{m_file,
+                            R"(SELECT v.CompanyID, c.Company FROM "BILLING..tbVisitAccount" v
+        LEFT JOIN "BILLING..tbCompany" c ON c.CompanyID = v.CompanyID WHERE v.IdNum = 'ABENCHB')"};
+    BareStatement m_fundBalance{m_file, R"(SELECT SUM(f.FundBalance),
+        SUM(f.AllocatedFund - f.FundBalance), SUM(f.AllocatedFund) FROM "BILLING..tbFundAccount" f
+        JOIN "BILLING..tbFundCostCenter" c ON c.AccountNum = f.AccountNum AND c.RevenueID = 'CY'
+        WHERE f.HospNum = 'BENCH' GROUP BY f.HospNum)"};
     BareStatement m_onHand{m_file,
                            R"(UPDATE "BILLING..tbDrugStock" SET OnHand = OnHand - 1
         WHERE DrugCode = '101' AND LocationID = '46')"};

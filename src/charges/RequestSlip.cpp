@@ -27,18 +27,17 @@ QString KeepPriceCommand(const QString& slipNumber, const SlipLine& line) {
 
 }  // namespace
 
-bool HasFundLeft(const QString& hospNum, const QString& idNum) {
-    clsPDAF fund;
-    fund.SetHospNum(hospNum);
-    fund.SetIdNum(idNum);
-    fund.SetDeptID(kUnit);
-    fund.Show_FundBalance();
-    return fund.OutputFundBalance() != 0;
-}
-
 bool RequestSlip::Begin() {
     m_isSponsored = modCDF::CheckCompany(Head().IdNum.trimmed());
-    return !m_isSponsored || HasFundLeft(Head().HospNum, Head().IdNum);
+    return !m_isSponsored || !IsFundUsedUp();
+}
+
+bool RequestSlip::IsFundUsedUp() const {
+    clsPDAF fund;
+    fund.SetHospNum(Head().HospNum);
+    fund.SetDeptID(kUnit);
+    fund.Show_Balance();
+    return fund.OutputFundBalance() == 0;
 }
 
 void RequestSlip::WriteLine(const SlipLine& line) {

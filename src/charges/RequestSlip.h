@@ -4,10 +4,6 @@
 
 class clsPDAF;
 
-/// Whether a sponsored visit's funds have anything left for the unit's charges: without it nothing
-/// is charged before the company has answered. Throws base::DatabaseError.
-bool HasFundLeft(const QString& hospNum, const QString& idNum);
-
 /// A slip charged to a patient's account: fees are billed, supplies leave the stock, and the
 /// sponsors' funds pay what they cover. Lines of a revenue code that is neither a fee nor kept in
 /// stock are not saved, and nothing of a
@@ -22,6 +18,7 @@ protected:
     void WriteLine(const SlipLine& line) override;
 
 private:
+    bool IsFundUsedUp() const;
     void AddBill(const SlipLine& line);
     void IssueStock(const SlipLine& line);
     void KeepRaisedPrice(const SlipLine& line);

@@ -80,8 +80,14 @@ void frmRequest::Load() {
 
 bool frmRequest::ReadFund() {
     const bool isSponsored = modCDF::CheckCompany(m_idNum.trimmed());
-    const bool isOpen = !isSponsored || HasFundLeft(m_hospNum, m_idNum);
     ui->cmdCDF->setVisible(isSponsored);
+    if (isSponsored) {
+        m_fund.SetHospNum(m_hospNum);
+        m_fund.SetIdNum(m_idNum);
+        m_fund.SetDeptID(SlipCodes::kUnit);
+        m_fund.Show_FundBalance();
+    }
+    const bool isOpen = !isSponsored || m_fund.OutputFundBalance() != 0;
     ShowFundGate(isOpen);
     return isOpen;
 }

@@ -109,13 +109,18 @@ void clsPDAF::InsertPDAF(const QString& accountNum, const QString& /*companyID*/
     Execute(UpdateRegistrationCommand(m_hospNum, m_idNum));
 }
 
-void clsPDAF::Show_FundBalance() {
+void clsPDAF::Show_Balance() {
     Open(BalanceCommand(m_hospNum, m_deptID));
     if (!m_recordset->Eof()) {
         m_fundBalance = m_recordset->Fields(QStringLiteral("FundBalance")).Number();
         m_fundUtilized = m_recordset->Fields(QStringLiteral("UtilizedFund")).Number();
         m_totalFund = m_recordset->Fields(QStringLiteral("AllocatedFund")).Number();
     }
+    Close();
+}
+
+void clsPDAF::Show_FundBalance() {
+    Show_Balance();
     Open(RemainingBillCommand(m_idNum, m_deptID));
     if (!m_recordset->Eof()) {
         m_netBill = m_recordset->Fields(QStringLiteral("Amount")).Number();

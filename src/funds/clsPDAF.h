@@ -45,6 +45,8 @@ public:
     /// Writes one share and updates the visit's registration; nothing for an amount of 0 or less.
     /// The payment goes by the account alone.
     void InsertPDAF(const QString& accountNum, const QString& companyID, double amount);
+    /// Fills the first three of the figures below.
+    void Show_Balance();
     /// Fills the figures below; those that the server has no row for stay as they were.
     void Show_FundBalance();
     double OutputFundBalance() const { return m_fundBalance; }

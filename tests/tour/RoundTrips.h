@@ -132,6 +132,8 @@ private:
              QStringLiteral("for one unit when the item is known, then for the quantity")},
             {QStringLiteral("Billing..sp_Pars_CheckCompany"),
              QStringLiteral("the save decides who pays, the print which form is used")},
+            {QStringLiteral("BILLING..sp_PDAF_GetBalance"),
+             QStringLiteral("the save asks whether the fund is used up, its view what is left")},
             {QStringLiteral("BILLING..sp_PDAF_GetAllocation"), eachLine},
             {QStringLiteral("BILLING..sp_PDAF_GetAllocation_RegAccount"), eachLine},
             {QStringLiteral("BILLING..SP_PDAF_UpdateOPDRegistration"),
