@@ -1,7 +1,7 @@
 #include "charges/ChargeGrid.h"
 
 #include <algorithm>
-#include <cmath>
+#include <limits>
 
 #include "base/Errors.h"
 #include "base/Numbers.h"
@@ -19,19 +19,30 @@ using toolkit::MsgBox;
 
 namespace {
 
-constexpr int kOverflow = 6;
 // What the server's money columns hold.
 constexpr double kMostMoney = 922'337'203'685'477.0;
+constexpr double kMostUnits = 32'767;
 
-double Checked(double amount) {
-    if (!(std::abs(amount) <= kMostMoney))
-        throw base::RuntimeError(kOverflow, QStringLiteral("Overflow"));
-    return amount;
+/// The leading number of a cell; of one that no double holds, more than anything.
+double NumberIn(const QString& text) {
+    try {
+        return base::Val(text);
+    } catch (const base::RuntimeError&) {
+        return std::numeric_limits<double>::infinity();
+    }
 }
 
 // The price as the line shows and sends it. A price below zero would pay the patient: none.
 double ShownPrice(double price) {
-    return price > 0 ? base::Val(base::MoneyText(Checked(price))) : 0;
+    return price > 0 ? base::Val(base::MoneyText(price)) : 0;
+}
+
+/// What is told when the cell counts as another number than the one that was typed; else empty.
+QString CountsAs(const QString& typed, const QString& counted) {
+    if (NumberIn(typed) == NumberIn(counted) && !typed.isEmpty())
+        return {};
+    return QStringLiteral("%1 counts as %2.")
+        .arg(typed.isEmpty() ? QStringLiteral("An empty cell") : typed, counted);
 }
 
 void PrepareSupplyList() {
@@ -88,6 +99,7 @@ void ChargeGrid::Initialize_TableInput(QWidget* saveButton, QWidget* closeButton
 }
 
 void ChargeGrid::CommitCell(int row, int col) {
+    m_told.clear();
     emit Told({});
     switch (col) {
         case Dept:
@@ -141,24 +153,60 @@ void ChargeGrid::CommitItemCode(int row) {
 }
 
 void ChargeGrid::CommitQuantity(int row) {
+    const QString typed = Text(row, Quantity);
+    if (NumberIn(typed) > kMostUnits)
+        return Refuse(QStringLiteral("The largest quantity is %1.").arg(kMostUnits));
     const double quantity = QuantityOf(row);
     const double amount = ComputeLineAmount(row);
+    if (amount > kMostMoney)
+        return Refuse(QStringLiteral("So many cost more than can be charged."));
     // The sheet, the stock card and the bill go by the whole units that are priced.
     Write(row, Quantity, base::PlainText(quantity));
+    Tell(CountsAs(typed, base::PlainText(quantity)));
     // What was typed for an open-price fee is the amount, however many times it was done.
-    if (Text(row, OpenPrice) != u"Y")
-        WriteAmounts(row, amount, LineOf(row).UnitDiscount * quantity);
+    if (Text(row, OpenPrice) == u"Y")
+        return;
+    if (std::exchange(LineOf(row).IsRaised, false))
+        Tell(QStringLiteral("The amount %1 is now price times quantity: %2.")
+                 .arg(Text(row, Amount), base::MoneyText(amount)));
+    WriteAmounts(row, amount, LineOf(row).UnitDiscount * quantity);
 }
 
 void ChargeGrid::CommitAmount(int row) {
     const double price = base::Val(Text(row, Price));
-    double amount = Checked(base::Val(Text(row, Amount)));
+    const QString typed = Text(row, Amount);
+    double amount = NumberIn(typed);
+    if (amount > kMostMoney)
+        return Refuse(QStringLiteral("The largest amount is %1.").arg(base::MoneyText(kMostMoney)));
     if (amount < price) {
         MsgBox(QStringLiteral("You cannot enter amount lesser than the price."),
                BoxIcon::Information, QStringLiteral("Message"));
         amount = price;
+    } else {
+        Tell(CountsAs(typed, base::MoneyText(amount)));
     }
     WriteAmounts(row, amount, 0);
+    LineOf(row).IsRaised = Text(row, OpenPrice) != u"Y" &&
+                           Text(row, Amount) != base::MoneyText(ComputeLineAmount(row));
+}
+
+void ChargeGrid::Tell(const QString& text) {
+    if (text.isEmpty())
+        return;
+    m_told << text;
+    emit Told(m_told.join(u' '));
+}
+
+void ChargeGrid::Refuse(const QString& why) {
+    Tell(why);
+    m_grid.RefuseCommit();
+}
+
+bool ChargeGrid::IsMoney(double price) {
+    const bool fits = !(price > kMostMoney);
+    if (!fits)
+        Tell(QStringLiteral("The catalogue's price is more than can be charged."));
+    return fits;
 }
 
 bool ChargeGrid::LookupInventoryItem(int row, QString& code, const QString& location) {
@@ -167,11 +215,23 @@ bool ChargeGrid::LookupInventoryItem(int row, QString& code, const QString& loca
     if (!gSupplyInfo->SearchDrug(code, location))
         code = gSupplyList->ShowList(code, true, location);
     code = code.trimmed();
+    if (code.isEmpty())
+        return false;
     if (!gSupplyInfo->SearchDrug(code, location)) {
         MsgBox(QStringLiteral("Item not found on file."), BoxIcon::Information);
         return false;
     }
     const components::DrugRecord& drug = gSupplyInfo->Drug();
+    if (drug.Status) {
+        MsgBox(QStringLiteral("Record is inactive...please reenter..."), BoxIcon::Exclamation,
+               QStringLiteral("Message"));
+        return false;
+    }
+    if (!IsMoney(drug.SellingPriceOut))
+        return false;
+    if (drug.OnHand <= 0)
+        Tell(QStringLiteral("%1: none in stock (%2).")
+                 .arg(drug.DrugName, base::PlainText(drug.OnHand)));
     const double price = ShownPrice(drug.SellingPriceOut);
     WriteItem(row, {code, drug.DrugName, {}, price, UnitDiscountOf(row, code, price)});
     return true;
@@ -190,19 +250,21 @@ bool ChargeGrid::LookupRevenueItem(int row, QString& code) {
             Write(row, Code, {});
             return false;
         }
+        if (!IsMoney(fee.RateA))
+            return false;
         const double price = ShownPrice(fee.RateA);
         WriteItem(row, {code, fee.OtherRevenue,
                         price == 0 ? QStringLiteral("Y") : QStringLiteral("N"), price, 0});
         return true;
     } catch (const base::RuntimeError& error) {
-        emit Told(QStringLiteral("%1  %2").arg(error.Number()).arg(error.Description()));
+        Tell(QStringLiteral("%1  %2").arg(error.Number()).arg(error.Description()));
         return false;
     }
 }
 
 bool ChargeGrid::SearchRevenueItem(int row, QString& code) {
     if (Text(row, Dept).isEmpty()) {
-        emit Told(QStringLiteral("Type the revenue code of the line first."));
+        Tell(QStringLiteral("Type the revenue code of the line first."));
         return false;
     }
     components::CodeSearch& search = *modGlobals::gCodeSearch;
@@ -212,6 +274,7 @@ bool ChargeGrid::SearchRevenueItem(int row, QString& code) {
 }
 
 void ChargeGrid::ShowListOf(int row, int col) {
+    m_told.clear();
     // A code that stands needs no narrowing: whoever asks for the list wants another one.
     const QString typed = m_grid.InEditMode() ? m_grid.EditText() : QString();
     const QString code = col == Dept ? clsRevenueCode::Pick(typed) : PickItem(row, typed);
@@ -242,7 +305,7 @@ double ChargeGrid::QuantityOf(int row) const {
 }
 
 double ChargeGrid::ComputeLineAmount(int row) const {
-    return Checked(base::Val(Text(row, Price)) * QuantityOf(row));
+    return base::Val(Text(row, Price)) * QuantityOf(row);
 }
 
 // A discount that does not add up with the price, because the item's price was changed between two
@@ -270,6 +333,7 @@ ChargeTotals ChargeGrid::Totals() const {
 
 void ChargeGrid::WriteItem(int row, const PricedItem& item) {
     LineOf(row).UnitDiscount = item.UnitDiscount;
+    LineOf(row).IsRaised = false;
     const QString price = base::MoneyText(item.Price);
     Write(row, Code, item.Code);
     Write(row, Description, item.Description);
@@ -291,6 +355,7 @@ void ChargeGrid::WriteAmounts(int row, double amount, double discount) {
 
 void ChargeGrid::EmptyItem(int row) {
     LineOf(row).UnitDiscount = 0;
+    LineOf(row).IsRaised = false;
     // The description of a line without an item is its revenue code's: it stays.
     if (!Text(row, ListPrice).isEmpty())
         Write(row, Description, {});

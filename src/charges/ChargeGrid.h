@@ -22,8 +22,8 @@ public:
     void Initialize_TableInput(QWidget* saveButton, QWidget* closeButton);
 
     /// Prices the line with a stock item: by its code, else by what is picked from the list that
-    /// `code` narrows. False after the message "Item not found on file."; the line is then
-    /// unchanged. Throws base::DatabaseError.
+    /// `code` narrows. False when nothing was picked, after the message "Item not found on file."
+    /// and for an inactive item; the line is then unchanged. Throws base::DatabaseError.
     bool LookupInventoryItem(int row, QString& code, const QString& location);
     /// Prices the line with a fee of the line's revenue code. False when nothing was picked, when
     /// the fee stands on another line (the message "Exam already selected." is shown and the code
@@ -32,8 +32,7 @@ public:
     /// Whether a line other than `row` has this item under this revenue code.
     bool IsDuplicateItem(int row, const QString& revenueId, const QString& itemCode) const;
     /// The price times the quantity; a quantity of less than 1 or none counts as 1, fractions are
-    /// rounded to whole units, halves to even. Throws base::RuntimeError 6 for more than money
-    /// holds.
+    /// rounded to whole units, halves to even.
     double ComputeLineAmount(int row) const;
     ChargeTotals Totals() const;
 
@@ -49,6 +48,7 @@ private:
     struct Line {
         QString RevenueID;        ///< as last accepted
         double UnitDiscount = 0;  ///< on one unit: quantities scale from it
+        bool IsRaised = false;    ///< the amount was typed above price times quantity
     };
     struct PricedItem {
         QString Code;
@@ -63,9 +63,15 @@ private:
     void CommitItemCode(int row);
     void CommitQuantity(int row);
     void CommitAmount(int row);
+    /// Adds to the message line, which begins empty with each commit.
+    void Tell(const QString& text);
+    /// Says why what was typed is not taken; the cell keeps it to be put right.
+    void Refuse(const QString& why);
     void ShowListOf(int row, int col);
     QString PickItem(int row, const QString& text);
     bool SearchRevenueItem(int row, QString& code);
+    /// Whether the price can be charged; else that is told.
+    bool IsMoney(double price);
     double UnitDiscountOf(int row, const QString& code, double price) const;
     double QuantityOf(int row) const;
     void WriteItem(int row, const PricedItem& item);
@@ -78,4 +84,5 @@ private:
     toolkit::EntryGrid& m_grid;
     const ChargeRules& m_rules;
     std::vector<Line> m_lines;
+    QStringList m_told;
 };

@@ -17,7 +17,7 @@ ChargeGrid* ChargeSheetDialog::SetUpSheet(const ChargeSheetControls& controls,
     m_grid = &controls.grdInput;
     auto* charges = new ChargeGrid(controls.grdInput, rules, this);
     new DoctorFields(controls.txtDoctorID, controls.txtDoctor, controls.cmdDoctor,
-                     controls.grdInput, this);
+                     controls.cmdClose, controls.grdInput, this);
     connect(charges, &ChargeGrid::Told, &controls.lblMessage, &QLabel::setText);
     connect(charges, &ChargeGrid::ItemCommitted, &controls.cmdSave,
             [&save = controls.cmdSave] { save.setEnabled(true); });

@@ -62,10 +62,13 @@ std::optional<std::vector<SlipLine>> LinesToSave(toolkit::EntryGrid& grid) {
     for (int row = 1; row < grid.Rows(); ++row) {
         if (grid.TextMatrix(row, Code).isEmpty() || base::Val(grid.TextMatrix(row, Amount)) != 0)
             continue;
-        toolkit::MsgBox(QStringLiteral("Please indicate the quantity for the exam '%1'.")
-                            .arg(grid.TextMatrix(row, Description).trimmed()),
+        // Of an open price no quantity makes an amount.
+        const bool isOpen = grid.TextMatrix(row, OpenPrice) == u"Y";
+        toolkit::MsgBox(QStringLiteral("Please indicate the %1 for the exam '%2'.")
+                            .arg(isOpen ? QStringLiteral("amount") : QStringLiteral("quantity"),
+                                 grid.TextMatrix(row, Description).trimmed()),
                         BoxIcon::Information, QStringLiteral("Outpatient Charges"));
-        grid.SetCell(row, Quantity);
+        grid.SetCell(row, isOpen ? Amount : Quantity);
         return {};
     }
     return lines;

@@ -26,8 +26,8 @@ struct SlipLine {
 std::vector<SlipLine> SlipLines(const toolkit::EntryGrid& grid);
 
 /// The same, when the sheet can be saved. Nothing after the message "There are no entries to be
-/// saved." or, for a line without an amount, "Please indicate the quantity for the exam '...'.";
-/// the cursor then stands in that line's quantity.
+/// saved." or, for a line without an amount, "Please indicate the quantity for the exam '...'.", of
+/// an open price "the amount"; the cursor then stands in that line's quantity or amount.
 std::optional<std::vector<SlipLine>> LinesToSave(toolkit::EntryGrid& grid);
 
 /// What stands on every line of a slip: who is charged and which doctor asked.

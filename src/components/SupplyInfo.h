@@ -47,6 +47,7 @@ struct DrugRecord {
     bool IsMedicine = false;  ///< else a supply
     double SellingPriceIn = 0;
     double SellingPriceOut = 0;
+    double OnHand = 0;  ///< at the location that was asked for, else everywhere
 };
 
 /// `DrugCatalog.clsDrug`: one medicine or supply, and the stock card.

@@ -167,15 +167,25 @@ void tst_ChargeLines::StockItem_notFoundLeavesTheLine() {
     ChargeWindow& window = Open();
     window.Charge(QStringLiteral("CA"), QStringLiteral("101"), QStringLiteral("4"));
     const QStringList before = window.Line(1);
+    m_session->Connection->Execute(
+        QStringLiteral("UPDATE BILLING..tbDrug SET Status = 1 WHERE DrugCode = '105'"));
+    m_session->Connection->Execute(
+        QStringLiteral("UPDATE BILLING..tbDrugStock SET OnHand = -2 WHERE DrugCode = '108'"));
     PickListKeys cancelled;
     m_boxes->Answer(BoxAnswer::Ok);
-    window.EnterAt(1, Code, QStringLiteral("9999"));
-    ExpectBox("Item not found on file.", BoxIcon::Information);
+    for (const QString& code : {QStringLiteral("9999"), QStringLiteral("105")}) {
+        window.EnterAt(1, Code, code);
+        QCOMPARE(window.Line(1), before);
+        QCOMPARE(window.At(), QPoint(1, Code));
+        // What was typed waits to be corrected.
+        QCOMPARE(window.Grid.EditText(), code);
+        window.Key(Qt::Key_Escape);
+    }
     QCOMPARE(cancelled.Shown, 1);
-    QCOMPARE(window.Line(1), before);
-    QCOMPARE(window.At(), QPoint(1, Code));
-    // What was typed waits to be corrected.
-    QCOMPARE(window.Grid.EditText(), QStringLiteral("9999"));
+    ExpectBox("Record is inactive...please reenter...", BoxIcon::Exclamation, "Message");
+    window.EnterAt(1, Code, QStringLiteral("108"));
+    QCOMPARE(window.Label("lblMessage"),
+             window.Cell(1, Description) + QStringLiteral(": none in stock (-2)."));
 }
 
 void tst_ChargeLines::StockItem_mayStandTwice() {
@@ -284,6 +294,11 @@ void tst_ChargeLines::Amount_isHeldAgainstThePrice() {
         ExpectBox("You cannot enter amount lesser than the price.", BoxIcon::Information,
                   "Message");
     QTEST(window.Cell(1, Amount), "amount");
+    // Two of them cost what two of them cost, whatever was typed for the one.
+    window.EnterAt(1, Quantity, QStringLiteral("2"));
+    QCOMPARE(window.Cell(1, Amount), QStringLiteral("900.00"));
+    const QString told = QStringLiteral("The amount 1000.01 is now price times quantity: 900.00.");
+    QCOMPARE(window.Label("lblMessage"), typed.startsWith(u"1000") ? told : QString());
 }
 
 void tst_ChargeLines::Amount_isNotTypedOnStockLines() {
@@ -300,22 +315,31 @@ void tst_ChargeLines::Amount_isNotTypedOnStockLines() {
 void tst_ChargeLines::Quantity_pricesTheLine_data() {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("amounts");
+    QTest::addColumn<QString>("told");
     QTest::newRow("zero counts as one") << "0"
-                                        << "385.00|308|77";
+                                        << "385.00|308|77"
+                                        << "0 counts as 1.";
     QTest::newRow("only a point") << "."
-                                  << "385.00|308|77";
+                                  << "385.00|308|77"
+                                  << ". counts as 1.";
     QTest::newRow("a minus is not taken") << "-2"
-                                          << "770.00|616|154";
+                                          << "770.00|616|154"
+                                          << "";
     QTest::newRow("letters are not taken") << "x"
-                                           << "385.00|308|77";
+                                           << "385.00|308|77"
+                                           << "";
     QTest::newRow("half to even, down") << "2.5"
-                                        << "770.00|616|154";
+                                        << "770.00|616|154"
+                                        << "2.5 counts as 2.";
     QTest::newRow("half to even, up") << "3.5"
-                                      << "1540.00|1232|308";
+                                      << "1540.00|1232|308"
+                                      << "3.5 counts as 4.";
     QTest::newRow("less than half a unit") << "0.4"
-                                           << "385.00|308|77";
+                                           << "385.00|308|77"
+                                           << "0.4 counts as 1.";
     QTest::newRow("most") << "32767"
-                          << "12615295.00|10092236|2523059";
+                          << "12615295.00|10092236|2523059"
+                          << "";
 }
 
 void tst_ChargeLines::Quantity_pricesTheLine() {
@@ -325,6 +349,7 @@ void tst_ChargeLines::Quantity_pricesTheLine() {
     QTEST(
         window.Line(1)[Amount] + u'|' + window.Cell(1, NetAmount) + u'|' + window.Cell(1, Discount),
         "amounts");
+    QTEST(window.Label("lblMessage"), "told");
     QCOMPARE(window.Totals()[1], base::MoneyText(base::Val(window.Cell(1, Discount))));
     // The units that are priced are those that stand in the sheet.
     QCOMPARE(base::MoneyText(385 * base::Val(window.Cell(1, Quantity))), window.Cell(1, Amount));
@@ -349,9 +374,9 @@ void tst_ChargeLines::Quantity_thatOverflowsIsRefused() {
     window.Charge(QStringLiteral("CA"), QStringLiteral("101"), QStringLiteral("2"));
     const QStringList before = window.Line(1);
     for (const QString& typed : {QStringLiteral("32767.5"), QString(400, u'9')}) {
-        window.Grid.SetCell(1, Quantity);
-        QVERIFY_EXCEPTION_THROWN(window.Enter(typed), base::RuntimeError);
+        window.EnterAt(1, Quantity, typed);
         QCOMPARE(window.Line(1), before);
+        QCOMPARE(window.Label("lblMessage"), QStringLiteral("The largest quantity is 32767."));
         window.Key(Qt::Key_Escape);
     }
 }

@@ -104,7 +104,7 @@ void tst_ChargeSlips::Save_writesTheLinesInOrder() {
     const QString request = QStringLiteral("sp_CAPD_SaveRequest ");
     QCOMPARE(heads.join(u' '),
              QStringLiteral("BeginTrans SELECT BeginTrans UPDATE CommitTrans sp_Pars_CheckCompany "
-                            "sp_PDAF_GetBalance sp_PDAF_GetRemBill sp_StockCard_Append ") +
+                            "sp_PDAF_GetBalance sp_StockCard_Append ") +
                  fund + share + share + share + request + QStringLiteral("sp_capd_addbill ") +
                  fund + share + request + QStringLiteral("sp_CAPD_DoctorCharge ") + fund + share +
                  request +
@@ -180,7 +180,7 @@ void tst_ChargeSlips::Save_refuses_data() {
                                    << "There are no entries to be saved."
                                    << "CAPD";
     QTest::newRow("an amount of 0") << "510"
-                                    << "Please indicate the quantity for the exam '%1'."
+                                    << "Please indicate the amount for the exam '%1'."
                                     << "Outpatient Charges";
 }
 
@@ -204,7 +204,7 @@ void tst_ChargeSlips::Save_refuses() {
     QTEST(m_boxes->Shown().back().Title, "title");
     QVERIFY(m_window->Window.isVisible());
     if (!openPriceFee.isEmpty())
-        QCOMPARE(m_window->At(), QPoint(2, Quantity));
+        QCOMPARE(m_window->At(), QPoint(2, Amount));
     QCOMPARE(m_case->State(), before);
 }
 

@@ -106,7 +106,20 @@ void tst_DoctorFields::Doctor_notOnFileIsTyped() {
     window.Type(QStringLiteral("1"));
     QVERIFY(name.isReadOnly());
     QVERIFY(window.Find<QPushButton>("cmdDoctor").isEnabled());
-    QCOMPARE(name.text(), QStringLiteral("Dr. O'Neil"));
+    QCOMPARE(name.text(), QString());
+    // Left by Tab, the code is looked up as by Enter; what is not found keeps the keyboard.
+    window.Type(QStringLiteral("01"));
+    window.Key(Qt::Key_Tab);
+    QCOMPARE(name.text(), QStringLiteral("DR. Clara Abernathy"));
+    QCOMPARE(window.Focus(), QStringLiteral("grdInput"));
+    code.setText(QStringLiteral("9999"));
+    code.setFocus();
+    PickListKeys cancelled;
+    m_boxes->Answer(BoxAnswer::Ok);
+    window.Key(Qt::Key_Tab);
+    QCOMPARE(cancelled.Shown, 1);
+    QCOMPARE(window.Focus(), QStringLiteral("txtDoctorID"));
+    QCOMPARE(name.text(), QString());
 }
 
 void tst_DoctorFields::Doctor_endsTheSheetsEditing() {

@@ -72,9 +72,9 @@ void tst_SlipPrograms::init() {
 std::unique_ptr<QProcess> tst_SlipPrograms::Start(const QString& work, int number) const {
     auto program = std::make_unique<QProcess>();
     program->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    program->start(QCoreApplication::applicationFilePath(),
-                   SlipProgram::Arguments(work, m_session->Hospital().ConnectionString(),
-                                          *m_case, number));
+    program->start(
+        QCoreApplication::applicationFilePath(),
+        SlipProgram::Arguments(work, m_session->Hospital().ConnectionString(), *m_case, number));
     return program;
 }
 

@@ -209,13 +209,13 @@ void tst_frmAssessment::Save_isRefused_data() {
     QTest::addColumn<QString>("button");
     QTest::addColumn<QStringList>("said");
     const QString empty = QStringLiteral("There are no entries to be saved.");
-    const QString quantity = QStringLiteral("Please indicate the quantity for the exam '%1'.");
+    const QString amount = QStringLiteral("Please indicate the amount for the exam '%1'.");
     const QString notSaved = QStringLiteral("Record Not Successfully Saved");
     QTest::newRow("no line") << false << "cmdSave" << QStringList{empty};
     QTest::newRow("no line, to be printed")
         << false << "cmdSavePrint" << QStringList{empty, notSaved};
     QTest::newRow("a line without amount, to be printed")
-        << true << "cmdSavePrint" << QStringList{quantity, notSaved};
+        << true << "cmdSavePrint" << QStringList{amount, notSaved};
 }
 
 void tst_frmAssessment::Save_isRefused() {

@@ -81,7 +81,8 @@ bool clsDrug::SearchDrug(const QString& code, const QString& location) {
               .Status = row.Fields(QStringLiteral("Status")).Number() != 0,
               .IsMedicine = row.Fields(QStringLiteral("Kind")).Text() == kMedicines,
               .SellingPriceIn = row.Fields(QStringLiteral("SellingPriceIn")).Number(),
-              .SellingPriceOut = row.Fields(QStringLiteral("SellingPriceOut")).Number()};
+              .SellingPriceOut = row.Fields(QStringLiteral("SellingPriceOut")).Number(),
+              .OnHand = row.Fields(QStringLiteral("OnHand")).Number()};
     return true;
 }
 
