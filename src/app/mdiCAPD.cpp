@@ -73,6 +73,8 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
             &mdiCAPD::SwitchChild);
     qApp->installEventFilter(this);
     db::Connection::SetWaitHook([this](bool waiting) { ShowWaiting(waiting); });
+    // What the bar has no room for is read under the mouse.
+    connect(statusBar(), &QStatusBar::messageChanged, statusBar(), &QWidget::setToolTip);
     Saved::SetHook([this](const QString& sentence) { statusBar()->showMessage(sentence); });
 }
 

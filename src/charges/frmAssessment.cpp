@@ -139,8 +139,7 @@ QString frmAssessment::SaveAssessment(const Lines& lines) {
 
 bool frmAssessment::SaveOnce(const std::function<QString(const Lines&)>& save,
                              const Finish& print) {
-    const QString told =
-        QStringLiteral("Assessment %1, slip %2, is saved").arg(ui->txtIDNum->text(), u"%1");
+    const QString told = QStringLiteral("Slip %1 of %2 is saved").arg(u"%1", ui->txtIDNum->text());
     return SaveSheet(save, told, m_patientName,
                      [&print](const Saved& saved, const QString& slipNumber, const Lines& lines) {
                          MsgBox(kSaved, BoxIcon::Information, kMessage);

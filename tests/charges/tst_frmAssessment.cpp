@@ -3,6 +3,7 @@
 #include "CommandLog.h"
 #include "charges/ChargeSession.h"
 #include "components/PickListKeys.h"
+#include "session/Saved.h"
 #include "toolkit/MsgBox.h"
 
 namespace {
@@ -182,7 +183,12 @@ void tst_frmAssessment::Save_writesTheAssessmentAndTouchesNeitherFundsNorStock()
     window.Box("txtSname").setText(QStringLiteral("SOMEBODY ELSE"));
     toolkit::BoxScript boxes;
     boxes.Answer(toolkit::BoxAnswer::Ok);
+    QString told;
+    Saved::SetHook([&told](const QString& sentence) { told = sentence; });
     window.Button("cmdSave").click();
+    Saved::SetHook({});
+    QCOMPARE(told,
+             QStringLiteral("Slip %1 of T299901C is saved for ZZWALK'IN, Ana Luz.").arg(slip));
     QCOMPARE(boxes.Leftovers(), QStringList());
     QCOMPARE(boxes.Shown()[0].Text, QStringLiteral("Record Saved"));
     QVERIFY(!window.Window.isVisible());
