@@ -9,6 +9,7 @@
 #include "charges/clsComputeDiscount.h"
 #include "charges/clsRevenueCode.h"
 #include "session/modGlobals.h"
+#include "toolkit/CellText.h"
 #include "toolkit/EntryGrid.h"
 #include "toolkit/MsgBox.h"
 
@@ -56,6 +57,10 @@ ChargeGrid::ChargeGrid(toolkit::EntryGrid& grid, const ChargeRules& rules, QObje
     : QObject(parent), m_grid(grid), m_rules(rules) {
     connect(&m_grid, &toolkit::EntryGrid::CellCommitted, this, &ChargeGrid::CommitCell);
     connect(&m_grid, &toolkit::EntryGrid::LookupRequested, this, &ChargeGrid::ShowListOf);
+    connect(&m_grid, &toolkit::EntryGrid::NotTaken, this, [this](const QString& typed) {
+        m_notTaken = typed;
+        emit Told(QStringLiteral("%1: only digits and one point count here.").arg(typed));
+    });
     connect(&m_grid, &toolkit::EntryGrid::LineRemoved, this, [this](int row) {
         // A sheet's only line is emptied instead of removed: it begins anew as well.
         if (row < int(m_lines.size()))
@@ -101,6 +106,7 @@ void ChargeGrid::Initialize_TableInput(QWidget* saveButton, QWidget* closeButton
 void ChargeGrid::CommitCell(int row, int col) {
     m_told.clear();
     emit Told({});
+    TellOfNotTaken(Text(row, col));
     switch (col) {
         case Dept:
             CommitRevenueCode(row);
@@ -188,6 +194,13 @@ void ChargeGrid::CommitAmount(int row) {
     WriteAmounts(row, amount, 0);
     LineOf(row).IsRaised = Text(row, OpenPrice) != u"Y" &&
                            Text(row, Amount) != base::MoneyText(ComputeLineAmount(row));
+}
+
+// What was taken back meanwhile and typed anew begins otherwise.
+void ChargeGrid::TellOfNotTaken(const QString& taken) {
+    const QString typed = std::exchange(m_notTaken, QString());
+    if (!typed.isEmpty() && taken.startsWith(toolkit::NumericPart(typed)))
+        Tell(QStringLiteral("Taken: %1. Only digits and one point count.").arg(taken));
 }
 
 void ChargeGrid::Tell(const QString& text) {
@@ -337,6 +350,7 @@ void ChargeGrid::WriteItem(int row, const PricedItem& item) {
     const QString price = base::MoneyText(item.Price);
     Write(row, Code, item.Code);
     Write(row, Description, item.Description);
+    Write(row, Type, {});
     Write(row, OpenPrice, item.OpenPrice);
     Write(row, Price, price);
     Write(row, ListPrice, price);

@@ -63,6 +63,7 @@ private:
     void CommitItemCode(int row);
     void CommitQuantity(int row);
     void CommitAmount(int row);
+    void TellOfNotTaken(const QString& taken);
     /// Adds to the message line, which begins empty with each commit.
     void Tell(const QString& text);
     /// Says why what was typed is not taken; the cell keeps it to be put right.
@@ -85,4 +86,5 @@ private:
     const ChargeRules& m_rules;
     std::vector<Line> m_lines;
     QStringList m_told;
+    QString m_notTaken;  ///< typed and left out since the last commit
 };

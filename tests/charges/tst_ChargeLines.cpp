@@ -324,10 +324,13 @@ void tst_ChargeLines::Quantity_pricesTheLine_data() {
                                   << ". counts as 1.";
     QTest::newRow("a minus is not taken") << "-2"
                                           << "770.00|616|154"
-                                          << "";
+                                          << "Taken: 2. Only digits and one point count.";
     QTest::newRow("letters are not taken") << "x"
                                            << "385.00|308|77"
-                                           << "";
+                                           << "x: only digits and one point count here.";
+    QTest::newRow("an exponent is not taken") << "1e1"
+                                              << "4235.00|3388|847"
+                                              << "Taken: 11. Only digits and one point count.";
     QTest::newRow("half to even, down") << "2.5"
                                         << "770.00|616|154"
                                         << "2.5 counts as 2.";
@@ -362,9 +365,10 @@ void tst_ChargeLines::Quantity_scalesFromOneUnit() {
     QCOMPARE(window.Cell(1, Amount), QStringLiteral("1170.75"));
     QCOMPARE(window.Cell(1, NetAmount), QStringLiteral("936.6"));
     QCOMPARE(window.Cell(1, Discount), QStringLiteral("234.15"));
-    // Another item on the line begins with its own values, for one unit.
+    // Another item on the line begins with its own values, for one unit and of no type.
+    window.Grid.SetTextMatrix(1, Type, QStringLiteral("STAT"));
     window.EnterAt(1, Code, QStringLiteral("105"));
-    QCOMPARE(window.Cell(1, Quantity), QStringLiteral("1"));
+    QCOMPARE(window.Cell(1, Type) + window.Cell(1, Quantity), QStringLiteral("1"));
     window.EnterAt(1, Quantity, QStringLiteral("10"));
     QCOMPARE(window.Totals().join(u'|'), QStringLiteral("300.00|60.00|240.00"));
 }
