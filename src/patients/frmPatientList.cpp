@@ -41,7 +41,7 @@ const std::vector<toolkit::ListColumn>& Columns() {
 const QString kHintNobody =
     QStringLiteral("Nobody was found. Type a number or a last name, then press Enter.");
 const QString kHintToOpen = QStringLiteral(
-    "Enter or double click opens the patient.  A star marks a CAPD patient.  "
+    "Enter or double click opens the patient.  A star marks a CAPD patient.\n"
     "Letters and digits search anew, Ctrl+1 to Ctrl+9 sort by a column.");
 
 }  // namespace

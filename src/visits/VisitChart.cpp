@@ -1,11 +1,13 @@
 #include "visits/VisitChart.h"
 
-#include <QtCharts/QDateTimeAxis>
+#include <QGraphicsLayout>
+#include <QtCharts/QCategoryAxis>
 #include <QtCharts/QLegendMarker>
 #include <QtCharts/QLineSeries>
 #include <QtCharts/QValueAxis>
 #include <algorithm>
 #include <limits>
+#include <set>
 
 #include "base/Dates.h"
 #include "base/Numbers.h"
@@ -25,8 +27,8 @@ struct Line {
 const std::array<Line, 3> kLines{{
     {u"Weight", [](const Visit& v) { return v.Weight; }, qRgb(0x0b, 0x5c, 0xad), Qt::SolidLine,
      false},
-    {u"Blood pressure, upper", [](const Visit& v) { return v.Pressure.Systolic; },
-     qRgb(0xb4, 0x23, 0x18), Qt::SolidLine, true},
+    {u"Pressure, upper", [](const Visit& v) { return v.Pressure.Systolic; }, qRgb(0xb4, 0x23, 0x18),
+     Qt::SolidLine, true},
     {u"lower", [](const Visit& v) { return v.Pressure.Diastolic; }, qRgb(0xc2, 0x6a, 0x00),
      Qt::DashLine, true},
 }};
@@ -34,6 +36,7 @@ const std::array<Line, 3> kLines{{
 constexpr qint64 kDayMilliseconds = 24 * 60 * 60 * 1000;
 constexpr double kDot = 2.5, kMarkedDot = 5;
 constexpr size_t kDottedVisits = 60;
+constexpr double kDayWidth = 100;
 
 QPen PenOf(const Line& line) {
     return QPen(QColor(line.Colour), 2, line.Style);
@@ -54,25 +57,27 @@ void Fit(QValueAxis& axis, double low, double high) {
 
 VisitChart::VisitChart(QWidget* parent)
     : QChartView(parent),
-      m_days(new QDateTimeAxis),
+      m_days(new QCategoryAxis),
       m_weight(new QValueAxis),
       m_pressure(new QValueAxis) {
     setRenderHint(QPainter::Antialiasing);
     setFocusPolicy(Qt::NoFocus);
     setAccessibleName(QStringLiteral("Weight and blood pressure over the visits"));
-    chart()->setMargins(QMargins(4, 4, 4, 4));
+    chart()->setMargins(QMargins(4, 0, 4, 0));
+    chart()->layout()->setContentsMargins(0, 0, 0, 0);
+    chart()->setBackgroundRoundness(0);
+    chart()->legend()->setContentsMargins(0, 0, 0, 0);
     chart()->legend()->setAlignment(Qt::AlignTop);
     SetUpAxes();
     SetVisits({});
 }
 
 void VisitChart::SetUpAxes() {
-    m_days->setFormat(QStringLiteral("M/d/yyyy"));
-    m_days->setTickCount(4);
-    m_weight->setTitleText(QStringLiteral("Weight"));
+    m_days->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
     m_weight->setLabelFormat(QStringLiteral("%.0f"));
-    m_pressure->setTitleText(QStringLiteral("Pressure"));
+    m_weight->setLabelsColor(QColor(kLines[0].Colour));
     m_pressure->setLabelFormat(QStringLiteral("%.0f"));
+    m_pressure->setLabelsColor(QColor(kLines[1].Colour));
     m_pressure->setGridLineVisible(false);
     chart()->addAxis(m_days, Qt::AlignBottom);
     chart()->addAxis(m_weight, Qt::AlignLeft);
@@ -95,6 +100,7 @@ void VisitChart::SetVisits(std::vector<Visit> visits) {
     for (size_t line = 0; line < kLines.size(); ++line)
         m_runs[line] = visits::Runs(m_visits, kLines[line].Read);
     FitAxes();
+    FitDays();
     chart()->setTitle(m_visits.empty() ? QStringLiteral("No earlier visit.") : QString());
     viewport()->update();
 }
@@ -112,37 +118,72 @@ void VisitChart::FitAxes() {
             }
     Fit(*m_weight, low[0], high[0]);
     Fit(*m_pressure, low[1], high[1]);
+}
+
+// Twelve months at a time, counted back from the latest visit: those that hold the marked one.
+void VisitChart::FitDays() {
     if (m_visits.empty())
         return;
     const auto earlier = [](const Visit& a, const Visit& b) { return a.Moment < b.Moment; };
-    const auto [first, last] = std::minmax_element(m_visits.begin(), m_visits.end(), earlier);
-    const qint64 air = std::max(kDayMilliseconds, first->Moment.msecsTo(last->Moment) / 40);
-    m_days->setRange(first->Moment.addMSecs(-air), last->Moment.addMSecs(air));
+    QDateTime end = std::max_element(m_visits.begin(), m_visits.end(), earlier)->Moment;
+    const QDateTime shown = m_marked >= 0 ? m_visits[size_t(m_marked)].Moment : end;
+    while (shown <= end.addYears(-1))
+        end = end.addYears(-1);
+    std::set<QDateTime> moments;
+    for (const Visit& visit : m_visits)
+        if (visit.Moment > end.addYears(-1) && visit.Moment <= end)
+            moments.insert(visit.Moment);
+    m_shown = moments.size();
+    const qint64 span = moments.begin()->msecsTo(*moments.rbegin());
+    const qint64 air = std::max(kDayMilliseconds, span / 12);
+    m_days->setRange(double(moments.begin()->toMSecsSinceEpoch() - air),
+                     double(moments.rbegin()->toMSecsSinceEpoch() + air));
+    LabelDays({moments.begin(), moments.end()}, double(span));
+}
+
+// The visits' own days stand below, as many as have room; each once.
+void VisitChart::LabelDays(const std::vector<QDateTime>& moments, double span) {
+    for (const QString& label : m_days->categoriesLabels())
+        m_days->remove(label);
+    const double apart = span * kDayWidth / std::max(1.0, chart()->plotArea().width());
+    double last = std::numeric_limits<double>::lowest();
+    for (const QDateTime& moment : moments) {
+        const double place = double(moment.toMSecsSinceEpoch());
+        if (place - last < apart || m_days->max() - place < apart / 2)
+            continue;
+        m_days->append(base::ShortDate(moment.date()), place);
+        last = place;
+    }
 }
 
 void VisitChart::Mark(int visit) {
     m_marked = visit >= 0 && visit < int(m_visits.size()) ? visit : -1;
-    QString told;
-    if (m_marked >= 0) {
-        const Visit& chosen = m_visits[size_t(m_marked)];
-        const auto text = [](const std::optional<double>& value) {
-            return value ? base::PlainText(*value) : QStringLiteral("-");
-        };
-        told = QStringLiteral("%1:  weight %2,  blood pressure %3/%4")
-                   .arg(base::ShortDate(chosen.Moment.date()), text(chosen.Weight),
-                        text(chosen.Pressure.Systolic), text(chosen.Pressure.Diastolic));
-    }
-    if (!m_visits.empty())
-        chart()->setTitle(told);
+    FitDays();
     viewport()->update();
+}
+
+QString VisitChart::MarkText() const {
+    if (m_marked < 0)
+        return {};
+    const Visit& chosen = m_visits[size_t(m_marked)];
+    const auto text = [](const std::optional<double>& value) {
+        return value ? base::PlainText(*value) : QStringLiteral("-");
+    };
+    return QStringLiteral("%1:  weight %2,  blood pressure %3/%4")
+        .arg(base::ShortDate(chosen.Moment.date()), text(chosen.Weight),
+             text(chosen.Pressure.Systolic), text(chosen.Pressure.Diastolic));
+}
+
+void VisitChart::resizeEvent(QResizeEvent* event) {
+    QChartView::resizeEvent(event);
+    FitDays();
 }
 
 QPointF VisitChart::Place(const QPointF& point, const QValueAxis& axis) const {
     const QRectF plot = chart()->plotArea();
-    const double start = double(m_days->min().toMSecsSinceEpoch());
-    const double end = double(m_days->max().toMSecsSinceEpoch());
-    return {plot.left() + (point.x() - start) / (end - start) * plot.width(),
-            plot.bottom() - (point.y() - axis.min()) / (axis.max() - axis.min()) * plot.height()};
+    return {
+        plot.left() + (point.x() - m_days->min()) / (m_days->max() - m_days->min()) * plot.width(),
+        plot.bottom() - (point.y() - axis.min()) / (axis.max() - axis.min()) * plot.height()};
 }
 
 void VisitChart::drawForeground(QPainter* painter, const QRectF&) {
@@ -163,7 +204,7 @@ void VisitChart::drawForeground(QPainter* painter, const QRectF&) {
             painter->drawPolyline(shown);
             painter->setPen(Qt::NoPen);
             painter->setBrush(colour);
-            if (m_visits.size() <= kDottedVisits || shown.size() == 1)
+            if (m_shown <= kDottedVisits || shown.size() == 1)
                 for (const QPointF& place : shown)
                     painter->drawEllipse(place, kDot, kDot);
         }

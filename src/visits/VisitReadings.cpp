@@ -9,6 +9,8 @@ namespace visits {
 namespace {
 
 constexpr int kNoSuchField = 3265;
+// Of somebody who came on foot or was carried in; beyond them something else was written.
+constexpr double kLowestSystolic = 40, kHighestSystolic = 300, kLowestDiastolic = 10;
 
 std::optional<double> Positive(QString digits) {
     const double value = digits.replace(u',', u'.').toDouble();
@@ -26,16 +28,27 @@ int Column(const db::RowStore& rows, const QString& name) {
 }  // namespace
 
 std::optional<double> ReadWeight(const QString& text) {
-    static const QRegularExpression number(QStringLiteral("^\\s*(\\d+(?:[.,]\\d+)?)"));
+    static const QRegularExpression number(
+        QStringLiteral("^\\s*(\\d+(?:[.,]\\d+)?)(?![.,]?\\d|\\s*[/-]\\s*\\d)"));
     return Positive(number.match(text).captured(1));
 }
 
+// Three numbers between slashes are a date or a slip of the hand, and no two of them a pressure.
 BloodPressure ReadBloodPressure(const QString& text) {
-    static const QRegularExpression pair(QStringLiteral("(\\d{2,3})\\s*/\\s*(\\d{2,3})(?!\\d|/)"));
-    static const QRegularExpression upper(QStringLiteral("^\\s*(\\d{2,3})(?!\\d|\\s*/\\s*\\d)"));
-    if (const auto both = pair.match(text); both.hasMatch())
-        return {Positive(both.captured(1)), Positive(both.captured(2))};
-    return {Positive(upper.match(text).captured(1)), std::nullopt};
+    static const QRegularExpression chain(
+        QStringLiteral("(?<![\\d.,/])\\d+(?:\\s*/\\s*\\d+)+(?![\\d/])"));
+    static const QRegularExpression upper(
+        QStringLiteral("^\\s*(\\d{2,3})(?![.,]?\\d|\\s*/\\s*\\d)"));
+    for (const auto& match : chain.globalMatch(text)) {
+        const QStringList parts = match.captured().split(u'/');
+        const double systolic = parts[0].toDouble();
+        const double diastolic = parts[1].toDouble();
+        if (parts.size() == 2 && systolic >= kLowestSystolic && systolic <= kHighestSystolic &&
+            diastolic >= kLowestDiastolic && diastolic < systolic)
+            return {systolic, diastolic};
+    }
+    const std::optional<double> alone = Positive(upper.match(text).captured(1));
+    return {alone && *alone >= kLowestSystolic ? alone : std::nullopt, std::nullopt};
 }
 
 std::vector<Visit> ReadVisits(const db::RowStore& rows) {

@@ -18,9 +18,11 @@ struct BloodPressure {
     std::optional<double> Diastolic;
 };
 
-/// The leading number: "55.5", "55,5 kg". Nothing for no number and for zero.
+/// The leading number: "55.5", "55,5 kg". Nothing for no number, for zero, and for the beginning of
+/// something longer: "12/05/24", "55-57".
 std::optional<double> ReadWeight(const QString& text);
-/// "130/80", also with blanks or words around; a number alone is the upper one.
+/// "130/80", also with blanks or words around; a number alone is the upper one. Nothing of
+/// "120/80/60", "1300/80" or a date.
 BloodPressure ReadBloodPressure(const QString& text);
 
 struct Visit {

@@ -13,6 +13,7 @@
 #include "toolkit/MsgBox.h"
 #include "toolkit/Twips.h"
 #include "ui_frmCAPDVisit.h"
+#include "visits/frmPastVisit.h"
 
 namespace {
 
@@ -34,6 +35,8 @@ QString VisitsCommand(const QString& hospNum) {
 constexpr int kArguments = 27;
 constexpr int kSecondVisit = 50204;
 constexpr int kHeightWithVisits = 8820;
+constexpr int kDiagnosisColumn = 4, kPressureColumn = 6;
+constexpr int kNarrowestChart = 280;
 constexpr std::array<int, 5> kColumnTwips{100, 1100, 2100, 1000, 3000};
 
 }  // namespace
@@ -52,7 +55,8 @@ frmCAPDVisit::frmCAPDVisit(QWidget* parent)
     connect(ui->cmdView, &QPushButton::clicked, this, &frmCAPDVisit::cmdView_Click);
     connect(ui->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
     connect(ui->grdTable, &toolkit::FlexGrid::CurrentRowChanged, this,
-            [this](int row) { ui->chtVisits->Mark(row - 1); });
+            &frmCAPDVisit::grdTable_RowColChange);
+    connect(ui->grdTable, &toolkit::FlexGrid::RowOpened, this, &frmCAPDVisit::grdTable_DblClick);
     order.front()->setFocus();
 }
 
@@ -127,11 +131,36 @@ void frmCAPDVisit::cmdView_Click() {
     ShowVisitGrid();
     if (visits.RecordCount() > 0) {
         ui->grdTable->Bind(visits.Rows());
-        ui->chtVisits->SetVisits(visits::ReadVisits(*visits.Rows()));
-        ui->chtVisits->Mark(ui->grdTable->Row() - 1);
+        m_visits = visits.Rows();
+        ui->chtVisits->SetVisits(visits::ReadVisits(*m_visits));
+        grdTable_RowColChange(ui->grdTable->Row());
+        ShowReadings();
         ui->grdTable->setFocus(Qt::OtherFocusReason);
     }
     visits.Close();
+}
+
+void frmCAPDVisit::grdTable_RowColChange(int row) {
+    ui->chtVisits->Mark(row - 1);
+    ui->lblVisit->setText(ui->chtVisits->MarkText());
+}
+
+void frmCAPDVisit::grdTable_DblClick(int row) {
+    if (m_visits && row >= 1)
+        frmPastVisit(*m_visits, row - 1, ui->lblPatient->text(), this).exec();
+}
+
+// Weight and pressure are what a visit is looked up for: they stand in sight, the chart beside
+// them.
+void frmCAPDVisit::ShowReadings() {
+    const toolkit::FlexGrid& grid = *ui->grdTable;
+    ui->grdTable->setColumnWidth(kDiagnosisColumn,
+                                 toolkit::Twips(kColumnTwips[kDiagnosisColumn], this));
+    int needed = grid.width() - grid.viewport()->width() +
+                 grid.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    for (int column = 0; column <= kPressureColumn; ++column)
+        needed += grid.columnWidth(column);
+    ui->grdTable->setMinimumWidth(qMin(needed, width() - kNarrowestChart));
 }
 
 void frmCAPDVisit::ShowVisitGrid() {
@@ -141,6 +170,8 @@ void frmCAPDVisit::ShowVisitGrid() {
     const QRect area = screen()->availableGeometry();
     if (frameGeometry().bottom() > area.bottom())
         move(x(), qMax(area.top(), y() - (frameGeometry().bottom() - area.bottom())));
+    m_visits.reset();
+    ui->lblVisit->clear();
     ui->grdTable->Bind(nullptr);
     if (ui->grdTable->Cols() < int(kColumnTwips.size()))
         ui->grdTable->SetCols(int(kColumnTwips.size()));

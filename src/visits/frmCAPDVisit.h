@@ -3,6 +3,8 @@
 #include <QDialog>
 #include <memory>
 
+#include "db/RowStore.h"
+
 namespace Ui {
 class frmCAPDVisit;
 }
@@ -30,8 +32,12 @@ private:
     void cmdSave_Click();
     void cmdView_Click();
     void ShowVisitGrid();
+    void ShowReadings();
+    void grdTable_RowColChange(int row);
+    void grdTable_DblClick(int row);
 
     std::unique_ptr<Ui::frmCAPDVisit> ui;
     QString m_hospNum;
     QString m_idNum;
+    std::shared_ptr<const db::RowStore> m_visits;
 };

@@ -1,6 +1,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <QTextEdit>
+#include <QTimer>
+#include <QtCharts/QCategoryAxis>
 
 #include "CommandLog.h"
 #include "FakeComponents.h"
@@ -15,6 +18,7 @@
 #include "toolkit/Twips.h"
 #include "visits/VisitChart.h"
 #include "visits/frmCAPDVisit.h"
+#include "visits/frmPastVisit.h"
 
 // The visit window over the demo hospital; 200005 is on the register under 1001.
 class tst_frmCAPDVisit final : public QObject {
@@ -26,6 +30,7 @@ private slots:
     void Save_onceADayAlsoAcrossMidnight();
     void Save_afterAnotherNurseKeepsWhatWasTyped();
     void View_listsTheVisitsAndMarksTheChosenOne();
+    void Chart_showsTwelveMonths();
     void View_withoutVisitsLeavesTheGridCleared();
     void Readings_leaveGaps_data();
     void Readings_leaveGaps();
@@ -162,8 +167,44 @@ void tst_frmCAPDVisit::View_listsTheVisitsAndMarksTheChosenOne() {
     QCOMPARE(grid->ColWidth(0), 100);
     QCOMPARE(grid->ColWidth(4), 3000);
     QCOMPARE(chart->Marked(), 0);
+    QTRY_VERIFY2(chart->chart()->plotArea().height() >= 200,
+                 qPrintable(QString::number(chart->chart()->plotArea().height())));
+    const QRect pressure = grid->CellRect(1, 6);
+    QVERIFY(grid->viewport()->rect().contains(pressure));
     QTest::keyClick(Find<toolkit::FlexGrid>("grdTable"), Qt::Key_Down);
     QCOMPARE(chart->Marked(), 1);
+    modGlobals::gConnection->Execute(
+        QStringLiteral("UPDATE CLINICAL_AREA..tbCAPDLogBook SET Remarks = 'one <b>\ntwo' WHERE "
+                       "HospNum = '200005'"));
+    Find<QPushButton>("cmdView")->click();
+    QString read;
+    QTimer::singleShot(0, [&read] {
+        auto* visit = qobject_cast<frmPastVisit*>(QApplication::activeModalWidget());
+        read = visit->findChild<QTextEdit*>()->toPlainText();
+        QTest::keyClick(visit->focusWidget(), Qt::Key_Return);
+    });
+    QTest::keyClick(Find<toolkit::FlexGrid>("grdTable"), Qt::Key_Return);
+    QVERIFY2(read.contains(QStringLiteral("A9B")) && read.contains(QStringLiteral("one <b>")) &&
+                 read.contains(QStringLiteral("two")),
+             qPrintable(read));
+}
+
+// The last twelve months stand first; a visit before them brings its own. Each visit has one date.
+void tst_frmCAPDVisit::Chart_showsTwelveMonths() {
+    auto* chart = Find<VisitChart>("chtVisits");
+    auto* days = qobject_cast<QCategoryAxis*>(chart->chart()->axes(Qt::Horizontal).front());
+    const QDateTime last(QDate(2026, 11, 23), QTime(8, 0));
+    chart->SetVisits({{last, 50, {}}});
+    QCOMPARE(days->categoriesLabels(), QStringList{QStringLiteral("11/23/2026")});
+    chart->SetVisits({{last, 50, {}}, {last.addMonths(-11), 51, {}}, {last.addYears(-2), 52, {}}});
+    const auto shows = [days](const QDateTime& moment) {
+        const double place = double(moment.toMSecsSinceEpoch());
+        return days->min() < place && place < days->max();
+    };
+    QVERIFY(shows(last) && shows(last.addMonths(-11)) && !shows(last.addYears(-2)));
+    chart->Mark(2);
+    QVERIFY(!shows(last) && shows(last.addYears(-2)));
+    QCOMPARE(days->categoriesLabels(), QStringList{QStringLiteral("11/23/2024")});
 }
 
 void tst_frmCAPDVisit::View_withoutVisitsLeavesTheGridCleared() {
@@ -188,6 +229,11 @@ void tst_frmCAPDVisit::Readings_leaveGaps_data() {
     row("empty", "", "", {-1, -1, -1});
     row("words", "not taken", "unable 2 x", {-1, -1, -1});
     row("a date is no pressure", "-", "11/22/2026", {-1, -1, -1});
+    row("a date and no weight", "12/05/24", "12/05/24", {-1, -1, -1});
+    row("three numbers", "55-57", "120/80/60", {-1, -1, -1});
+    row("a digit too many", "55", "1300/80", {55, -1, -1});
+    row("decimals", "55.5.5", "120.55/80", {-1, -1, -1});
+    row("a date before it", "60", "11/22/2026 130/80", {60, 130, 80});
 }
 
 void tst_frmCAPDVisit::Readings_leaveGaps() {
