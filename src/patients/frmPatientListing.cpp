@@ -8,6 +8,7 @@
 #include "session/modGlobals.h"
 #include "toolkit/Busy.h"
 #include "toolkit/FlexGrid.h"
+#include "toolkit/ListLimit.h"
 #include "toolkit/UpperCase.h"
 #include "ui_frmPatientListing.h"
 
@@ -70,6 +71,7 @@ void frmPatientListing::List() {
     ui->grdTable->Bind(found.Eof() ? nullptr : found.Rows());
     FormatGrid();
     ui->grdTable->setUpdatesEnabled(true);
+    ui->lblLimit->setText(toolkit::ListLimitText(found.RecordCount()));
     ui->cmdSelect->setEnabled(!found.Eof());
 }
 

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
@@ -103,9 +104,22 @@ void tst_clsPatientLister::PatientListing_picksWhereNoNumberIsGiven() {
 void tst_clsPatientLister::PatientListing_keepsTheRecordWhenNothingIsPicked() {
     QString known = FirstNumber("tbOutPatient");
     QVERIFY(m_lister.PatientListing(known, PatientLister::kOutpatients, false));
-    WhenShown([](QDialog& list) { QTest::keyClick(&list, Qt::Key_Escape); });
+    // A list that ends before its rows do says so.
+    QString wide, narrow;
+    WhenShown([&](QDialog& list) {
+        auto* box = list.findChild<QLineEdit*>(QStringLiteral("txtSearch"));
+        const auto* limit = list.findChild<QLabel*>(QStringLiteral("lblLimit"));
+        QTest::keyClicks(box, QStringLiteral("A0"));
+        wide = limit->text();
+        box->clear();
+        QTest::keyClicks(box, QStringLiteral("PENA"));
+        narrow = limit->text();
+        QTest::keyClick(&list, Qt::Key_Escape);
+    });
     QString number;
     QVERIFY(!m_lister.PatientListing(number, PatientLister::kOutpatients, false));
+    QCOMPARE(wide, QStringLiteral("first 500; type more"));
+    QCOMPARE(narrow, QString());
     QCOMPARE(number, QString());
     QCOMPARE(m_lister.Outpatient().IDNumber, known);
 }

@@ -3,7 +3,7 @@
 -- visit number. @Current 1: only who has an out-patient visit of today or not discharged; 0: all;
 -- empty, the direct look-up: a complete last name is taken too. Returns HospNum, LastName, FirstName,
 -- MiddleName, BirthDate, CivilStatus, Sex, Age, HouseStreet, Barangay, Town, Province. Refuses
--- another @SearchBy (50101).
+-- another @SearchBy (50101). Patients of a number are those of its first 5000 visits.
 USE RADIOLOGY
 GO
 
@@ -90,26 +90,26 @@ BEGIN
         WHERE m.LastName LIKE @Prefix ESCAPE '!'
         ORDER BY m.LastName, m.FirstName;
     ELSE IF LEFT(@Text, 1) BETWEEN '0' AND '9'
-        SELECT m.HospNum, m.LastName, m.FirstName, m.MiddleName, m.BirthDate, m.CivilStatus, m.Sex,
-            @Year - YEAR(m.BirthDate)
+        SELECT TOP (500) m.HospNum, m.LastName, m.FirstName, m.MiddleName, m.BirthDate,
+            m.CivilStatus, m.Sex, @Year - YEAR(m.BirthDate)
                 - CASE WHEN @Day < MONTH(m.BirthDate) * 100 + DAY(m.BirthDate)
                     THEN 1 ELSE 0 END AS Age,
             m.HouseStreet, m.Barangay, m.Town, m.Province
         FROM PATIENT_DATA..tbMaster m
         WHERE m.HospNum IN (
-            SELECT TOP (500) a.HospNum FROM PATIENT_DATA..tbPatient a
+            SELECT TOP (5000) a.HospNum FROM PATIENT_DATA..tbPatient a
             WHERE a.IdNum LIKE @Prefix ESCAPE '!'
             ORDER BY a.IdNum)
         ORDER BY m.LastName, m.FirstName;
     ELSE
-        SELECT m.HospNum, m.LastName, m.FirstName, m.MiddleName, m.BirthDate, m.CivilStatus, m.Sex,
-            @Year - YEAR(m.BirthDate)
+        SELECT TOP (500) m.HospNum, m.LastName, m.FirstName, m.MiddleName, m.BirthDate,
+            m.CivilStatus, m.Sex, @Year - YEAR(m.BirthDate)
                 - CASE WHEN @Day < MONTH(m.BirthDate) * 100 + DAY(m.BirthDate)
                     THEN 1 ELSE 0 END AS Age,
             m.HouseStreet, m.Barangay, m.Town, m.Province
         FROM PATIENT_DATA..tbMaster m
         WHERE m.HospNum IN (
-            SELECT TOP (500) v.HospNum FROM PATIENT_DATA..tbOutPatient v
+            SELECT TOP (5000) v.HospNum FROM PATIENT_DATA..tbOutPatient v
             WHERE v.IdNum LIKE @Prefix ESCAPE '!'
             ORDER BY v.IdNum)
         ORDER BY m.LastName, m.FirstName;

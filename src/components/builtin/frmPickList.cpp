@@ -6,6 +6,7 @@
 
 #include "db/Recordset.h"
 #include "toolkit/KeyGuard.h"
+#include "toolkit/ListLimit.h"
 #include "toolkit/UpperCase.h"
 #include "ui_frmPickList.h"
 
@@ -68,6 +69,7 @@ void frmPickList::Show(std::shared_ptr<const db::RowStore> rows) {
     m_rows = std::move(rows);
     m_model.SetRows(m_rows);
     ui->lblTotal->setText(QString::number(m_rows->RowCount()));
+    ui->lblLimit->setText(toolkit::ListLimitText(m_rows->RowCount()));
     // Enter takes the first of what was searched, never of everything there is.
     const bool marksFirst = m_rows->RowCount() > 0 && !ui->txtSearch->text().trimmed().isEmpty();
     ui->lvwRecords->setCurrentIndex(marksFirst ? m_model.index(0, 0) : QModelIndex());
