@@ -152,7 +152,7 @@ SELECT
     CASE WHEN a.N % 9 <> 0 THEN w.Name END,
     f.Sex,
     CASE WHEN a.N % 16 = 5 THEN DATEADD(day, -(8000 + (a.N * 331) % 21500), @Today)
-        ELSE DATEADD(day, -(300 + (a.N * 733) % 31000), @Today) END,
+        ELSE DATEADD(day, -(800 + (a.N * 733) % 31000), @Today) END,
     CONCAT(p.Town, ', ', p.Province),
     CASE WHEN a.N % 10 = 0 THEN NULL
         WHEN a.N % 10 < 4 OR (a.N % 16 <> 5 AND (a.N * 733) % 31000 < 7000) THEN '1'

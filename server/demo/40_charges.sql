@@ -127,41 +127,42 @@ GO
 
 DECLARE @Today datetime;
 SET @Today = PATIENT_DATA.dbo.fn_GetToday();
+-- In the order of the days, as the cards were written.
 INSERT INTO tbStockCard (
-    ItemCode, TransDate, RefNum, Quantity, NetAmount, UserID, Reference, LocationID, Cancelled,
-    InventoryCode, RevenueID, Mark, Flag, Discount, StockAfter)
-SELECT g.DrugCode, DATEADD(minute, 420, DATEADD(day, -(735 - 60 * n.N), @Today)) AS Moment,
-    CONCAT('DR', 1001 + n.N),
+    HospNum, IdNum, ItemCode, TransDate, RefNum, Quantity, Balance, NetAmount, UserID, Frequency,
+    Reference, LocationID, Department, Cancelled, InventoryCode, RevenueID, Mark, PatientType, Flag,
+    Discount, StockAfter)
+SELECT CAST(NULL AS varchar(20)) AS HospNum, CAST(NULL AS varchar(20)) AS IdNum,
+    g.DrugCode AS ItemCode,
+    DATEADD(minute, 420, DATEADD(day, -(735 - 60 * n.N), @Today)) AS Moment,
+    CONCAT('DR', 1001 + n.N) AS RefNum,
     -(10 + 10 * ((SELECT ISNULL(SUM(l.Quantity),
         0) FROM PATIENT_DATA..tbDemoLine l WHERE l.ItemCode = g.DrugCode) / 100)),
-    0, '4602', 'DELIVERY', '46', 0, 'CA', 'CA', '*', 0, 0, 0
+    NULL, 0, '4602', CAST(NULL AS varchar(10)), 'DELIVERY', '46', CAST(NULL AS varchar(10)), 0, 'CA',
+    'CA', '*', CAST(NULL AS varchar(1)), 0, 0, 0
 FROM tbDrug g
 INNER JOIN PATIENT_DATA..tbDemoNumber n ON n.N <= 12
 WHERE g.DrugCode BETWEEN '101' AND '116'
     AND LEN(g.DrugCode) = 3
     AND g.DrugCode NOT IN ('112', '116')
 UNION ALL
-SELECT g.DrugCode, DATEADD(minute, 420, DATEADD(day, -735, @Today)), 'DR1000',
+SELECT CAST(NULL AS varchar(20)), CAST(NULL AS varchar(20)), g.DrugCode,
+    DATEADD(minute, 420, DATEADD(day, -735, @Today)), 'DR1000',
     -400 - 10 * (CAST(g.DrugCode AS int) % 7),
-    0, '4602', 'DELIVERY', CASE g.Kind WHEN 'M' THEN '20' ELSE '21' END, 0,
+    NULL, 0, '4602', CAST(NULL AS varchar(10)), 'DELIVERY',
+    CASE g.Kind WHEN 'M' THEN '20' ELSE '21' END, CAST(NULL AS varchar(10)), 0,
     CASE g.Kind WHEN 'M' THEN 'PH' ELSE 'CS' END, CASE g.Kind WHEN 'M' THEN 'PH' ELSE 'CS' END, '*',
-        0, 0, 0
+    CAST(NULL AS varchar(1)), 0, 0, 0
 FROM tbDrug g
 WHERE g.Kind = 'M'
     OR g.DrugCode LIKE '2%'
-ORDER BY Moment, DrugCode
-GO
-
-INSERT INTO tbStockCard (
-    HospNum, IdNum, ItemCode, TransDate, RefNum, Quantity, Balance, NetAmount, UserID, Frequency,
-    LocationID, Department, Cancelled, InventoryCode, RevenueID, Mark, PatientType, Flag, Discount,
-        StockAfter)
+UNION ALL
 SELECT HospNum, IdNum, ItemCode, Moment, RefNum, Quantity, 0, NetAmount,
-    CASE J % 2 WHEN 0 THEN '4601' ELSE '4602' END, 'PRN', '46', 'OPD', 0, 'CA', 'CA', '*', 'O', 1,
-        Discount, 0
+    CASE J % 2 WHEN 0 THEN '4601' ELSE '4602' END, 'PRN', NULL, '46', 'OPD', 0, 'CA', 'CA', '*', 'O',
+    1, Discount, 0
 FROM PATIENT_DATA..tbDemoLine
 WHERE RevenueID = 'CA'
-ORDER BY Moment, RefNum, LineNum
+ORDER BY Moment, RefNum, ItemCode
 GO
 
 UPDATE CLINICAL_AREA..tbCAPDRequest
@@ -327,7 +328,6 @@ INSERT INTO tbDoctorCharge (RefNum, IdNum, HospNum, ItemCode, Amount, UserID, Tr
 SELECT RefNum, IdNum, HospNum, ItemCode, Amount, UserID, TransDate
 FROM tbCashAssessment
 WHERE RevenueID = 'MD'
-    AND RecordStatus = 'N'
 GO
 
 INSERT INTO CLINICAL_AREA..tbCAPDRequest (
@@ -337,7 +337,6 @@ SELECT HospNum, IdNum, ItemCode, Quantity, Amount, 'OPD', RefNum, RevenueID, Use
     RequestDoctor, TransDate
 FROM tbCashAssessment
 WHERE RevenueID = 'MD'
-    AND RecordStatus = 'N'
 GO
 
 -- The next slip follows today's last one.

@@ -55,7 +55,7 @@ const std::vector<toolkit::ListColumn>& Columns() {
         {QStringLiteral("Item Description"), 2600, QStringLiteral("Exam")},
         {QStringLiteral("Quantity"), 800, QStringLiteral("Quantity"), QStringLiteral("1")},
         {QStringLiteral("RefNum"), 1000, QStringLiteral("RefNum")},
-        {QStringLiteral("Amount"), 900, QStringLiteral("Amount")},
+        {QStringLiteral("Amount"), 900, QStringLiteral("Amount"), {}, true},
         {QStringLiteral("Status"), 1200, QStringLiteral("Status")},
         {QStringLiteral("RecordStatus"), 1100, QStringLiteral("RecordStatus")},
         {QStringLiteral("AssessID"), 900, QStringLiteral("AssessID")},

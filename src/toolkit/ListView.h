@@ -18,6 +18,7 @@ struct ListColumn {
     int WidthTwips;
     QString Field;
     QString IfEmpty = {};  ///< shown where the field is empty or null
+    bool IsMoney = false;  ///< shown with two decimals, to the right
 };
 
 /// Rows of a recordset as a list: nothing is copied a cell, the order is a permutation of row
@@ -38,7 +39,7 @@ public:
     void SetImages(std::function<Image(int row)> imageOf) { m_imageOf = std::move(imageOf); }
     /// Shows another text in a cell until other rows are set. The row keeps its place when sorted.
     void SetTextAt(int row, int column, const QString& text);
-    /// The shown text of a cell; empty outside.
+    /// The text of a cell, before money takes its form; empty outside.
     QString TextAt(int row, int column) const;
     /// Position in the rows behind a shown row.
     int SourceRow(int row) const { return m_order[row]; }
@@ -50,6 +51,9 @@ public:
     void sort(int column, Qt::SortOrder order) override;
 
 private:
+    bool IsMoney(int column) const { return m_columns[size_t(column)].IsMoney; }
+    int Alignment(int column) const;
+
     std::vector<ListColumn> m_columns;
     std::vector<int> m_fields;
     std::shared_ptr<const db::RowStore> m_rows;

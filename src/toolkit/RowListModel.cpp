@@ -5,6 +5,7 @@
 
 #include "base/Collation.h"
 #include "base/Errors.h"
+#include "base/Numbers.h"
 #include "toolkit/ListView.h"
 
 namespace toolkit {
@@ -106,17 +107,24 @@ QVariant RowListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid())
         return {};
     switch (role) {
-        case Qt::DisplayRole:
-            return TextAt(index.row(), index.column());
+        case Qt::DisplayRole: {
+            const QString text = TextAt(index.row(), index.column());
+            return IsMoney(index.column()) && !text.isEmpty() ? base::MoneyText(base::Val(text))
+                                                              : text;
+        }
         case Qt::DecorationRole:
             if (index.column() != 0 || !m_imageOf)
                 return {};
             return Images::Icon(m_imageOf(index.row()));
         case Qt::TextAlignmentRole:
-            return int(Qt::AlignLeft | Qt::AlignVCenter);
+            return Alignment(index.column());
         default:
             return {};
     }
+}
+
+int RowListModel::Alignment(int column) const {
+    return int((IsMoney(column) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
 }
 
 QVariant RowListModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -125,7 +133,7 @@ QVariant RowListModel::headerData(int section, Qt::Orientation orientation, int 
     if (role == Qt::DisplayRole)
         return m_columns[section].Header;
     if (role == Qt::TextAlignmentRole)
-        return int(Qt::AlignLeft | Qt::AlignVCenter);
+        return Alignment(section);
     return {};
 }
 
