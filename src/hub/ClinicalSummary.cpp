@@ -10,6 +10,7 @@
 #include "session/modGlobals.h"
 
 using components::StayRecord;
+using print::LineRole;
 
 namespace {
 
@@ -177,14 +178,17 @@ void ClinicalSummary::WriteMedicines(const SummaryStay& stay) {
     modGlobals::gCurrentUser->SQLConnection()->Execute(
         db::Call(QStringLiteral("STATION..Nurse_GetPostedMedicines"), {stay.IdNum}));
     if (!medicines->Eof()) {
+        m_text.SetRole(LineRole::Heading);
         m_text.AppendRun(QStringLiteral("Medications :\n"), 10, kArial, kBlue, true);
         const auto fit = [](const QString& text, int width) {
             return FitText(text, width, kToWidth);
         };
+        m_text.SetRole(LineRole::TableHeading);
         m_text.AppendRun(
             Blanks(7) + fit(QStringLiteral("Rx Date"), 13) + fit(QStringLiteral("Brand Name"), 35) +
                 fit(QStringLiteral("Dosage"), 25) + fit(QStringLiteral("Qty"), 5) + kLineEnd,
             8, kCourier, kBlack, false);
+        m_text.SetRole(LineRole::TableRow);
         ForEach(*medicines, [&] {
             const auto field = [&medicines](const char* name) {
                 return medicines->Fields(QLatin1String(name));
@@ -197,6 +201,7 @@ void ClinicalSummary::WriteMedicines(const SummaryStay& stay) {
                                  FitMedicine(field("Quantity").Text(), 3) + Blanks(2) + kLineEnd,
                              8, kCourier, kBlack, false);
         });
+        m_text.SetRole(LineRole::Text);
     }
     medicines->Close();
 }
@@ -205,14 +210,17 @@ void ClinicalSummary::WriteExaminations(const QString& number, const QString& ty
                                         const QString& caption) {
     const auto examinations = ResultsOf(number, type);
     if (!examinations->Eof()) {
+        m_text.SetRole(LineRole::Heading);
         m_text.AppendRun(caption + kLineEnd, 10, kArial, kBlue, true);
         ForEach(*examinations, [&] {
             const auto text = [&examinations](const char* name) {
                 return examinations->Fields(QLatin1String(name)).Text();
             };
+            m_text.SetRole(LineRole::Heading);
             m_text.AppendRun(
                 Blanks(10) + text("Examination") + u' ' + text("Exam. Date") + kLineEnd, 8, kArial,
                 kBlue, false);
+            m_text.SetRole(LineRole::Text);
             m_text.AppendRun(Blanks(10) + text("Interpretation") + kLineEnd, 8, kArial, kBlack,
                              false);
             m_text.AppendRun(kLineEnd, 8, kArial, kBlack, false);

@@ -4,6 +4,8 @@
 #include <QScopedValueRollback>
 #include <QTextDocument>
 
+#include "base/Clock.h"
+#include "base/Dates.h"
 #include "components/PatientFinder.h"
 #include "db/Recordset.h"
 #include "hub/ClinicalSummary.h"
@@ -128,10 +130,14 @@ void ClinicalTab::cmdClinical_View() {
 }
 
 std::shared_ptr<const print::ReportPages> ClinicalTab::Pages() const {
-    return print::PagesOf(*ui->rtbClinical->document(),
-                          QStringLiteral("%1, %2 %3    Hosp. No. %4    %5")
-                              .arg(m_patient->LastName(), m_patient->FirstName(),
-                                   m_patient->MiddleName(), m_patient->HospNum(), m_number));
+    return print::PagesOf(
+        *ui->rtbClinical->document(),
+        {QStringLiteral("%1    Clinical Summary    Printed %2 by %3")
+             .arg(modGlobals::gCompany.trimmed(), base::DateTimeText(base::Clock::Now()),
+                  modGlobals::gCurrentUser->employeename()),
+         QStringLiteral("%1, %2 %3    Hosp. No. %4    %5")
+             .arg(m_patient->LastName(), m_patient->FirstName(), m_patient->MiddleName(),
+                  m_patient->HospNum(), m_number)});
 }
 
 QString ClinicalTab::Title() const {

@@ -36,6 +36,14 @@ void SummaryText::Clear() {
     m_selection.document()->clear();
 }
 
+void SummaryText::SetRole(print::LineRole role) {
+    QTextCursor end(m_selection.document());
+    end.movePosition(QTextCursor::End);
+    QTextBlockFormat format;
+    format.setProperty(print::kLineRole, int(role));
+    end.mergeBlockFormat(format);
+}
+
 void SummaryText::AppendRun(const QString& text, double size, const QString& fontName, int colour,
                             bool bold, bool inFront) {
     QTextCharFormat format;

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QTextCursor>
 
+#include "print/DocumentPages.h"
+
 class QTextDocument;
 
 /// The text without the blanks around it, for a cell of so many characters. Mode 1: cut or filled
@@ -25,6 +27,8 @@ public:
     /// control characters, which results from elsewhere may bring, are left out.
     void AppendRun(const QString& text, double size, const QString& fontName, int colour, bool bold,
                    bool inFront = false);
+    /// What the lines that are begun from now on are to the printed sheets.
+    void SetRole(print::LineRole role);
 
 private:
     QTextCursor m_selection;

@@ -103,11 +103,13 @@ Block BlockLayout::Plain(const BlockCell& cell) const {
     const QFontMetricsF& metrics = cell.Bold ? m_bold : m_plain;
     const double width = metrics.horizontalAdvance(cell.Text);
     // Nearly every cell fits its column: the detour over a text layout is for the others.
-    if (width <= cell.Width && !cell.Text.contains(u'\n')) {
+    const bool isOneLine = !cell.Text.contains(u'\n') && !cell.Text.contains(u'\r');
+    if (width <= cell.Width && isOneLine) {
         Append(block, cell, cell.Text, width, Joint::NewText);
         return block;
     }
     QString text = cell.Text;
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
     text.replace(u'\n', QChar::LineSeparator);
     QTextLayout layout(text, cell.Bold ? m_boldFont : m_plainFont, MeasuringDevice());
     QTextOption option;
@@ -128,18 +130,7 @@ Block BlockLayout::Html(const QString& html, double width) const {
     QTextDocument document;
     document.setDefaultFont(m_documentFont);
     document.setHtml(html);
-    return Placed(document, width);
-}
-
-Block BlockLayout::Document(const QTextDocument& document, double width) const {
-    const std::unique_ptr<QTextDocument> copy(document.clone());
-    return Placed(*copy, width);
-}
-
-Block BlockLayout::Placed(QTextDocument& document, double width) const {
-    document.documentLayout()->setPaintDevice(MeasuringDevice());
-    document.setDocumentMargin(0);
-    document.setTextWidth(width);
+    LayOut(document, width);
     Block block;
     block.Height = document.size().height();
     for (QTextBlock source = document.begin(); source.isValid(); source = source.next()) {
@@ -148,33 +139,55 @@ Block BlockLayout::Placed(QTextDocument& document, double width) const {
             const double middle = place.center().y();
             block.Rules.push_back({QLineF(place.left(), middle, width, middle)});
         }
-        AppendLines(block, source, place.topLeft());
+        for (int number = 0; number < source.layout()->lineCount(); ++number)
+            AppendLine(block, source, number, place.topLeft());
     }
     return block;
 }
 
-void BlockLayout::AppendLines(Block& block, const QTextBlock& source, QPointF origin) const {
-    const QTextLayout* layout = source.layout();
-    for (int i = 0; i < layout->lineCount(); ++i) {
-        const QTextLine line = layout->lineAt(i);
-        const int lineEnd = line.textStart() + line.textLength();
-        Joint follows = i == 0 ? Joint::NewText : Joint::Wrapped;
-        for (auto it = source.begin(); !it.atEnd(); ++it) {
-            const int start = it.fragment().position() - source.position();
-            const int from = std::max(start, line.textStart());
-            const int to = std::min(start + it.fragment().length(), lineEnd);
-            if (from >= to)
-                continue;
-            const QTextCharFormat format = it.fragment().charFormat();
-            const QColor color = format.hasProperty(QTextFormat::ForegroundBrush)
-                                     ? format.foreground().color()
-                                     : QColor(Qt::black);
-            const QPointF baseline =
-                origin + QPointF(line.cursorToX(from), line.y() + line.ascent());
-            block.Texts.push_back({baseline, Printable(source.text().mid(from, to - from)),
-                                   m_pages.AddStyle({PageFont(format.font()), color}), follows});
-            follows = Joint::SameLine;
+std::vector<DocumentLine> BlockLayout::Document(const QTextDocument& document, double width) const {
+    const std::unique_ptr<QTextDocument> copy(document.clone());
+    LayOut(*copy, width);
+    std::vector<DocumentLine> lines;
+    for (QTextBlock source = copy->begin(); source.isValid(); source = source.next()) {
+        const QRectF place = copy->documentLayout()->blockBoundingRect(source);
+        const auto role = LineRole(source.blockFormat().intProperty(kLineRole));
+        for (int number = 0; number < source.layout()->lineCount(); ++number) {
+            const QTextLine line = source.layout()->lineAt(number);
+            DocumentLine& placed = lines.emplace_back();
+            placed.Role = role;
+            placed.Line.Height = line.height();
+            AppendLine(placed.Line, source, number, {place.left(), -line.y()});
         }
+    }
+    return lines;
+}
+
+void BlockLayout::LayOut(QTextDocument& document, double width) const {
+    document.documentLayout()->setPaintDevice(MeasuringDevice());
+    document.setDocumentMargin(0);
+    document.setTextWidth(width);
+}
+
+void BlockLayout::AppendLine(Block& block, const QTextBlock& source, int number,
+                             QPointF origin) const {
+    const QTextLine line = source.layout()->lineAt(number);
+    const int lineEnd = line.textStart() + line.textLength();
+    Joint follows = number == 0 ? Joint::NewText : Joint::Wrapped;
+    for (auto it = source.begin(); !it.atEnd(); ++it) {
+        const int start = it.fragment().position() - source.position();
+        const int from = std::max(start, line.textStart());
+        const int to = std::min(start + it.fragment().length(), lineEnd);
+        if (from >= to)
+            continue;
+        const QTextCharFormat format = it.fragment().charFormat();
+        const QColor color = format.hasProperty(QTextFormat::ForegroundBrush)
+                                 ? format.foreground().color()
+                                 : QColor(Qt::black);
+        const QPointF baseline = origin + QPointF(line.cursorToX(from), line.y() + line.ascent());
+        block.Texts.push_back({baseline, Printable(source.text().mid(from, to - from)),
+                               m_pages.AddStyle({PageFont(format.font()), color}), follows});
+        follows = Joint::SameLine;
     }
 }
 

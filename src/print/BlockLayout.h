@@ -4,6 +4,7 @@
 #include <QTextBlock>
 #include <vector>
 
+#include "print/DocumentPages.h"
 #include "print/ReportPages.h"
 
 namespace print {
@@ -17,6 +18,12 @@ struct Block {
     bool IsEmpty() const { return Height <= 0; }
     /// Takes another block's items in, moved by an offset.
     void Add(const Block& other, QPointF offset);
+};
+
+/// A line of a rich text, from its own upper left corner on.
+struct DocumentLine {
+    Block Line;
+    LineRole Role = LineRole::Text;
 };
 
 /// A text to be laid out between two sides.
@@ -38,18 +45,18 @@ public:
     /// The cells side by side, as high as the highest.
     Block Row(const std::vector<BlockCell>& cells) const;
     Block Html(const QString& html, double width) const;
-    /// A rich text as it is, wrapped at the width where it must.
-    Block Document(const QTextDocument& document, double width) const;
+    /// The lines of a rich text, wrapped at the width where they must be.
+    std::vector<DocumentLine> Document(const QTextDocument& document, double width) const;
     /// How far the usual font reaches above and below its line.
     double Ascent() const { return m_plain.ascent(); }
     double Descent() const { return m_plain.descent(); }
 
 private:
     Block Plain(const BlockCell& cell) const;
-    Block Placed(QTextDocument& document, double width) const;
     void Append(Block& block, const BlockCell& cell, const QString& line, double width,
                 Joint follows) const;
-    void AppendLines(Block& block, const QTextBlock& source, QPointF origin) const;
+    void LayOut(QTextDocument& document, double width) const;
+    void AppendLine(Block& block, const QTextBlock& source, int number, QPointF origin) const;
 
     ReportPages& m_pages;
     QFont m_documentFont;

@@ -31,6 +31,13 @@ private:
     mutable std::deque<mustache::data> m_values;
 };
 
+// A value as it reads, its lines too: what the laboratory wrote in three lines has three.
+std::string HtmlOf(const std::string& text) {
+    QString html = QString::fromStdString(text).toHtmlEscaped();
+    html.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+    return html.replace(QStringLiteral("\n"), QStringLiteral("<br/>")).toStdString();
+}
+
 }  // namespace
 
 struct ReportTemplate::Compiled {
@@ -48,7 +55,9 @@ ReportTemplate::ReportTemplate(QString source, bool html, int line)
         m_fault = {{}, line, QString::fromStdString(m_compiled->Text.error_message())};
         return;
     }
-    if (!m_html)
+    if (m_html)
+        m_compiled->Text.set_custom_escape(HtmlOf);
+    else
         m_compiled->Text.set_custom_escape([](const std::string& text) { return text; });
 }
 

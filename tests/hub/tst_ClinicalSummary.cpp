@@ -69,6 +69,7 @@ private slots:
     void Summary_bearsAnyText_data();
     void Summary_bearsAnyText();
     void Paper_keepsTheColumns();
+    void Paper_keepsHeadingsWithTheirText();
     void Tab_showsOnePatientAlone();
     void Tab_withoutStaysOffersNoSummary();
 
@@ -275,11 +276,14 @@ void tst_ClinicalSummary::Paper_keepsTheColumns() {
                            "'2026-01-08', '1', 'DRUG %1', 'DOSAGE', 100)")
                 .arg(i));
     Compose(QStringLiteral("99001"));
-    const auto pages = print::PagesOf(m_document, QStringLiteral("Castellanos HS1"));
+    const auto pages =
+        print::PagesOf(m_document, {QStringLiteral("Velmora"), QStringLiteral("Castellanos HS1")});
     QVERIFY(pages->Count() > 2);
     QString all;
     for (int page = 0; page < pages->Count(); ++page) {
         QVERIFY(pages->Text(page).contains(QStringLiteral("Castellanos HS1")));
+        QCOMPARE(pages->Text(page).contains(QStringLiteral("Rx Date")),
+                 pages->Text(page).contains(QStringLiteral("DRUG ")));
         all += pages->Text(page) + u'\n';
     }
     for (int i = 0; i < 200; ++i)
@@ -288,6 +292,22 @@ void tst_ClinicalSummary::Paper_keepsTheColumns() {
     QVERIFY(all.contains(QStringLiteral("Admission Number : 99001")));
     for (const print::PlacedText& text : pages->Page(1).Texts)
         QVERIFY(text.Follows != print::Joint::Wrapped);
+}
+
+void tst_ClinicalSummary::Paper_keepsHeadingsWithTheirText() {
+    for (int above = 40; above < 80; ++above) {
+        QTextDocument document;
+        SummaryText text(document);
+        text.AppendRun(QStringLiteral("above\n").repeated(above), 8, QStringLiteral("Arial"), 0,
+                       false);
+        text.SetRole(print::LineRole::Heading);
+        text.AppendRun(QStringLiteral("Xray\nCHEST\n"), 10, QStringLiteral("Arial"), 0, true);
+        text.SetRole(print::LineRole::Text);
+        text.AppendRun(QStringLiteral("clear"), 8, QStringLiteral("Arial"), 0, false);
+        const auto pages = print::PagesOf(document, {});
+        for (int page = 0; page < pages->Count(); ++page)
+            QCOMPARE(pages->Text(page).contains(u"Xray"), pages->Text(page).contains(u"clear"));
+    }
 }
 
 void tst_ClinicalSummary::Tab_showsOnePatientAlone() {

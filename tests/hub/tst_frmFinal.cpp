@@ -427,13 +427,22 @@ void tst_frmFinal::Buttons_openTheRequestWindows() {
                 ->findChild<QPushButton*>(QStringLiteral("cmdMedOption1"))
                 ->click();
         });
-        Find<QPushButton>(name).click();
+        QTRY_COMPARE(QApplication::activeWindow(), m_hub->window());
+        const bool isSupply = QLatin1String(name) == u"cmdCentralSupply";
+        QTest::keyClick(m_hub, isSupply ? Qt::Key_F6 : Qt::Key_F7);
         QCOMPARE(opened,
                  QString::fromLatin1(name)
                      .replace(QStringLiteral("cmdCentralSupply"), QStringLiteral("frmCSREntry"))
                      .replace(QStringLiteral("cmdPharmacy"), QStringLiteral("frmPHEntry")));
         QCOMPARE(m_commands, Requests(idNum));
     }
+    QTest::keyClick(m_hub, Qt::Key_F9);
+    QVERIFY(Find<toolkit::FlexGrid>("mshflexProcessed1").hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(Find<QTabWidget>("tabSSTab1").currentIndex(), 1);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
+    QCOMPARE(Find<QTabWidget>("tabSSTab2").currentIndex(), 1);
+    QVERIFY(Find<toolkit::FlexGrid>("mshflexUltra").hasFocus());
 }
 
 QTEST_MAIN(tst_frmFinal)

@@ -125,6 +125,13 @@ void tst_ReportPreview::Find_goesRoundAndScrolls() {
     QCOMPARE(Found(), QStringLiteral("11 of 11"));
     QTest::keyClick(box, Qt::Key_F3);
     QCOMPARE(Found(), QStringLiteral("1 of 11"));
+    // The pages are turned from the box, too, and Esc ends the search before the window.
+    m_view->GoToPage(1);
+    const int top = m_view->verticalScrollBar()->value();
+    QTest::keyClick(box, Qt::Key_PageUp);
+    QVERIFY(m_view->verticalScrollBar()->value() < top);
+    QTest::keyClick(box, Qt::Key_Escape);
+    QVERIFY(m_view->hasFocus() && box->text().isEmpty());
     // A new search starts where the reader is, not at the top.
     m_view->GoToPage(m_pages->Count() - 1);
     box->setText(QStringLiteral("patient"));
