@@ -419,6 +419,7 @@ void tst_frmFinal::Buttons_openTheRequestWindows() {
     Choose(Patient(idNum));
     Show();
     for (const char* name : {"cmdCentralSupply", "cmdPharmacy"}) {
+        QTRY_COMPARE(QApplication::activeWindow(), m_hub->window());
         QString opened;
         QTimer::singleShot(0, this, [&] {
             opened = QApplication::activeModalWidget()->objectName();
@@ -427,7 +428,6 @@ void tst_frmFinal::Buttons_openTheRequestWindows() {
                 ->findChild<QPushButton*>(QStringLiteral("cmdMedOption1"))
                 ->click();
         });
-        QTRY_COMPARE(QApplication::activeWindow(), m_hub->window());
         const bool isSupply = QLatin1String(name) == u"cmdCentralSupply";
         QTest::keyClick(m_hub, isSupply ? Qt::Key_F6 : Qt::Key_F7);
         QCOMPARE(opened,
