@@ -149,7 +149,7 @@ void VisitChart::LabelDays(const std::vector<QDateTime>& moments, double span) {
     double last = std::numeric_limits<double>::lowest();
     for (const QDateTime& moment : moments) {
         const double place = double(moment.toMSecsSinceEpoch());
-        if (place - last < apart || m_days->max() - place < apart / 2)
+        if (place - last < apart || m_days->max() - place < apart)
             continue;
         m_days->append(base::ShortDate(moment.date()), place);
         last = place;

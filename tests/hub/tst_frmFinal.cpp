@@ -419,6 +419,7 @@ void tst_frmFinal::Buttons_openTheRequestWindows() {
     Choose(Patient(idNum));
     Show();
     for (const char* name : {"cmdCentralSupply", "cmdPharmacy"}) {
+        m_hub->activateWindow();
         QTRY_COMPARE(QApplication::activeWindow(), m_hub->window());
         QString opened;
         QTimer::singleShot(0, this, [&] {
@@ -436,6 +437,8 @@ void tst_frmFinal::Buttons_openTheRequestWindows() {
                      .replace(QStringLiteral("cmdPharmacy"), QStringLiteral("frmPHEntry")));
         QCOMPARE(m_commands, Requests(idNum));
     }
+    m_hub->activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), m_hub->window());
     QTest::keyClick(m_hub, Qt::Key_F9);
     QVERIFY(Find<toolkit::FlexGrid>("mshflexProcessed1").hasFocus());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
