@@ -14,6 +14,7 @@
 namespace {
 
 constexpr int kRowsOfEmptyList = 2;
+constexpr int kFewestRowsInSight = 3;
 constexpr int kPairsToTheLine = 3;
 constexpr int kBoxesToTheLine = 3;
 const QString kNotReleased = QStringLiteral("NOT RELEASED");
@@ -144,6 +145,7 @@ void ResultPage::Empty() {
     for (size_t i = 0; i < m_kind.Widths.size(); ++i)
         m_grid->SetColWidth(int(i) + 1, m_grid->ColWidth(0) + m_kind.Widths[i]);
     m_grid->clearSelection();
+    LeaveRoom();
     ClearDetails();
     m_state->clear();
     if (m_view)
@@ -177,6 +179,7 @@ void ResultPage::Load(const PatientOnScreen& patient) {
     else if (count > 0)
         m_grid->FillFrom(results->Rows(), m_kind.Fields);
     results->Close();
+    LeaveRoom();
     if (count == 0)
         m_grid->clearSelection();
     else
@@ -189,6 +192,12 @@ void ResultPage::Load(const PatientOnScreen& patient) {
             ? QStringLiteral("Examinations: %1. Enter opens the chosen result.").arg(count)
             : QStringLiteral("Examinations: %1. Enter or a click shows the chosen one.")
                   .arg(count));
+}
+
+// A short list is not taller than the text that it belongs to.
+void ResultPage::LeaveRoom() {
+    if (!m_boxes.empty())
+        m_grid->SetRowsInSight(qMax(kFewestRowsInSight, m_grid->Rows() - 1));
 }
 
 bool ResultPage::HasResults() const {

@@ -42,6 +42,7 @@ private:
     void AddDetails(QGridLayout& layout);
     QPushButton* AddButton(QHBoxLayout& layout, const QString& text, const QString& name);
     void AddButtons(QHBoxLayout& layout);
+    void LeaveRoom();
     void ClearDetails();
     void ShowResultDetail(int row);
     QString DetailText(const ResultDetail& detail, int row) const;

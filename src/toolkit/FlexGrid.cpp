@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 #include "base/Errors.h"
 #include "toolkit/ColumnFit.h"
@@ -125,6 +126,12 @@ void FlexGrid::Bind(const std::shared_ptr<const db::RowStore>& rows) {
         m_model->SetRows(kEmptyListRows);
     }
     ShowFirstRow();
+}
+
+void FlexGrid::SetRowsInSight(int rows) {
+    setMaximumHeight(2 * frameWidth() + horizontalHeader()->sizeHint().height() +
+                     rows * verticalHeader()->defaultSectionSize() +
+                     horizontalScrollBar()->sizeHint().height());
 }
 
 void FlexGrid::SetRow(int row) {

@@ -68,6 +68,8 @@ public:
     /// null shows an empty list with the columns there are.
     void Bind(const std::shared_ptr<const db::RowStore>& rows);
 
+    /// Grows no higher than so many data rows need, and leaves the room to what stands below.
+    void SetRowsInSight(int rows);
     /// The current row; row 1 after each filling, 0 when there is none.
     int Row() const { return currentIndex().isValid() ? currentIndex().row() + 1 : 0; }
     /// No row is current after a filling, nor because the list gets the keyboard: a key or a click
