@@ -8,6 +8,7 @@
 #include "session/modGlobals.h"
 #include "toolkit/Busy.h"
 #include "toolkit/FlexGrid.h"
+#include "toolkit/KeyGuard.h"
 #include "toolkit/ListLimit.h"
 #include "toolkit/UpperCase.h"
 #include "ui_frmPatientListing.h"
@@ -22,10 +23,13 @@ constexpr int kWidths[] = {200, 1000, 2000, 2000, 2000, 1500};
 frmPatientListing::frmPatientListing()
     : QDialog(QApplication::activeWindow()), ui(std::make_unique<Ui::frmPatientListing>()) {
     ui->setupUi(this);
+    toolkit::KeyGuard::TakesNoEarlyKeys(*this);
     ui->txtSearch->setValidator(new toolkit::UpperCase(ui->txtSearch));
     ui->txtSearch->installEventFilter(this);
     connect(ui->txtSearch, &QLineEdit::returnPressed, this, &frmPatientListing::List);
     connect(ui->chkCurrent, &QCheckBox::clicked, this, &frmPatientListing::List);
+    connect(ui->grdTable, &toolkit::FlexGrid::CurrentRowChanged, this,
+            [this] { ui->cmdSelect->setEnabled(m_hasRows); });
     connect(ui->grdTable, &toolkit::FlexGrid::RowOpened, this, &frmPatientListing::cmdSelect_Click);
     connect(ui->cmdSelect, &QPushButton::clicked, this, &frmPatientListing::cmdSelect_Click);
     connect(ui->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
@@ -72,7 +76,11 @@ void frmPatientListing::List() {
     FormatGrid();
     ui->grdTable->setUpdatesEnabled(true);
     ui->lblLimit->setText(toolkit::ListLimitText(found.RecordCount()));
-    ui->cmdSelect->setEnabled(!found.Eof());
+    m_hasRows = !found.Eof();
+    // Nobody is marked in a list of everybody.
+    if (ui->txtSearch->text().trimmed().isEmpty())
+        ui->grdTable->SetRow(0);
+    ui->cmdSelect->setEnabled(m_hasRows && ui->grdTable->Row() > 0);
 }
 
 void frmPatientListing::FormatGrid() {

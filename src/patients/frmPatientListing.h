@@ -54,5 +54,6 @@ private:
     QString m_currentCaption;
     QString m_resultCode;
     bool m_enableAddPatient = false;
+    bool m_hasRows = false;
     bool m_valid = false;
 };

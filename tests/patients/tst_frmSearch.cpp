@@ -52,6 +52,7 @@ private slots:
     void Typing_takesQuotesAndPlaceholdersAsText();
     void Nothing_canBePickedFromAnEmptyList();
     void Moving_rewritesTheBoxButNotTheList();
+    void Row_isMarkedOnlyByATextOrAKey();
     void Row_isPickedByKeyAndMouse_data();
     void Row_isPickedByKeyAndMouse();
     void Leaving_withoutAPickKeepsTheLastCode_data();
@@ -199,6 +200,16 @@ void tst_frmSearch::Row_isPickedByKeyAndMouse_data() {
     QTest::newRow("Enter in the grid") << 1 << "CA";
     QTest::newRow("double click") << 2 << "CA";
     QTest::newRow("button") << 3 << "CA";
+}
+
+void tst_frmSearch::Row_isMarkedOnlyByATextOrAKey() {
+    Show({}, [](const Hands& hands) {
+        QTest::keyClick(&hands.Box(), Qt::Key_Return);
+        QVERIFY(!hands.Select().isEnabled() && hands.Grid().Row() == 0);
+        QTest::keyClick(&hands.Box(), Qt::Key_Down);
+        QVERIFY(hands.Select().isEnabled() && hands.Grid().Row() == 1);
+    });
+    QVERIFY(!m_form->Valid());
 }
 
 void tst_frmSearch::Row_isPickedByKeyAndMouse() {
