@@ -9,16 +9,20 @@
 #include "embedded/Server.h"
 #include "embedded/TextRows.h"
 
-// A *.test file is a row of blocks, each a line that says what to do, the text to send, "----", and
-// what must come back, up to an empty line (an empty first line is a row with one empty text):
+// A *.test file is a row of blocks, apart by empty lines: the text to send and, each line behind
+// "= ", what must come back:
 //
-//   script            statements as a script        ok, or error [<number>[: part of its text]]
-//   run               one command of a client       ok, rows (cells joined by "|"), changed <n>,
-//                                                   columns <kinds> <names>, or error ...
-//   begin, commit, rollback                         the client's own transaction
+//   sp_Thing_Find 'cat'     one command of a client
+//   = A1|Catheter           rows (cells joined by "|"), ok for none, changed <n>, columns <kinds>
+//                           <names> before the rows, or error [<number>[: part of its text]]
 //
-// Only accepted statements stand in them, so that they hold on either engine.
+// A first line "run" changes nothing, "script" sends statements as a script; "begin", "commit" and
+// "rollback" are the client's own transaction. Only accepted statements stand in them, so that they
+// hold on either engine.
 namespace StatementFile {
+
+const QStringList kActions{QStringLiteral("run"), QStringLiteral("script"), QStringLiteral("begin"),
+                           QStringLiteral("commit"), QStringLiteral("rollback")};
 
 struct Block {
     int Line = 0;
@@ -38,12 +42,13 @@ inline QList<Block> Read(const QString& path) {
     for (int i = 0; i < lines.size(); ++i) {
         if (lines[i].isEmpty() || lines[i].startsWith(QLatin1Char('#')))
             continue;
-        Block block{i + 1, lines[i], {}, {}};
-        while (++i < lines.size() && lines[i] != QStringLiteral("----"))
+        Block block{i + 1, {}, {}, {}};
+        if (kActions.contains(lines[i]))
+            block.Action = lines[i++];
+        for (; i < lines.size() && !lines[i].startsWith(u'='); ++i)
             block.Text += lines[i] + QLatin1Char('\n');
-        do
-            block.Expected << lines.value(++i);
-        while (!lines.value(i + 1).isEmpty());
+        for (; i < lines.size() && lines[i].startsWith(u'='); ++i)
+            block.Expected << lines[i].mid(2);
         blocks << block;
     }
     return blocks;
