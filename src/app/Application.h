@@ -4,6 +4,7 @@
 
 #include "base/Errors.h"
 #include "toolkit/KeyGuard.h"
+#include "toolkit/ScreenFit.h"
 
 /// The application, and the one place where an error that nobody answered ends: the action is
 /// over, the program lives on.
@@ -17,4 +18,5 @@ public:
 
 private:
     toolkit::KeyGuard m_keyGuard;
+    toolkit::ScreenFit m_screenFit;
 };

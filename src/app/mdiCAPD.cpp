@@ -74,7 +74,10 @@ mdiCAPD::mdiCAPD() : ui(std::make_unique<Ui::mdiCAPD>()), m_lblChosenPatient(new
     qApp->installEventFilter(this);
     db::Connection::SetWaitHook([this](bool waiting) { ShowWaiting(waiting); });
     // What the bar has no room for is read under the mouse.
-    connect(statusBar(), &QStatusBar::messageChanged, statusBar(), &QWidget::setToolTip);
+    connect(statusBar(), &QStatusBar::messageChanged, this, [this](const QString& text) {
+        statusBar()->setToolTip(toolkit::TipOf(text));
+        ShowChosenPatient();
+    });
     Saved::SetHook([this](const QString& sentence) { statusBar()->showMessage(sentence); });
 }
 
@@ -128,6 +131,15 @@ bool mdiCAPD::ConnectSupplyCatalogue() {
     return true;
 }
 
+// The numbers are in sight whatever the name is, and give way to what is told meanwhile.
+void mdiCAPD::ShowChosenPatient() {
+    const bool isTelling = !statusBar()->currentMessage().isEmpty();
+    const QString name = m_lblChosenPatient->fontMetrics().elidedText(
+        m_chosenName, Qt::ElideRight, width() / (isTelling ? 5 : 3));
+    m_lblChosenPatient->setText(isTelling ? name : name + m_chosenNumbers);
+    m_lblChosenPatient->setToolTip(toolkit::TipOf(m_chosenName + m_chosenNumbers));
+}
+
 void mdiCAPD::ShowPatientList() {
     m_patientList = new frmPatientList;
     connect(m_patientList, &frmPatientList::PatientOpened, this, &mdiCAPD::PatientOpened);
@@ -135,13 +147,11 @@ void mdiCAPD::ShowPatientList() {
             [this](const QString& hospNum, const QString& idNum, const QString& capdNum,
                    const QString& name) {
                 // The numbers are in sight whatever the name is, and the frame fits the screen.
-                const QString shown =
-                    m_lblChosenPatient->fontMetrics().elidedText(name, Qt::ElideRight, width() / 3);
-                m_lblChosenPatient->setText(
-                    QStringLiteral("%1    Hosp. No. %2    Adm. No. %3    CAPD No. %4")
-                        .arg(shown, hospNum, idNum,
-                             capdNum.isEmpty() ? QStringLiteral("none") : capdNum));
-                m_lblChosenPatient->setToolTip(toolkit::TipOf(name));
+                m_chosenName = name;
+                m_chosenNumbers =
+                    QStringLiteral("    Hosp. No. %1    Adm. No. %2    CAPD No. %3")
+                        .arg(hospNum, idNum, capdNum.isEmpty() ? QStringLiteral("none") : capdNum);
+                ShowChosenPatient();
             });
     connect(m_patientList, &frmPatientList::PatientChosen, statusBar(), &QStatusBar::clearMessage);
     connect(m_patientList, &frmPatientList::StatusText, this,

@@ -48,6 +48,7 @@ protected:
 private:
     bool ConnectSupplyCatalogue();
     void ShowPatientList();
+    void ShowChosenPatient();
     void FitChildren();
     void ShowHub(frmFinal* hub);
     void ReturnToPatientList();
@@ -68,6 +69,8 @@ private:
     void ShowWaiting(bool waiting);
 
     std::unique_ptr<Ui::mdiCAPD> ui;
+    QString m_chosenName;
+    QString m_chosenNumbers;
     QLabel* m_lblChosenPatient;
     frmPatientList* m_patientList = nullptr;
     QMdiSubWindow* m_patientListFrame = nullptr;

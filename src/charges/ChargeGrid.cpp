@@ -56,6 +56,7 @@ void PrepareSupplyList() {
 ChargeGrid::ChargeGrid(toolkit::EntryGrid& grid, const ChargeRules& rules, QObject* parent)
     : QObject(parent), m_grid(grid), m_rules(rules) {
     connect(&m_grid, &toolkit::EntryGrid::CellCommitted, this, &ChargeGrid::CommitCell);
+    connect(&m_grid, &toolkit::EntryGrid::CellEntered, this, [this] { m_isUnread = false; });
     connect(&m_grid, &toolkit::EntryGrid::LookupRequested, this, &ChargeGrid::ShowListOf);
     connect(&m_grid, &toolkit::EntryGrid::NotTaken, this, [this](const QString& typed) {
         m_notTaken = typed;
@@ -188,6 +189,9 @@ void ChargeGrid::CommitAmount(int row) {
         MsgBox(QStringLiteral("You cannot enter amount lesser than the price."),
                BoxIcon::Information, QStringLiteral("Message"));
         amount = price;
+        Tell(QStringLiteral("The amount is the price of one again: %1.")
+                 .arg(base::MoneyText(price)));
+        m_grid.SetCol(Amount);
     } else {
         Tell(CountsAs(typed, base::MoneyText(amount)));
     }
@@ -207,6 +211,7 @@ void ChargeGrid::Tell(const QString& text) {
     if (text.isEmpty())
         return;
     m_told << text;
+    m_isUnread = true;
     emit Told(m_told.join(u' '));
 }
 

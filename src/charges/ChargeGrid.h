@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <utility>
 #include <vector>
 
 #include "charges/ChargeRules.h"
@@ -35,6 +36,9 @@ public:
     /// rounded to whole units, halves to even.
     double ComputeLineAmount(int row) const;
     ChargeTotals Totals() const;
+
+    /// Whether the last commit told something while the cursor has gone no further since; once.
+    bool TakeUnread() { return std::exchange(m_isUnread, false); }
 
 signals:
     void TotalsChanged(const ChargeTotals& totals);
@@ -85,6 +89,7 @@ private:
     toolkit::EntryGrid& m_grid;
     const ChargeRules& m_rules;
     std::vector<Line> m_lines;
+    bool m_isUnread = false;
     QStringList m_told;
     QString m_notTaken;  ///< typed and left out since the last commit
 };

@@ -15,9 +15,9 @@
 ChargeGrid* ChargeSheetDialog::SetUpSheet(const ChargeSheetControls& controls,
                                           const ChargeRules& rules) {
     m_grid = &controls.grdInput;
-    auto* charges = new ChargeGrid(controls.grdInput, rules, this);
-    new DoctorFields(controls.txtDoctorID, controls.txtDoctor, controls.cmdDoctor,
-                     controls.cmdClose, controls.grdInput, this);
+    auto* charges = m_charges = new ChargeGrid(controls.grdInput, rules, this);
+    m_doctor = new DoctorFields(controls.txtDoctorID, controls.txtDoctor, controls.cmdDoctor,
+                                controls.cmdClose, controls.grdInput, this);
     connect(charges, &ChargeGrid::Told, &controls.lblMessage, &QLabel::setText);
     connect(charges, &ChargeGrid::ItemCommitted, &controls.cmdSave,
             [&save = controls.cmdSave] { save.setEnabled(true); });
@@ -35,7 +35,7 @@ bool ChargeSheetDialog::SaveSheet(const std::function<QString(const Lines&)>& sa
         return true;
     // Committing a cell may ask the nurse: from here on a press is already the second one.
     QScopedValueRollback writing(m_isWriting, true);
-    if (!m_grid->EndEditMode())
+    if (!IsReadyToSave())
         return false;
     const auto lines = LinesToSave(*m_grid);
     if (!lines)
@@ -48,6 +48,16 @@ bool ChargeSheetDialog::SaveSheet(const std::function<QString(const Lines&)>& sa
     const auto closing = qScopeGuard([this] { accept(); });
     finish(Saved(told.arg(slipNumber), patient), slipNumber, *lines);
     return true;
+}
+
+bool ChargeSheetDialog::IsReadyToSave() {
+    if (!m_grid->EndEditMode())
+        return false;
+    if (m_charges->TakeUnread()) {
+        m_grid->setFocus(Qt::OtherFocusReason);
+        return false;
+    }
+    return m_doctor->Resolve();
 }
 
 void ChargeSheetDialog::WriteAlone(const std::function<void()>& write) {

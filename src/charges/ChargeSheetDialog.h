@@ -7,6 +7,7 @@
 #include "charges/ChargeSlip.h"
 
 class ChargeGrid;
+class DoctorFields;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -48,8 +49,9 @@ protected:
         std::function<void(const Saved& saved, const QString& slipNumber, const Lines& lines)>;
     /// The saving of the sheet, once: `save` writes the slip and returns its number, empty where it
     /// may not be written; `told` says it, with %1 for the number, and of whom; `finish` runs after
-    /// that and then, whatever fails in it, the window closes. A cell half typed is committed
-    /// before. False when nothing was saved. Throws what both throw.
+    /// that and then, whatever fails in it, the window closes. A doctor's code is looked up and a
+    /// cell half typed committed before; what the commit told is to be read first. False when
+    /// nothing was saved. Throws what both throw.
     bool SaveSheet(const std::function<QString(const Lines& lines)>& save, const QString& told,
                    const QString& patient, const Finish& finish);
 
@@ -60,6 +62,10 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    bool IsReadyToSave();
+
     toolkit::EntryGrid* m_grid = nullptr;
+    ChargeGrid* m_charges = nullptr;
+    DoctorFields* m_doctor = nullptr;
     bool m_isWriting = false;  ///< and stays so once the sheet's slip stands
 };

@@ -69,6 +69,7 @@ std::optional<std::vector<SlipLine>> LinesToSave(toolkit::EntryGrid& grid) {
                                  grid.TextMatrix(row, Description).trimmed()),
                         BoxIcon::Information, QStringLiteral("Outpatient Charges"));
         grid.SetCell(row, isOpen ? Amount : Quantity);
+        grid.setFocus(Qt::OtherFocusReason);
         return {};
     }
     return lines;

@@ -74,6 +74,13 @@ void DoctorFields::txtDoctorID_LostFocus() {
         txtDoctorID.setFocus(Qt::OtherFocusReason);
 }
 
+bool DoctorFields::Resolve() {
+    if (IsLookedUp() || LookUp())
+        return true;
+    txtDoctorID.setFocus(Qt::OtherFocusReason);
+    return false;
+}
+
 bool DoctorFields::IsLookedUp() const {
     const QString code = txtDoctorID.text();
     return code.isEmpty() || code == kNotOnFile || code == m_foundID;

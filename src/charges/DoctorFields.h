@@ -19,6 +19,10 @@ public:
     DoctorFields(QLineEdit& txtDoctorID, QLineEdit& txtDoctor, QPushButton& cmdDoctor,
                  QPushButton& cmdClose, toolkit::EntryGrid& grid, QObject* parent = nullptr);
 
+    /// Looks up a code that was typed and not left: a save button's letter moves no cursor. False
+    /// when it names nobody; the box then has the keyboard.
+    bool Resolve();
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -50,7 +50,7 @@ frmRequest::frmRequest(PatientOnScreen& patient, QWidget* parent)
     connect(ui->cmdList, &QPushButton::clicked, this, &frmRequest::cmdList_Click);
     connect(ui->Command1, &QPushButton::clicked, this, &frmRequest::Command1_Click);
     toolkit::SetFunctionKey(*ui->Command1, Qt::Key_F8);
-    toolkit::SetFunctionKey(*ui->cmdClose, Qt::Key_F9);
+    toolkit::SetFunctionKey(*ui->cmdClose, Qt::Key_F12);
 }
 
 frmRequest::~frmRequest() = default;
@@ -188,8 +188,12 @@ void frmRequest::cmdRePrint_Click() {
         texts.Clear = kClearForReprint;
         texts.Reprint = FirstPrintOf(slipNumber);
         texts.Doctor = texts.Reprint->Doctor;
-        SlipPrint::Open(Layout(), texts, PrintLines(m_list->LinesOf(slipNumber)));
-        SlipPrint::Show();
+        const Saved stands(QStringLiteral("Slip %1 stands").arg(slipNumber),
+                           ui->lblPatient->text());
+        stands.Then(QStringLiteral("Printing again"), [&] {
+            SlipPrint::Open(Layout(), texts, PrintLines(m_list->LinesOf(slipNumber)));
+            SlipPrint::Show();
+        });
     });
 }
 
@@ -207,8 +211,9 @@ void frmRequest::cmdRevoke_Click() {
         head.IdNum = m_idNum.trimmed();
         const auto lines = m_list->LinesOf(slipNumber);
         SlipReversal(head, slipNumber, m_fund).Revoke(lines);
-        const Saved revoked(QStringLiteral("Slip %1 is revoked").arg(slipNumber),
-                            ui->lblPatient->text());
+        const Saved revoked(
+            QStringLiteral("Slip %1 is revoked as far as it can be").arg(slipNumber),
+            ui->lblPatient->text());
         revoked.Then(QStringLiteral("Reading the list"), [&] {
             m_list->Load(m_idNum);
             ui->lblMessage->setText(ReversalText(slipNumber, lines, m_list->LinesOf(slipNumber)));

@@ -178,7 +178,7 @@ void frmRegistration::cmdSave_Click() {
     const Saved saved(QStringLiteral("The registration is saved"), patient.trimmed(),
                       registered->Eof()
                           ? QString()
-                          : QStringLiteral("CAPD No. %1.").arg(registered->Fields(0).Text()));
+                          : QStringLiteral("CAPD No. %1").arg(registered->Fields(0).Text()));
     saved.Then(QStringLiteral("Reading the list"), [this] {
         toolkit::MsgBox(QStringLiteral("Registration Successfully Saved."),
                         toolkit::BoxIcon::Information, QStringLiteral("Message"));

@@ -14,7 +14,9 @@ void Say(const QString& sentence) {
 }  // namespace
 
 Saved::Saved(const QString& what, const QString& whom, const QString& remark)
-    : m_what(what), m_sentence(QStringLiteral("%1 for %2. %3").arg(what, whom, remark).trimmed()) {
+    : m_what(what),
+      m_sentence((remark.isEmpty() ? what : what + QStringLiteral(", ") + remark) +
+                 QStringLiteral(": ") + whom) {
     Say(m_sentence);
 }
 

@@ -8,7 +8,9 @@
 /// nobody saves it twice.
 class Saved final {
 public:
-    /// "Slip C15856D is saved", "O'HARA, Ana", and behind the status bar's sentence a remark.
+    /// "2 requests are saved", "O'HARA, Ana", and for the status bar a remark: "1 line was left
+    /// out". The name stands last: where room is short it is cut, and the chosen patient's is seen
+    /// anyway.
     Saved(const QString& what, const QString& whom, const QString& remark = {});
     ~Saved();
     Saved(const Saved&) = delete;

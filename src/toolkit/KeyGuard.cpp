@@ -60,6 +60,9 @@ bool KeyGuard::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::Hide:
             m_unpainted.remove(watched);
             return false;
+        case QEvent::KeyRelease:
+            NoteRelease(static_cast<const QKeyEvent&>(*event));
+            return false;
         case QEvent::ShortcutOverride:
         case QEvent::KeyPress:
             break;
@@ -75,15 +78,31 @@ bool KeyGuard::eventFilter(QObject* watched, QEvent* event) {
         event->accept();
         return true;
     }
-    if (event->type() != QEvent::KeyPress || !IsEnter(key) || !IsPushed(*target))
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    if (key.modifiers() == Qt::AltModifier && !key.text().isEmpty())
+        return true;
+    if (!IsEnter(key) || !IsPushed(*target))
         return false;
     qobject_cast<QAbstractButton*>(target)->click();
     return true;
 }
 
+// Repeats may come as releases and presses, at once one after the other: whoever lets a key go and
+// presses it again takes many times as long.
+void KeyGuard::NoteRelease(const QKeyEvent& key) {
+    m_releasedKey = key.key();
+    m_releasedAt = key.timestamp();
+}
+
+bool KeyGuard::IsHeld(const QKeyEvent& key) const {
+    constexpr quint64 kAtOnce = 2;  // milliseconds
+    return key.isAutoRepeat() || (m_releasedAt > 0 && key.key() == m_releasedKey &&
+                                  key.timestamp() - m_releasedAt <= kAtOnce);
+}
+
 bool KeyGuard::IsUnmeant(const QWidget& target, const QKeyEvent& key) const {
-    return (key.isAutoRepeat() && !MovesOrTypes(target, key)) ||
-           m_unpainted.contains(target.window());
+    return (IsHeld(key) && !MovesOrTypes(target, key)) || m_unpainted.contains(target.window());
 }
 
 }  // namespace toolkit

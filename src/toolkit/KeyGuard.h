@@ -12,6 +12,7 @@ namespace toolkit {
 /// - A key that is held down moves and types, but Enter, Esc, function keys and keys with Ctrl or
 ///   Alt act once until they are let go.
 /// - A box that was declared by TakesNoEarlyKeys() gets no key before its first painting.
+/// - A letter with Alt that no button takes is not typed.
 /// - Enter, which Qt may give to a dialog's default button, presses the button that has the focus.
 class KeyGuard final : public QObject {
     Q_OBJECT
@@ -27,9 +28,13 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void NoteRelease(const QKeyEvent& key);
+    bool IsHeld(const QKeyEvent& key) const;
     bool IsUnmeant(const QWidget& target, const QKeyEvent& key) const;
 
     QSet<const QObject*> m_unpainted;
+    int m_releasedKey = 0;
+    quint64 m_releasedAt = 0;
 };
 
 }  // namespace toolkit

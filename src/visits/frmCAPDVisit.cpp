@@ -115,7 +115,7 @@ void frmCAPDVisit::cmdSave_Click() {
     }
     ui->cmdSave->setEnabled(false);
     const Saved saved(QStringLiteral("Today's visit is saved"), ui->lblPatient->text(),
-                      QStringLiteral("CAPD No. %1.").arg(ui->txtCAPDNum->text()));
+                      QStringLiteral("CAPD No. %1").arg(ui->txtCAPDNum->text()));
     saved.Then(QStringLiteral("Reading the list"), [this] {
         toolkit::MsgBox(QStringLiteral("Registration Successfully Saved."),
                         toolkit::BoxIcon::Information, QStringLiteral("Message"));

@@ -146,12 +146,6 @@ bool WardLines::IsUnlisted(int row) const {
     return Text(row, Code) == kUnlisted;
 }
 
-// Nothing of an item stays behind that another code could stand beside.
-void WardLines::EmptyItem(int row) {
-    for (const int col : {Code, Description, Amount, SupplyPrice, MedicinePrice})
-        Write(row, col, {});
-}
-
 void WardLines::NumberFrom(int row, const QString& mark) {
     for (; row <= LastRow(); ++row)
         Write(row, Number, mark + QString::number(row));

@@ -54,8 +54,8 @@ public:
     bool HasItem(int row) const;
     /// Whether the line is one that its remarks describe: code "00".
     bool IsUnlisted(int row) const;
-    /// Takes the item off the line; frequency, quantity and remarks stay.
-    void EmptyItem(int row);
+    /// Nothing of an item stays behind that another code could stand beside.
+    void Empty(int row);
     /// Quantity and what it costs at the line's unit price.
     void SetQuantity(int row, const QString& quantity);
     /// Quantity times unit price; of one unit while there is no quantity.
@@ -66,7 +66,6 @@ public:
     int Incomplete() const;
 
 private:
-    void Empty(int row);
     void NumberFrom(int row, const QString& mark);
 
     toolkit::FlexGrid& m_grid;

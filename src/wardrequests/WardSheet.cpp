@@ -312,7 +312,7 @@ bool WardSheet::IsRequestable(const QString& code, int row) {
 
 void WardSheet::RefuseCode(int row) {
     m_box->clear();
-    m_lines.EmptyItem(row);
+    m_lines.Empty(row);
 }
 
 bool WardSheet::StoreFrequency() {

@@ -99,8 +99,8 @@ std::unique_ptr<const Saved> frmWardEntry::SaveRequests() {
                 QStringLiteral("requests are saved")),
         ui->lblPatient->text(),
         leftOut == 0 ? QString()
-                     : Counted(leftOut, QStringLiteral("line was left out."),
-                               QStringLiteral("lines were left out.")));
+                     : Counted(leftOut, QStringLiteral("line was left out"),
+                               QStringLiteral("lines were left out")));
     accept();
     return saved;
 }

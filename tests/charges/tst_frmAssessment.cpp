@@ -188,7 +188,7 @@ void tst_frmAssessment::Save_writesTheAssessmentAndTouchesNeitherFundsNorStock()
     window.Button("cmdSave").click();
     Saved::SetHook({});
     QCOMPARE(told,
-             QStringLiteral("Slip %1 of T299901C is saved for ZZWALK'IN, Ana Luz.").arg(slip));
+             QStringLiteral("Slip %1 of T299901C is saved: ZZWALK'IN, Ana Luz").arg(slip));
     QCOMPARE(boxes.Leftovers(), QStringList());
     QCOMPARE(boxes.Shown()[0].Text, QStringLiteral("Record Saved"));
     QVERIFY(!window.Window.isVisible());

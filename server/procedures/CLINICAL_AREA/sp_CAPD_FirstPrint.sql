@@ -1,6 +1,6 @@
 -- How a saved slip was made, for printing it again: DoctorName, UserID and Employee who charged it,
--- Moment, State (REVOKED once something was taken back of it; of a walk-in's also OR and the receipt;
--- else empty). @RefNum: the slip. No row for an unknown one.
+-- Moment, State (PARTLY REVOKED once something was taken back of it: what is printed again stands;
+-- of a walk-in's REVOKED, or OR and the receipt; else empty). @RefNum: the slip. No row for an unknown one.
 USE CLINICAL_AREA
 GO
 
@@ -41,7 +41,7 @@ BEGIN
 
     IF EXISTS (SELECT 1 FROM BILLING..tbStockCard WHERE RefNum = @RefNum AND Quantity < 0)
         OR EXISTS (SELECT 1 FROM BILLING..tbDoctorCharge WHERE RefNum = @RefNum AND Amount < 0)
-        SET @State = 'REVOKED';
+        SET @State = 'PARTLY REVOKED';
     SELECT TOP (1) DoctorName, UserID, PATIENT_DATA.dbo.fn_GetEmployeeName(UserID) AS Employee,
         RequestDate AS Moment, @State AS State
     FROM CLINICAL_AREA..tbCAPDRequest

@@ -18,9 +18,10 @@ BEGIN
     SET NOCOUNT ON;
     SET XACT_ABORT ON;
 
-    -- Values of an examination that is not released are not shown.
+    -- Nothing that was found is shown of an examination that is not released.
     SELECT r.LabExamID, ISNULL(e.LabExam, r.LabExamID) AS LabExam, s.SectionName, r.RequestDate,
-        r.ResultDate, PATIENT_DATA.dbo.fn_GetDoctorName(r.DoctorID) AS Doctor, r.Remarks,
+        r.ResultDate, PATIENT_DATA.dbo.fn_GetDoctorName(r.DoctorID) AS Doctor,
+        CASE WHEN r.ResultDate IS NOT NULL THEN r.Remarks END AS Remarks,
         v.TestName, v.ResultValue, v.Unit, v.NormalRange,
         PATIENT_DATA.dbo.fn_LabMark(v.ResultValue, v.Flag, v.NormalLow, v.NormalHigh,
             v.NormalRange) AS Mark
