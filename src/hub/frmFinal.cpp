@@ -124,8 +124,12 @@ void frmFinal::GoThrough(QTabWidget& tabs, int step) {
         tab = (tab + step + tabs.count()) % tabs.count();
     while (!tabs.isTabEnabled(tab));
     tabs.setCurrentIndex(tab);
+    FocusList(tabs);
+}
+
+void frmFinal::FocusList(const QTabWidget& tabs) {
     for (auto* list : tabs.currentWidget()->findChildren<toolkit::FlexGrid*>())
-        if (list->isVisible())
+        if (list->isVisibleTo(&tabs))
             return list->setFocus(Qt::TabFocusReason);
 }
 
@@ -152,7 +156,7 @@ void frmFinal::Open(const OpenedPatient& patient) {
     if (ui->tabSSTab1->currentIndex() == Requests)
         ui->cmdPostCharges->setFocus();
     else
-        ui->tabSSTab1->tabBar()->setFocus();
+        FocusList(*ui->tabSSTab1);
 }
 
 void frmFinal::ShowHeader(const OpenedPatient& patient) {

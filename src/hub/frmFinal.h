@@ -56,6 +56,7 @@ protected:
 private:
     void SetKeys();
     void GoThrough(QTabWidget& tabs, int step);
+    static void FocusList(const QTabWidget& tabs);
     void ShowHeader(const OpenedPatient& patient);
     void Load(int patientType);
     bool IsAccountClosed();

@@ -77,6 +77,7 @@ void frmPatientList::SetUpFields() {
         field->installEventFilter(this);
         connect(field, &QLineEdit::returnPressed, this, &frmPatientList::cmdSearch_Click);
     }
+    connect(ui->txtLastName, &QLineEdit::textEdited, this, &frmPatientList::txtLastName_Change);
     connect(ui->cmdSearch, &QPushButton::clicked, this, &frmPatientList::cmdSearch_Click);
 }
 
@@ -138,6 +139,15 @@ bool frmPatientList::ListKey(QKeyEvent& key) {
     field->setFocus(Qt::OtherFocusReason);
     QCoreApplication::sendEvent(field, &key);
     return true;
+}
+
+// No name goes on with a digit: what began as one is the number of a visit.
+void frmPatientList::txtLastName_Change(const QString& text) {
+    if (text.size() < 2 || !text[0].isLetter() || !text[1].isDigit())
+        return;
+    ui->txtLastName->clear();
+    ui->txtIdNum->setFocus(Qt::OtherFocusReason);
+    ui->txtIdNum->setText(text);
 }
 
 // Emergency and in-patients are always searched whole.

@@ -51,6 +51,7 @@ private:
     void SetUpList();
     std::array<QLineEdit*, 3> Fields() const;
     bool ListKey(QKeyEvent& key);
+    void txtLastName_Change(const QString& text);
     void OptPatientType_Click(QAbstractButton* option, bool chosen);
     void cmdSearch_Click();
     void SelectSearchedText();

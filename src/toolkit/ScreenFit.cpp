@@ -4,7 +4,6 @@
 #include <QDialog>
 #include <QEvent>
 #include <QScreen>
-#include <QTimer>
 
 namespace toolkit {
 
@@ -31,14 +30,11 @@ ScreenFit::ScreenFit() {
     QCoreApplication::instance()->installEventFilter(this);
 }
 
+// The event comes before the window system hears of the window.
 bool ScreenFit::eventFilter(QObject* watched, QEvent* event) {
     auto* dialog = qobject_cast<QDialog*>(watched);
-    const bool mayStandOut = event->type() == QEvent::Show || event->type() == QEvent::Resize;
-    if (dialog && mayStandOut && dialog->isWindow() && dialog->isVisible())
-        QTimer::singleShot(0, dialog, [dialog] {
-            if (dialog->isVisible() && !dialog->isMaximized())
-                Fit(*dialog);
-        });
+    if (dialog && event->type() == QEvent::Show && !event->spontaneous() && dialog->isWindow())
+        Fit(*dialog);
     return false;
 }
 

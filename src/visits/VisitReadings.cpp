@@ -11,6 +11,7 @@ namespace {
 constexpr int kNoSuchField = 3265;
 // Of somebody who came on foot or was carried in; beyond them something else was written.
 constexpr double kLowestSystolic = 40, kHighestSystolic = 300, kLowestDiastolic = 10;
+constexpr double kHeaviest = 500;
 
 std::optional<double> Positive(QString digits) {
     const double value = digits.replace(u',', u'.').toDouble();
@@ -30,7 +31,8 @@ int Column(const db::RowStore& rows, const QString& name) {
 std::optional<double> ReadWeight(const QString& text) {
     static const QRegularExpression number(
         QStringLiteral("^\\s*(\\d+(?:[.,]\\d+)?)(?![.,]?\\d|\\s*[/-]\\s*\\d)"));
-    return Positive(number.match(text).captured(1));
+    const std::optional<double> weight = Positive(number.match(text).captured(1));
+    return weight && *weight <= kHeaviest ? weight : std::nullopt;
 }
 
 // Three numbers between slashes are a date or a slip of the hand, and no two of them a pressure.

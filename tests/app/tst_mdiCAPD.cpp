@@ -290,7 +290,7 @@ void tst_mdiCAPD::Waiting_forAnotherProgramIsShown() {
 }
 
 void tst_mdiCAPD::Saved_isToldUntilTheNextAction() {
-    const QString told = QStringLiteral("Slip C1D is saved for O'HARA, Ana.");
+    const QString told = QStringLiteral("Slip C1D is saved: O'HARA, Ana");
     {
         const Saved saved(QStringLiteral("Slip C1D is saved"), QStringLiteral("O'HARA, Ana"));
         QCOMPARE(Status(), told);

@@ -24,6 +24,7 @@ private slots:
     void Save_withoutSponsorAsksNoFund();
     void Save_refuses_data();
     void Save_refuses();
+    void Save_waitsForWhatAnOpenCellTold();
     void Save_pressedAgainSavesOnce();
     void Save_lostRaceTakesTheNextNumber();
     void Refused_atAnyCommandLeavesNothing_data();
@@ -206,6 +207,34 @@ void tst_ChargeSlips::Save_refuses() {
     if (!openPriceFee.isEmpty())
         QCOMPARE(m_window->At(), QPoint(2, Amount));
     QCOMPARE(m_case->State(), before);
+}
+
+void tst_ChargeSlips::Save_waitsForWhatAnOpenCellTold() {
+    OpenSheet();
+    const QString before = m_case->State();
+    m_window->Charge(QStringLiteral("CY"), QStringLiteral("501"));
+    const auto saveOver = [&](int col, const char* typed) {
+        m_window->Grid.SetCell(1, col);
+        for (; *typed; ++typed)
+            QTest::keyClick(ChargeWindow::Focused(), *typed);
+        Press("cmdSave");
+    };
+    saveOver(Quantity, "1,5");
+    QCOMPARE(m_window->Label("lblMessage"),
+             QStringLiteral("Taken: 15. Only digits and one point count."));
+    m_boxes->Answer(BoxAnswer::Ok);
+    saveOver(Amount, "5");
+    QCOMPARE(m_window->At(), QPoint(1, Amount));
+    QCOMPARE(m_case->State(), before);
+    // Alt and the button's letter leave no box: the code is looked up all the same.
+    m_window->Find<QLineEdit>("txtDoctorID").setText(QStringLiteral("106"));
+    Press("cmdSave");
+    QVERIFY(!m_window->Window.isVisible());
+    QVERIFY(m_case
+                ->Ask(QStringLiteral("SELECT DoctorName FROM CLINICAL_AREA..tbCAPDRequest WHERE "
+                                     "RefNum = '%1'")
+                          .arg(LastSlip()))
+                .startsWith(u"DR. "));
 }
 
 void tst_ChargeSlips::Save_pressedAgainSavesOnce() {
