@@ -191,7 +191,6 @@ void ChargeGrid::CommitAmount(int row) {
         amount = price;
         Tell(QStringLiteral("The amount is the price of one again: %1.")
                  .arg(base::MoneyText(price)));
-        m_grid.SetCol(Amount);
     } else {
         Tell(CountsAs(typed, base::MoneyText(amount)));
     }

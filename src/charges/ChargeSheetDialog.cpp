@@ -51,13 +51,12 @@ bool ChargeSheetDialog::SaveSheet(const std::function<QString(const Lines&)>& sa
 }
 
 bool ChargeSheetDialog::IsReadyToSave() {
-    if (!m_grid->EndEditMode())
-        return false;
-    if (m_charges->TakeUnread()) {
-        m_grid->setFocus(Qt::OtherFocusReason);
-        return false;
-    }
-    return m_doctor->Resolve();
+    const bool isCommitted = m_grid->EndEditMode();
+    const bool isToBeRead = m_charges->TakeUnread();
+    if (isCommitted && !isToBeRead)
+        return m_doctor->Resolve();
+    m_grid->setFocus(Qt::OtherFocusReason);
+    return false;
 }
 
 void ChargeSheetDialog::WriteAlone(const std::function<void()>& write) {

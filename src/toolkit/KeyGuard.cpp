@@ -88,16 +88,17 @@ bool KeyGuard::eventFilter(QObject* watched, QEvent* event) {
     return true;
 }
 
-// Repeats may come as releases and presses, at once one after the other: whoever lets a key go and
-// presses it again takes many times as long.
+// A keyboard's repeats may come as releases and presses, at once one after the other: whoever lets
+// a key go and presses it again takes many times as long. Keys without a scan code come from a
+// program.
 void KeyGuard::NoteRelease(const QKeyEvent& key) {
-    m_releasedKey = key.key();
+    m_releasedCode = key.nativeScanCode();
     m_releasedAt = key.timestamp();
 }
 
 bool KeyGuard::IsHeld(const QKeyEvent& key) const {
     constexpr quint64 kAtOnce = 2;  // milliseconds
-    return key.isAutoRepeat() || (m_releasedAt > 0 && key.key() == m_releasedKey &&
+    return key.isAutoRepeat() || (m_releasedCode != 0 && key.nativeScanCode() == m_releasedCode &&
                                   key.timestamp() - m_releasedAt <= kAtOnce);
 }
 

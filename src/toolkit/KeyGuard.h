@@ -33,7 +33,7 @@ private:
     bool IsUnmeant(const QWidget& target, const QKeyEvent& key) const;
 
     QSet<const QObject*> m_unpainted;
-    int m_releasedKey = 0;
+    quint32 m_releasedCode = 0;
     quint64 m_releasedAt = 0;
 };
 

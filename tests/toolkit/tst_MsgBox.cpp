@@ -133,7 +133,8 @@ void tst_MsgBox::Box_isNotAnsweredByAHeldKey() {
         // Some window systems repeat a key by letting it go and pressing it in the same moment.
         for (quint64 at = 1000; at < 1100; at += 33)
             for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {
-                QKeyEvent event(type, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+                QKeyEvent event(type, Qt::Key_Return, Qt::NoModifier, 36, 0, 0,
+                                QStringLiteral("\r"));
                 event.setTimestamp(at);
                 QApplication::sendEvent(box->focusWidget(), &event);
             }
