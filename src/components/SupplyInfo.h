@@ -43,7 +43,7 @@ using StockCardEntry = std::array<db::Value, StockCard::Count>;
 struct DrugRecord {
     QString DrugCode;
     QString DrugName;
-    bool Status = false;  ///< true: inactive, not to be requested
+    bool Status = false;      ///< true: inactive, not to be requested
     bool IsMedicine = false;  ///< else a supply
     double SellingPriceIn = 0;
     double SellingPriceOut = 0;

@@ -187,8 +187,7 @@ void tst_frmAssessment::Save_writesTheAssessmentAndTouchesNeitherFundsNorStock()
     Saved::SetHook([&told](const QString& sentence) { told = sentence; });
     window.Button("cmdSave").click();
     Saved::SetHook({});
-    QCOMPARE(told,
-             QStringLiteral("Slip %1 of T299901C is saved: ZZWALK'IN, Ana Luz").arg(slip));
+    QCOMPARE(told, QStringLiteral("Slip %1 of T299901C is saved: ZZWALK'IN, Ana Luz").arg(slip));
     QCOMPARE(boxes.Leftovers(), QStringList());
     QCOMPARE(boxes.Shown()[0].Text, QStringLiteral("Record Saved"));
     QVERIFY(!window.Window.isVisible());
