@@ -26,19 +26,11 @@ void clsCurrentUser::ShowMain() {
     frmLogin dialog(AllDataSources());
     dialog.Choose(settings.value(kSourceSetting).toString(),
                   settings.value(kUserSetting).toString());
-    while (dialog.exec() == QDialog::Accepted) {
-        try {
-            const QString refusal = LogIn(dialog);
-            if (refusal.isEmpty()) {
-                settings.setValue(kSourceSetting, dialog.Source().Title());
-                settings.setValue(kUserSetting, m_user.UserName);
-                return;
-            }
-            dialog.AskAgain(refusal);
-        } catch (const base::RuntimeError& error) {
-            dialog.Tell(error.Description());
-        }
-    }
+    dialog.SetLogIn([this, &dialog] { return LogIn(dialog); });
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    settings.setValue(kSourceSetting, dialog.Source().Title());
+    settings.setValue(kUserSetting, m_user.UserName);
 }
 
 QString clsCurrentUser::LogIn(const frmLogin& asked) {

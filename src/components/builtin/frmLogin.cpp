@@ -19,7 +19,7 @@ frmLogin::frmLogin(std::vector<DataSource> sources, QWidget* parent)
     // What was said of one user or server is not said of the next.
     for (QLineEdit* box : {ui->txtUser, ui->txtPassword})
         connect(box, &QLineEdit::textEdited, this, &frmLogin::cboSource_Change);
-    connect(ui->cmdLogIn, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui->cmdLogIn, &QPushButton::clicked, this, &frmLogin::cmdLogIn_Click);
     connect(ui->cmdTest, &QPushButton::clicked, this, &frmLogin::cmdTest_Click);
     connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     cboSource_Change();
@@ -63,9 +63,28 @@ void frmLogin::Tell(const QString& why) {
 
 void frmLogin::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
+    FocusFirst();
+}
+
+void frmLogin::FocusFirst() {
     QLineEdit* first = ui->txtUser->text().isEmpty() ? ui->txtUser : ui->txtPassword;
     first->selectAll();
     first->setFocus();
+}
+
+// The window stays while a hospital that others write to lets one wait.
+void frmLogin::cmdLogIn_Click() {
+    Tell(QStringLiteral("The hospital is being opened…"));
+    ui->lblRefusal->repaint();
+    try {
+        const QString refusal = m_logIn();
+        if (refusal.isEmpty())
+            return accept();
+        AskAgain(refusal);
+    } catch (const base::RuntimeError& error) {
+        Tell(error.Description());
+    }
+    FocusFirst();
 }
 
 void frmLogin::cmdTest_Click() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <memory>
 
 #include "components/builtin/DataSource.h"
@@ -23,21 +24,26 @@ public:
     QString UserName() const;
     QString Password() const;
 
-    /// Asks again after a refusal: says so, with the password emptied.
-    void AskAgain(const QString& why);
-    /// Says why the hospital could not be opened; what was typed stays.
-    void Tell(const QString& why);
+    /// What "Log In" does with what was typed: the refusal, empty where the user is in and the
+    /// window closes. After a refusal the password is empty; where it throws base::RuntimeError,
+    /// the reason is said and what was typed stays.
+    void SetLogIn(std::function<QString()> logIn) { m_logIn = std::move(logIn); }
 
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    void AskAgain(const QString& why);
+    void Tell(const QString& why);
     void cboSource_Change();
     /// Opens the server as typed and closes it again: says what it answers, logs nobody in.
+    void cmdLogIn_Click();
     void cmdTest_Click();
+    void FocusFirst();
 
     std::unique_ptr<Ui::frmLogin> ui;
     std::vector<DataSource> m_sources;
+    std::function<QString()> m_logIn;
 };
 
 }  // namespace components
