@@ -219,6 +219,9 @@ void frmAssessmentStatus::btnPrint_Click() {
     texts.Age = Cell(chosen, Age);
     texts.Sex = Cell(chosen, Sex);
     texts.PatientClass = Cell(chosen, PatientClass);
-    SlipPrint::Open(SlipPrint::Layout::Plain, texts, lines);
-    SlipPrint::Show();
+    const Saved stands(QStringLiteral("Assessment slip %1 stands").arg(refNum), texts.PatientName);
+    stands.Then(QStringLiteral("Printing again"), [&] {
+        SlipPrint::Open(SlipPrint::Layout::Plain, texts, lines);
+        SlipPrint::Show();
+    });
 }

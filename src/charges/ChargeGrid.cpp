@@ -214,6 +214,10 @@ void ChargeGrid::Tell(const QString& text) {
     emit Told(m_told.join(u' '));
 }
 
+void ChargeGrid::TellThatSaveWaits() {
+    emit Told((m_told + QStringList{QStringLiteral("Not saved yet: save once more.")}).join(u' '));
+}
+
 void ChargeGrid::Refuse(const QString& why) {
     Tell(why);
     m_grid.RefuseCommit();

@@ -39,6 +39,8 @@ public:
 
     /// Whether the last commit told something while the cursor has gone no further since; once.
     bool TakeUnread() { return std::exchange(m_isUnread, false); }
+    /// Adds to what was told that nothing is saved before it was read.
+    void TellThatSaveWaits();
 
 signals:
     void TotalsChanged(const ChargeTotals& totals);

@@ -55,6 +55,8 @@ bool ChargeSheetDialog::IsReadyToSave() {
     const bool isToBeRead = m_charges->TakeUnread();
     if (isCommitted && !isToBeRead)
         return m_doctor->Resolve();
+    if (isCommitted)
+        m_charges->TellThatSaveWaits();
     m_grid->setFocus(Qt::OtherFocusReason);
     return false;
 }

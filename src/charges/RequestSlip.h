@@ -6,8 +6,8 @@ class clsPDAF;
 
 /// A slip charged to a patient's account: fees are billed, supplies leave the stock, and the
 /// sponsors' funds pay what they cover. Lines of a revenue code that is neither a fee nor kept in
-/// stock are not saved, and nothing of a
-/// sponsored visit whose funds another station has used up meanwhile.
+/// stock are not saved, and nothing of a sponsored visit whose funds another station has used up
+/// meanwhile.
 class RequestSlip final : public ChargeSlip {
 public:
     /// Pays through `fund`, which must live as long.

@@ -28,8 +28,9 @@ struct FirstPrint {
     QString Doctor;  ///< who asked
     QString Clerk;
     QString EmployeeCode;
-    QString Date;   ///< "M/d/yyyy"
-    QString State;  ///< "REVOKED", "OR" and the receipt of a paid assessment, or empty
+    QString Date;  ///< "M/d/yyyy"
+    QString
+        State;  ///< "PARTLY REVOKED", of an assessment "REVOKED" or "OR" and the receipt; or empty
 };
 
 /// Of a saved slip, a patient's or a walk-in's. Throws base::DatabaseError.

@@ -8,6 +8,7 @@
 #include "toolkit/ColumnFit.h"
 #include "toolkit/Images.h"
 #include "toolkit/Keys.h"
+#include "toolkit/Tips.h"
 #include "toolkit/Twips.h"
 
 namespace toolkit {
@@ -49,6 +50,7 @@ ListView::ListView(QWidget* parent) : QTreeView(parent) {
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setTextElideMode(Qt::ElideRight);
+    TipCutTexts(*this);
     connect(header(), &QHeaderView::sectionClicked, this, &ListView::SortBy);
     connect(this, &QTreeView::doubleClicked, this,
             [this](const QModelIndex& index) { emit RowOpened(index.row()); });

@@ -221,7 +221,8 @@ void tst_ChargeSlips::Save_waitsForWhatAnOpenCellTold() {
     };
     saveOver(Quantity, "1,5");
     QCOMPARE(m_window->Label("lblMessage"),
-             QStringLiteral("Taken: 15. Only digits and one point count."));
+             QStringLiteral("Taken: 15. Only digits and one point count. Not saved yet: save once "
+                            "more."));
     m_boxes->Answer(BoxAnswer::Ok);
     saveOver(Amount, "5");
     QCOMPARE(m_window->At(), QPoint(1, Amount));

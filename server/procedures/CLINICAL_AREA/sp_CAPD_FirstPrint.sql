@@ -1,6 +1,7 @@
 -- How a saved slip was made, for printing it again: DoctorName, UserID and Employee who charged it,
 -- Moment, State (PARTLY REVOKED once something was taken back of it: what is printed again stands;
--- of a walk-in's REVOKED, or OR and the receipt; else empty). @RefNum: the slip. No row for an unknown one.
+-- of a walk-in's REVOKED, or OR and the receipt; else empty). @RefNum: the slip. No row
+-- for an unknown one.
 USE CLINICAL_AREA
 GO
 

@@ -1,7 +1,8 @@
 -- Records a line of a charge slip as it was requested, after its charge. An empty @Quantity counts
 -- as 1; @Amount: hospital money of the whole line, before discount. Keeps the item's description, the
 -- amount of one unit as its price (sp_CAPD_KeepPrice where it was typed), and the stock card row that
--- the line's supplies have just been issued on. Of a walk-in's fee the assessment's line gets quantity and doctor. Refuses what is no amount (50182)
+-- the line's supplies have just been issued on. Of a walk-in's fee the assessment's line gets quantity
+-- and doctor. Refuses what is no amount (50182)
 -- and a closed account (50181). No rows.
 USE CLINICAL_AREA
 GO

@@ -17,8 +17,6 @@ PickListDelegate::PickListDelegate(PickListLook look, QObject* parent)
 QString PickListDelegate::displayText(const QVariant& value, const QLocale& locale) const {
     const QString text = QStyledItemDelegate::displayText(value, locale);
     switch (m_look) {
-        case PickListLook::Money:
-            return text.isEmpty() ? text : base::MoneyText(base::Val(text));
         case PickListLook::Inactive:
             return base::Val(text) != 0 ? QStringLiteral("Inactive") : QString();
         case PickListLook::Stock:

@@ -6,7 +6,6 @@ namespace components {
 
 /// How a column of a pick list is shown, beyond its plain text.
 enum class PickListLook {
-    Money,     ///< two decimals, to the right
     Stock,     ///< to the right, in red below zero
     Inactive,  ///< "Inactive" for 1, else nothing
 };

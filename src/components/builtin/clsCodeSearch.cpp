@@ -55,9 +55,9 @@ const std::map<int, CodeList>& Lists() {
           .Search = QStringLiteral("BILLING..sp_OtherRevenue_Search"),
           .CodeField = QStringLiteral("ItemCode"),
           .Columns = {{QStringLiteral("Code"), 1300, QStringLiteral("ItemCode")},
-                      {QStringLiteral("Rate"), 1500, QStringLiteral("RateA")},
+                      {QStringLiteral("Rate"), 1500, QStringLiteral("RateA"), {}, true},
                       {QStringLiteral("Description"), 6000, QStringLiteral("OtherRevenue")}},
-          .Looks = {{QStringLiteral("RateA"), PickListLook::Money}},
+          .Looks = {},
           .OfSection = true}}};
     return lists;
 }

@@ -26,21 +26,20 @@ const QString kEverything;
 PickListSetup CatalogueList(const QString& title, const QString& kind, const QString& location) {
     return {.Title = title,
             .Heading = {},
-            .Columns = {{QStringLiteral("Code"), 1100, QStringLiteral("DrugCode")},
-                        {QStringLiteral("Description"), 4400, QStringLiteral("DrugName")},
-                        {QStringLiteral("Unit"), 900, QStringLiteral("Unit")},
-                        {QStringLiteral("Price In"), 1200, QStringLiteral("SellingPriceIn")},
-                        {QStringLiteral("Price Out"), 1200, QStringLiteral("SellingPriceOut")},
-                        {QStringLiteral("On Hand"), 1200, QStringLiteral("OnHand")},
-                        {QStringLiteral("Status"), 1000, QStringLiteral("Status")}},
+            .Columns =
+                {{QStringLiteral("Code"), 1100, QStringLiteral("DrugCode")},
+                 {QStringLiteral("Description"), 4400, QStringLiteral("DrugName")},
+                 {QStringLiteral("Unit"), 900, QStringLiteral("Unit")},
+                 {QStringLiteral("Price In"), 1200, QStringLiteral("SellingPriceIn"), {}, true},
+                 {QStringLiteral("Price Out"), 1200, QStringLiteral("SellingPriceOut"), {}, true},
+                 {QStringLiteral("On Hand"), 1200, QStringLiteral("OnHand")},
+                 {QStringLiteral("Status"), 1000, QStringLiteral("Status")}},
             .CodeField = QStringLiteral("DrugCode"),
             .Command =
                 [kind, location](const QString& text) {
                     return db::Call(kSearch, {text, kind, location});
                 },
-            .Looks = {{QStringLiteral("SellingPriceIn"), PickListLook::Money},
-                      {QStringLiteral("SellingPriceOut"), PickListLook::Money},
-                      {QStringLiteral("OnHand"), PickListLook::Stock},
+            .Looks = {{QStringLiteral("OnHand"), PickListLook::Stock},
                       {QStringLiteral("Status"), PickListLook::Inactive}}};
 }
 

@@ -74,14 +74,17 @@ void frmLogin::FocusFirst() {
 
 // The window stays while a hospital that others write to lets one wait.
 void frmLogin::cmdLogIn_Click() {
-    Tell(QStringLiteral("The hospital is being opened…"));
-    ui->lblRefusal->repaint();
+    ui->lblRefusal->hide();
+    ui->lblDemo->setText(QStringLiteral("The hospital is being opened…"));
+    repaint();
     try {
         const QString refusal = m_logIn();
         if (refusal.isEmpty())
             return accept();
+        cboSource_Change();
         AskAgain(refusal);
     } catch (const base::RuntimeError& error) {
+        cboSource_Change();
         Tell(error.Description());
     }
     FocusFirst();
