@@ -10,6 +10,8 @@
 #include "components/SupplyInfo.h"
 #include "components/SupplyList.h"
 
+using namespace Qt::StringLiterals;
+
 /// Components that do nothing but remember, in order, what was asked of them.
 namespace fakes {
 
@@ -21,14 +23,14 @@ inline QStringList& Log() {
 class User final : public components::CurrentUser {
 public:
     void SetPasswordDeptCode(const QString& code) override {
-        Log() << QStringLiteral("PasswordDeptCode ") + code;
+        Log() << u"PasswordDeptCode "_s + code;
     }
-    void ShowMain() override { Log() << QStringLiteral("ShowMain"); }
+    void ShowMain() override { Log() << u"ShowMain"_s; }
     bool Connected() const override { return Admitted; }
     std::shared_ptr<db::Connection> SQLConnection() const override { return Session; }
-    QString EmployeeCode() const override { return QStringLiteral("E1"); }
-    QString employeename() const override { return QStringLiteral("Nurse One"); }
-    QString ServerName() const override { return QStringLiteral("SERVER"); }
+    QString EmployeeCode() const override { return u"E1"_s; }
+    QString employeename() const override { return u"Nurse One"_s; }
+    QString ServerName() const override { return u"SERVER"_s; }
 
     bool Admitted = true;
     std::shared_ptr<db::Connection> Session;
@@ -36,18 +38,14 @@ public:
 
 class Lister final : public components::PatientLister {
 public:
-    void Initialize_Classes() override { Log() << QStringLiteral("Lister.Initialize_Classes"); }
+    void Initialize_Classes() override { Log() << u"Lister.Initialize_Classes"_s; }
     void SetInitConnection(const std::shared_ptr<db::Connection>&) override {
-        Log() << QStringLiteral("Lister.InitConnection");
+        Log() << u"Lister.InitConnection"_s;
     }
-    void SetHospital(const QString& name) override {
-        Log() << QStringLiteral("Lister.Hospital ") + name;
-    }
-    void SetRevenueID(const QString& code) override {
-        Log() << QStringLiteral("Lister.RevenueID ") + code;
-    }
+    void SetHospital(const QString& name) override { Log() << u"Lister.Hospital "_s + name; }
+    void SetRevenueID(const QString& code) override { Log() << u"Lister.RevenueID "_s + code; }
     bool PatientListing(QString& idNumber, int code, bool flag) override {
-        Log() << QStringLiteral("PatientListing %1,%2,%3").arg(idNumber).arg(code).arg(flag);
+        Log() << u"PatientListing %1,%2,%3"_s.arg(idNumber).arg(code).arg(flag);
         return Found;
     }
     const components::ListedPatient& Inpatient() const override { return Patient; }
@@ -60,7 +58,7 @@ public:
 class Finder final : public components::PatientFinder {
 public:
     bool InitConnection(const QString&, QString& serverName) override {
-        Log() << QStringLiteral("Finder.InitConnection ") + serverName;
+        Log() << u"Finder.InitConnection "_s + serverName;
         return Initialized;
     }
     bool Initialized = true;
@@ -68,28 +66,22 @@ public:
 
 class Codes final : public components::CodeSearch {
 public:
-    void SetMTS_Server(const QString& name) override {
-        Log() << QStringLiteral("Codes.MTS_Server ") + name;
-    }
-    void Initialize_Classes() override { Log() << QStringLiteral("Codes.Initialize_Classes"); }
-    void SetCompanyName(const QString& name) override {
-        Log() << QStringLiteral("Codes.CompanyName ") + name;
-    }
-    void SetSearchMode(bool byCode) override {
-        Log() << QStringLiteral("Codes.SearchMode %1").arg(byCode);
-    }
+    void SetMTS_Server(const QString& name) override { Log() << u"Codes.MTS_Server "_s + name; }
+    void Initialize_Classes() override { Log() << u"Codes.Initialize_Classes"_s; }
+    void SetCompanyName(const QString& name) override { Log() << u"Codes.CompanyName "_s + name; }
+    void SetSearchMode(bool byCode) override { Log() << u"Codes.SearchMode %1"_s.arg(byCode); }
     void SetConnection(const std::shared_ptr<db::Connection>&) override {
-        Log() << QStringLiteral("Codes.Connection");
+        Log() << u"Codes.Connection"_s;
     }
 };
 
 /// What a component broken by its server throws.
-inline const base::RuntimeError kBroken(2812, QStringLiteral("Could not find stored procedure."));
+inline const base::RuntimeError kBroken(2812, u"Could not find stored procedure."_s);
 
 class Supplies final : public components::SupplyList {
 public:
     bool InitConnection(const std::shared_ptr<db::Connection>&) override {
-        Log() << QStringLiteral("Supplies.InitConnection");
+        Log() << u"Supplies.InitConnection"_s;
         if (Broken)
             throw kBroken;
         return Reachable;
@@ -101,7 +93,7 @@ public:
 class SupplyRecord final : public components::SupplyInfo {
 public:
     bool InitConnect(const std::shared_ptr<db::Connection>&) override {
-        Log() << QStringLiteral("SupplyRecord.InitConnect");
+        Log() << u"SupplyRecord.InitConnect"_s;
         return Reachable;
     }
     static inline bool Reachable = true;
@@ -119,17 +111,17 @@ struct Set {
         Supplies::Broken = false;
         SupplyRecord::Reachable = true;
         components::RegisterBuiltIns();
-        Offer(QStringLiteral("Corvane_User.clsCurrentUser"), CurrentUser);
-        Offer(QStringLiteral("PatientLister.clsRadioSearch"), Patients);
-        Offer(QStringLiteral("PatientFinder.clsPatientSearch"), Stays);
-        Offer(QStringLiteral("CodeFinder.clsCodeSearch"), std::make_shared<Codes>());
-        Offer(QStringLiteral("DrugRoster.clsListDrugs"), std::make_shared<Supplies>());
-        Offer(QStringLiteral("DrugCatalog.clsDrug"), std::make_shared<SupplyRecord>());
+        Offer(u"Corvane_User.clsCurrentUser"_s, CurrentUser);
+        Offer(u"PatientLister.clsRadioSearch"_s, Patients);
+        Offer(u"PatientFinder.clsPatientSearch"_s, Stays);
+        Offer(u"CodeFinder.clsCodeSearch"_s, std::make_shared<Codes>());
+        Offer(u"DrugRoster.clsListDrugs"_s, std::make_shared<Supplies>());
+        Offer(u"DrugCatalog.clsDrug"_s, std::make_shared<SupplyRecord>());
     }
 
     static void Offer(const QString& progId, std::shared_ptr<components::Component> component) {
         components::Register(progId, [progId, component] {
-            Log() << QStringLiteral("create ") + progId;
+            Log() << u"create "_s + progId;
             return component;
         });
     }

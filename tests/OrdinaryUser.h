@@ -9,16 +9,18 @@
 #include <QTest>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 /// Root may write to every file. For root, runs the current test function again in a process that
 /// has lost this right, and returns what it printed where it failed, else an empty text. Nothing
 /// where this process is such a one already: then the caller goes on.
 inline std::optional<QString> RunAsOrdinaryUser() {
-    const auto mark = QStringLiteral("CAPD_TEST_ORDINARY_USER");
+    const auto mark = u"CAPD_TEST_ORDINARY_USER"_s;
     if (geteuid() != 0 || qEnvironmentVariableIsSet(qPrintable(mark)))
         return std::nullopt;
     QProcess child;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(mark, QStringLiteral("1"));
+    environment.insert(mark, u"1"_s);
     child.setProcessEnvironment(environment);
     child.setProcessChannelMode(QProcess::MergedChannels);
     child.setChildProcessModifier([] {

@@ -7,6 +7,8 @@
 #include "db/Connection.h"
 #include "db/Driver.h"
 
+using namespace Qt::StringLiterals;
+
 /// A server with a plug that can be pulled.
 class PluggedDriver final : public db::Driver {
 public:
@@ -20,7 +22,7 @@ public:
 
     qint64 Execute(const QString& command, embedded::RowSink& sink) override {
         if (Gone && Left-- <= 0)
-            throw base::DatabaseError(10054, QStringLiteral("The server is gone."), command);
+            throw base::DatabaseError(10054, u"The server is gone."_s, command);
         if (Before)
             Before(*m_engine, command);
         return m_engine->Execute(command, sink);
@@ -29,7 +31,7 @@ public:
     void BeginTrans() override { m_engine->BeginTrans(); }
     void CommitTrans() override {
         if (Gone && Left-- <= 0)
-            throw base::DatabaseError(10054, QStringLiteral("The server is gone."));
+            throw base::DatabaseError(10054, u"The server is gone."_s);
         m_engine->CommitTrans();
     }
     void RollbackTrans() override { m_engine->RollbackTrans(); }
@@ -43,9 +45,8 @@ private:
 
 class SessionUser final : public components::CurrentUser {
 public:
-    explicit SessionUser(std::shared_ptr<db::Connection> connection,
-                         QString code = QStringLiteral("4601"),
-                         QString name = QStringLiteral("Nurse One"))
+    explicit SessionUser(std::shared_ptr<db::Connection> connection, QString code = u"4601"_s,
+                         QString name = u"Nurse One"_s)
         : m_connection(std::move(connection)), m_code(std::move(code)), m_name(std::move(name)) {}
     void SetPasswordDeptCode(const QString&) override {}
     void ShowMain() override {}

@@ -15,6 +15,8 @@
 #include "db/Connection.h"
 #include "deploy/HospitalFile.h"
 
+using namespace Qt::StringLiterals;
+
 /// A test's own demo hospital: a copy of the hospital file, gone with this object, or, where one is
 /// named, the hospital on the server, which then serves one test at a time. The file itself is made
 /// once in the build tree, again when a script has changed or another day has begun; of several
@@ -36,11 +38,11 @@ public:
 
     bool IsOnServer() const { return m_onServer; }
     /// Of the copy.
-    QString File() const { return m_folder.filePath(QStringLiteral("hospital")); }
+    QString File() const { return m_folder.filePath(u"hospital"_s); }
     /// With the log-on.
     QString ConnectionString() const {
         return m_onServer ? ServerHospital::ConnectionString()
-                          : QStringLiteral("Driver=Embedded;File=") + File();
+                          : u"Driver=Embedded;File="_s + File();
     }
 
     /// A new session.
@@ -56,17 +58,16 @@ private:
 
     static QString MakeTemplate() {
         // Programs stand in bin/ of the build tree.
-        const QDir folder(QCoreApplication::applicationDirPath() +
-                          QStringLiteral("/../test-hospital"));
-        folder.mkpath(QStringLiteral("."));
-        const QString file = folder.absoluteFilePath(QStringLiteral("demo-") + Key());
-        QLockFile lock(folder.absoluteFilePath(QStringLiteral("making.lock")));
+        const QDir folder(QCoreApplication::applicationDirPath() + u"/../test-hospital"_s);
+        folder.mkpath(u"."_s);
+        const QString file = folder.absoluteFilePath(u"demo-"_s + Key());
+        QLockFile lock(folder.absoluteFilePath(u"making.lock"_s));
         lock.setStaleLockTime(0);
         if (!lock.lock())
             throw std::runtime_error("The build tree cannot be written to.");
         if (IsUsable(file))
             return file;
-        for (const QString& old : folder.entryList({QStringLiteral("demo-*")}, QDir::Files))
+        for (const QString& old : folder.entryList({u"demo-*"_s}, QDir::Files))
             QFile::remove(folder.absoluteFilePath(old));
         deploy::MakeHospital(file, deploy::Contents::Demo);
         return file;

@@ -5,25 +5,18 @@
 #include "assessment/CashAssessment.h"
 #include "db/CommandText.h"
 
+using namespace Qt::StringLiterals;
+
 // Eight programs on one hospital at the same moment: numbers are unique, nothing is lost or
 // doubled, and who comes second is told so.
-class tst_ManyPrograms final : public QObject {
-    Q_OBJECT
-private slots:
-    void initTestCase();
-    void Programs_workOnTheSameRecords();
-
-private:
-    std::unique_ptr<ChargeSession> m_session;
-};
 
 namespace {
 
-const QString kPatients = QStringLiteral(
-    "SELECT TOP (%1) m.HospNum FROM PATIENT_DATA..tbMaster m WHERE NOT EXISTS (SELECT 1 FROM "
-    "CLINICAL_AREA..tbCAPDPatient c WHERE c.HospNum = m.HospNum) ORDER BY m.HospNum DESC");
-const QString kAssessments = QStringLiteral(
-    "SELECT DISTINCT RefNum FROM BILLING..tbCashAssessment WHERE PatientName = 'MANY, PROGRAMS'");
+const QString kPatients =
+    u"SELECT TOP (%1) m.HospNum FROM PATIENT_DATA..tbMaster m WHERE NOT EXISTS (SELECT 1 FROM "
+    "CLINICAL_AREA..tbCAPDPatient c WHERE c.HospNum = m.HospNum) ORDER BY m.HospNum DESC"_s;
+const QString kAssessments =
+    u"SELECT DISTINCT RefNum FROM BILLING..tbCashAssessment WHERE PatientName = 'MANY, PROGRAMS'"_s;
 constexpr int kSlips = 10;
 constexpr int kRecords = 20;
 constexpr int kSecondVisit = 50204;
@@ -44,12 +37,12 @@ void Say(const char* what, const QString& record) {
 
 /// The sheet of each patient, then today's visit.
 void Register(db::Connection& connection, const QStringList& patients) {
-    const QString name = QStringLiteral("CLINICAL_AREA..sp_CAPD_RegisterPatient");
+    const QString name = u"CLINICAL_AREA..sp_CAPD_RegisterPatient"_s;
     for (const QString& patient : patients) {
         QStringList sheet(29, QString());
         sheet[0] = patient;
-        sheet[26] = QStringLiteral("4601");
-        sheet[28] = QStringLiteral("N");
+        sheet[26] = u"4601"_s;
+        sheet[28] = u"N"_s;
         connection.Execute(db::Call(name, sheet));
         Say("registered", patient);
         try {
@@ -94,76 +87,80 @@ int RunProgram(const QStringList& arguments) {
 
 }  // namespace
 
-void tst_ManyPrograms::initTestCase() {
-    m_session = std::make_unique<ChargeSession>();
-    for (int line = 0; line < 2 * kRecords; ++line)
-        m_session->Connection->Execute(
-            QStringLiteral("INSERT INTO BILLING..tbCashAssessment (RefNum, IdNum, HospNum, "
-                           "PatientName, RevenueID, ItemCode, Quantity, Amount, RecordStatus, "
-                           "UserID, TransDate) VALUES ('M%1C', 'TMC', 'M', 'MANY, PROGRAMS', 'CY', "
-                           "'50%2', 1, 450, 'N', '4601', GETDATE())")
-                .arg(line / 2)
-                .arg(line % 2));
-}
-
-void tst_ManyPrograms::Programs_workOnTheSameRecords() {
-    db::Connection& connection = *m_session->Connection;
-    const SlipCase patient(m_session->Connection);
-    patient.Sponsor({300, 200, 5'000'000});
-    const auto patients = Column(connection, kPatients.arg(kRecords));
-    const auto assessments = Column(connection, kAssessments);
-    std::vector<std::unique_ptr<QProcess>> programs;
-    for (const char* work :
-         {"save", "register", "revoke", "save", "register", "revoke", "save", "register"}) {
-        const auto& records = QByteArray(work) == "register" ? patients : assessments;
-        programs.push_back(std::make_unique<QProcess>());
-        programs.back()->start(
-            QCoreApplication::applicationFilePath(),
-            SlipProgram::Arguments(QLatin1String(work), m_session->Hospital().ConnectionString(),
-                                   patient, kSlips)
-                << records.join(u','));
+class tst_ManyPrograms final : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() {
+        m_session = std::make_unique<ChargeSession>();
+        for (int line = 0; line < 2 * kRecords; ++line)
+            m_session->Connection->Execute(
+                u"INSERT INTO BILLING..tbCashAssessment (RefNum, IdNum, HospNum, "
+                "PatientName, RevenueID, ItemCode, Quantity, Amount, RecordStatus, "
+                "UserID, TransDate) VALUES ('M%1C', 'TMC', 'M', 'MANY, PROGRAMS', 'CY', "
+                "'50%2', 1, 450, 'N', '4601', GETDATE())"_s.arg(line / 2)
+                    .arg(line % 2));
     }
-    std::map<QByteArray, int> told;
-    std::set<QByteArray> slips;
-    for (const auto& program : programs) {
-        QVERIFY(program->waitForFinished(300'000));
-        QVERIFY2(program->exitCode() == 0, program->readAllStandardError());
-        for (const QByteArray& line : program->readAllStandardOutput().split('\n')) {
-            ++told[line.split(' ').first()];
-            if (line.startsWith('C'))
-                slips.insert(line);
+
+    void Programs_workOnTheSameRecords() {
+        db::Connection& connection = *m_session->Connection;
+        const SlipCase patient(m_session->Connection);
+        patient.Sponsor({300, 200, 5'000'000});
+        const auto patients = Column(connection, kPatients.arg(kRecords));
+        const auto assessments = Column(connection, kAssessments);
+        std::vector<std::unique_ptr<QProcess>> programs;
+        for (const char* work :
+             {"save", "register", "revoke", "save", "register", "revoke", "save", "register"}) {
+            const auto& records = QByteArray(work) == "register" ? patients : assessments;
+            programs.push_back(std::make_unique<QProcess>());
+            programs.back()->start(
+                QCoreApplication::applicationFilePath(),
+                SlipProgram::Arguments(QLatin1String(work),
+                                       m_session->Hospital().ConnectionString(), patient, kSlips)
+                    << records.join(u','));
         }
-    }
-    QCOMPARE(int(slips.size()), 3 * kSlips);
-    QCOMPARE(told["registered"], 3 * kRecords);
-    QCOMPARE(told["visit"], kRecords);
-    QCOMPARE(told["second"], 2 * kRecords);
-    QCOMPARE(told["revoked"], kRecords);
-    QCOMPARE(told["late"], kRecords);
+        std::map<QByteArray, int> told;
+        std::set<QByteArray> slips;
+        for (const auto& program : programs) {
+            QVERIFY(program->waitForFinished(300'000));
+            QVERIFY2(program->exitCode() == 0, program->readAllStandardError());
+            for (const QByteArray& line : program->readAllStandardOutput().split('\n')) {
+                ++told[line.split(' ').first()];
+                if (line.startsWith('C'))
+                    slips.insert(line);
+            }
+        }
+        QCOMPARE(int(slips.size()), 3 * kSlips);
+        QCOMPARE(told["registered"], 3 * kRecords);
+        QCOMPARE(told["visit"], kRecords);
+        QCOMPARE(told["second"], 2 * kRecords);
+        QCOMPARE(told["revoked"], kRecords);
+        QCOMPARE(told["late"], kRecords);
 
-    QCOMPARE(patient.Ask(QStringLiteral("SELECT COUNT(*) FROM BILLING..tbCashAssessment WHERE "
-                                        "IdNum = 'TMC' AND RecordStatus = 'R'")),
-             QString::number(2 * kRecords));
-    std::set<QString> numbers;
-    for (const QString& hospNum : patients) {
-        const auto row = connection.Execute(
-            QStringLiteral("SELECT COUNT(*), MAX(CAPDNum), (SELECT COUNT(*) FROM "
-                           "CLINICAL_AREA..tbCAPDLogBook l WHERE l.HospNum = '%1') FROM "
-                           "CLINICAL_AREA..tbCAPDPatient WHERE HospNum = '%1'")
-                .arg(hospNum));
-        QCOMPARE(row->Fields(0).Text(), QStringLiteral("1"));
-        QCOMPARE(row->Fields(2).Text(), QStringLiteral("1"));
-        numbers.insert(row->Fields(1).Text());
+        QCOMPARE(patient.Ask(u"SELECT COUNT(*) FROM BILLING..tbCashAssessment WHERE "
+                             "IdNum = 'TMC' AND RecordStatus = 'R'"_s),
+                 QString::number(2 * kRecords));
+        std::set<QString> numbers;
+        for (const QString& hospNum : patients) {
+            const auto row = connection.Execute(
+                u"SELECT COUNT(*), MAX(CAPDNum), (SELECT COUNT(*) FROM "
+                "CLINICAL_AREA..tbCAPDLogBook l WHERE l.HospNum = '%1') FROM "
+                "CLINICAL_AREA..tbCAPDPatient WHERE HospNum = '%1'"_s.arg(hospNum));
+            QCOMPARE(row->Fields(0).Text(), u"1"_s);
+            QCOMPARE(row->Fields(2).Text(), u"1"_s);
+            numbers.insert(row->Fields(1).Text());
+        }
+        QCOMPARE(int(numbers.size()), kRecords);
+        // Of each slip the fee of 450 and what the patient has to pay of the rest.
+        QCOMPARE(patient
+                     .Ask(u"SELECT SUM(AllocatedFund - FundBalance) FROM "
+                          "BILLING..tbFundAccount WHERE HospNum = '%1'"_s.arg(patient.HospNum))
+                     .toDouble(),
+                 1574.4 * 3 * kSlips);
     }
-    QCOMPARE(int(numbers.size()), kRecords);
-    // Of each slip the fee of 450 and what the patient has to pay of the rest.
-    QCOMPARE(patient
-                 .Ask(QStringLiteral("SELECT SUM(AllocatedFund - FundBalance) FROM "
-                                     "BILLING..tbFundAccount WHERE HospNum = '%1'")
-                          .arg(patient.HospNum))
-                 .toDouble(),
-             1574.4 * 3 * kSlips);
-}
+
+private:
+    std::unique_ptr<ChargeSession> m_session;
+};
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);

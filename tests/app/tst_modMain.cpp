@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "FakeComponents.h"
+#include "Rows.h"
 #include "TestHospital.h"
 #include "app/mdiCAPD.h"
 #include "app/modMain.h"
@@ -8,6 +9,7 @@
 #include "session/modGlobals.h"
 #include "toolkit/MsgBox.h"
 
+using namespace Qt::StringLiterals;
 using namespace modGlobals;
 
 // Start-up over the demo hospital, with components that only remember.
@@ -15,150 +17,132 @@ class tst_modMain final : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void Main_takesItsStepsInOrder();
-    void Main_endsSilentlyWithoutALogIn();
-    void Main_endsSilentlyWithoutThePatientSearch();
-    void Main_namesAMissingComponent();
-    void Main_failsWithoutAHospitalRow();
-    void Main_readsTheFirstOfSeveralHospitalRows();
-    void Frame_unloadsWithoutTheCatalogue_data();
-    void Frame_unloadsWithoutTheCatalogue();
-    void Frame_thatCannotLoadEndsStartUp();
-    void ApplyDepartmentCode_knowsOnlyTheUnit();
+    void init() {
+        m_hospital = std::make_unique<TestHospital>();
+        m_fakes = std::make_unique<fakes::Set>();
+        m_fakes->CurrentUser->Session = m_hospital->Connect();
+        gRevenueID.clear();
+    }
+
+    void Main_takesItsStepsInOrder() {
+        QStringList commands;
+        db::Connection::SetCommandHook([&commands](const QString& text) { commands << text; });
+        const auto frame = modMain::Main();
+        db::Connection::SetCommandHook({});
+        QVERIFY(frame && frame->isVisible());
+        QCOMPARE(frame->windowTitle(), u"Velmora: Continuous Ambulatory Peritoneal Dialysis"_s);
+        const QStringList expected{u"create Corvane_User.clsCurrentUser"_s,
+                                   u"PasswordDeptCode 46"_s,
+                                   u"ShowMain"_s,
+                                   u"create PatientFinder.clsPatientSearch"_s,
+                                   u"create CodeFinder.clsCodeSearch"_s,
+                                   u"create PatientLister.clsRadioSearch"_s,
+                                   u"Codes.MTS_Server "_s,
+                                   u"Codes.Initialize_Classes"_s,
+                                   u"Codes.CompanyName "_s + gCompany,
+                                   u"Codes.SearchMode 1"_s,
+                                   u"Codes.Connection"_s,
+                                   u"Lister.Initialize_Classes"_s,
+                                   u"Lister.InitConnection"_s,
+                                   u"Lister.Hospital "_s + gCompany,
+                                   u"Lister.RevenueID CY"_s,
+                                   u"Finder.InitConnection "_s + gMtsServerName,
+                                   u"create DrugRoster.clsListDrugs"_s,
+                                   u"create DrugCatalog.clsDrug"_s,
+                                   u"create DrugRoster.clsListDrugs"_s,
+                                   u"Supplies.InitConnection"_s,
+                                   u"Supplies.InitConnection"_s,
+                                   u"SupplyRecord.InitConnect"_s};
+        QCOMPARE(fakes::Log(), expected);
+        QCOMPARE(commands, QStringList({u"Select * from PATIENT_DATA..tbHospitalInfo"_s,
+                                        u"CLINICAL_AREA..sp_CAPD_Patientsearch '1','','A',''"_s}));
+        QVERIFY(!gCompany.isEmpty());
+        QVERIFY(!gAddress1.isEmpty());
+        QCOMPARE(gConnection, gCurrentUser->SQLConnection());
+        QCOMPARE(gConnection->CursorLocation(), 3);
+        QCOMPARE(gConnection->DefaultDatabase(), u"CLINICAL_AREA"_s);
+    }
+
+    void Main_endsSilentlyWithoutALogIn() {
+        toolkit::BoxScript boxes;
+        m_fakes->CurrentUser->Admitted = false;
+        QVERIFY(!modMain::Main());
+        QCOMPARE(fakes::Log().last(), u"ShowMain"_s);
+        QCOMPARE(boxes.Leftovers(), QStringList());
+    }
+
+    void Main_endsSilentlyWithoutThePatientSearch() {
+        toolkit::BoxScript boxes;
+        m_fakes->Stays->Initialized = false;
+        QVERIFY(!modMain::Main());
+        QVERIFY(!fakes::Log().contains(u"create DrugRoster.clsListDrugs"_s));
+        QCOMPARE(boxes.Leftovers(), QStringList());
+    }
+
+    void Main_namesAMissingComponent() {
+        components::Register(u"WardActivity.clsConfinement"_s,
+                             [] { return std::make_shared<fakes::Lister>(); });
+        try {
+            modMain::Main();
+            QFAIL("a component of another kind was taken");
+        } catch (const base::RuntimeError& error) {
+            QCOMPARE(error.Number(), 429);
+            QVERIFY(error.Description().contains(u"WardActivity.clsConfinement"_s));
+        }
+    }
+
+    void Main_failsWithoutAHospitalRow() {
+        m_fakes->CurrentUser->Session->Execute(u"DELETE PATIENT_DATA..tbHospitalInfo"_s);
+        QVERIFY_THROWS_EXCEPTION(base::DatabaseError, modMain::Main());
+    }
+
+    void Main_readsTheFirstOfSeveralHospitalRows() {
+        auto& session = *m_fakes->CurrentUser->Session;
+        session.Execute(u"DELETE PATIENT_DATA..tbHospitalInfo"_s);
+        for (int row = 1; row <= 2; ++row)
+            session.Execute(
+                u"INSERT INTO PATIENT_DATA..tbHospitalInfo (HospitalID, Company, address1, "
+                "MtsServerName) VALUES (%1, 'Hospital %1', 'Somewhere', 'MTS')"_s.arg(row));
+        QVERIFY(modMain::Main());
+        QCOMPARE(gCompany, u"Hospital 1"_s);
+        QVERIFY(fakes::Log().contains(u"Finder.InitConnection MTS"_s));
+    }
+
+    void Frame_unloadsWithoutTheCatalogue_data() {
+        Columns<bool, QString>();
+        QTest::newRow("list") << true << u"Cannot load supplies list."_s;
+        QTest::newRow("information") << false << u"Cannot load supplies information."_s;
+    }
+
+    void Frame_unloadsWithoutTheCatalogue() {
+        auto [list, message] = Fetch<bool, QString>();
+        (list ? fakes::Supplies::Reachable : fakes::SupplyRecord::Reachable) = false;
+        toolkit::BoxScript boxes;
+        boxes.Answer(toolkit::BoxAnswer::Ok);
+        const auto frame = modMain::Main();
+        QVERIFY(frame && !frame->isVisible());
+        QCOMPARE(boxes.Leftovers(), QStringList());
+        QCOMPARE(boxes.Shown().front().Text, message);
+        QCOMPARE(boxes.Shown().front().Title, toolkit::kProgramName);
+        QCOMPARE(boxes.Shown().front().Icon, toolkit::BoxIcon::Critical);
+    }
+
+    void Frame_thatCannotLoadEndsStartUp() {
+        fakes::Supplies::Broken = true;
+        QVERIFY_THROWS_EXCEPTION(base::RuntimeError, modMain::Main());
+    }
+
+    void ApplyDepartmentCode_knowsOnlyTheUnit() {
+        ApplyDepartmentCode(u"45"_s);
+        QCOMPARE(gRevenueID, QString());
+        ApplyDepartmentCode(u"46"_s);
+        QCOMPARE(gRevenueID, u"CY"_s);
+    }
 
 private:
     std::unique_ptr<TestHospital> m_hospital;
     std::unique_ptr<fakes::Set> m_fakes;
 };
-
-void tst_modMain::init() {
-    m_hospital = std::make_unique<TestHospital>();
-    m_fakes = std::make_unique<fakes::Set>();
-    m_fakes->CurrentUser->Session = m_hospital->Connect();
-    gRevenueID.clear();
-}
-
-void tst_modMain::Main_takesItsStepsInOrder() {
-    QStringList commands;
-    db::Connection::SetCommandHook([&commands](const QString& text) { commands << text; });
-    const auto frame = modMain::Main();
-    db::Connection::SetCommandHook({});
-    QVERIFY(frame && frame->isVisible());
-    QCOMPARE(frame->windowTitle(),
-             QStringLiteral("Velmora: Continuous Ambulatory Peritoneal Dialysis"));
-    const QStringList expected{QStringLiteral("create Corvane_User.clsCurrentUser"),
-                               QStringLiteral("PasswordDeptCode 46"),
-                               QStringLiteral("ShowMain"),
-                               QStringLiteral("create PatientFinder.clsPatientSearch"),
-                               QStringLiteral("create CodeFinder.clsCodeSearch"),
-                               QStringLiteral("create PatientLister.clsRadioSearch"),
-                               QStringLiteral("Codes.MTS_Server "),
-                               QStringLiteral("Codes.Initialize_Classes"),
-                               QStringLiteral("Codes.CompanyName ") + gCompany,
-                               QStringLiteral("Codes.SearchMode 1"),
-                               QStringLiteral("Codes.Connection"),
-                               QStringLiteral("Lister.Initialize_Classes"),
-                               QStringLiteral("Lister.InitConnection"),
-                               QStringLiteral("Lister.Hospital ") + gCompany,
-                               QStringLiteral("Lister.RevenueID CY"),
-                               QStringLiteral("Finder.InitConnection ") + gMtsServerName,
-                               QStringLiteral("create DrugRoster.clsListDrugs"),
-                               QStringLiteral("create DrugCatalog.clsDrug"),
-                               QStringLiteral("create DrugRoster.clsListDrugs"),
-                               QStringLiteral("Supplies.InitConnection"),
-                               QStringLiteral("Supplies.InitConnection"),
-                               QStringLiteral("SupplyRecord.InitConnect")};
-    QCOMPARE(fakes::Log(), expected);
-    QCOMPARE(commands,
-             QStringList({QStringLiteral("Select * from PATIENT_DATA..tbHospitalInfo"),
-                          QStringLiteral("CLINICAL_AREA..sp_CAPD_Patientsearch '1','','A',''")}));
-    QVERIFY(!gCompany.isEmpty());
-    QVERIFY(!gAddress1.isEmpty());
-    QCOMPARE(gConnection, gCurrentUser->SQLConnection());
-    QCOMPARE(gConnection->CursorLocation(), 3);
-    QCOMPARE(gConnection->DefaultDatabase(), QStringLiteral("CLINICAL_AREA"));
-}
-
-void tst_modMain::Main_endsSilentlyWithoutALogIn() {
-    toolkit::BoxScript boxes;
-    m_fakes->CurrentUser->Admitted = false;
-    QVERIFY(!modMain::Main());
-    QCOMPARE(fakes::Log().last(), QStringLiteral("ShowMain"));
-    QCOMPARE(boxes.Leftovers(), QStringList());
-}
-
-void tst_modMain::Main_endsSilentlyWithoutThePatientSearch() {
-    toolkit::BoxScript boxes;
-    m_fakes->Stays->Initialized = false;
-    QVERIFY(!modMain::Main());
-    QVERIFY(!fakes::Log().contains(QStringLiteral("create DrugRoster.clsListDrugs")));
-    QCOMPARE(boxes.Leftovers(), QStringList());
-}
-
-void tst_modMain::Main_namesAMissingComponent() {
-    components::Register(QStringLiteral("WardActivity.clsConfinement"),
-                         [] { return std::make_shared<fakes::Lister>(); });
-    try {
-        modMain::Main();
-        QFAIL("a component of another kind was taken");
-    } catch (const base::RuntimeError& error) {
-        QCOMPARE(error.Number(), 429);
-        QVERIFY(error.Description().contains(QStringLiteral("WardActivity.clsConfinement")));
-    }
-}
-
-void tst_modMain::Main_failsWithoutAHospitalRow() {
-    m_fakes->CurrentUser->Session->Execute(QStringLiteral("DELETE PATIENT_DATA..tbHospitalInfo"));
-    QVERIFY_THROWS_EXCEPTION(base::DatabaseError, modMain::Main());
-}
-
-void tst_modMain::Main_readsTheFirstOfSeveralHospitalRows() {
-    auto& session = *m_fakes->CurrentUser->Session;
-    session.Execute(QStringLiteral("DELETE PATIENT_DATA..tbHospitalInfo"));
-    for (int row = 1; row <= 2; ++row)
-        session.Execute(
-            QStringLiteral(
-                "INSERT INTO PATIENT_DATA..tbHospitalInfo (HospitalID, Company, address1, "
-                "MtsServerName) VALUES (%1, 'Hospital %1', 'Somewhere', 'MTS')")
-                .arg(row));
-    QVERIFY(modMain::Main());
-    QCOMPARE(gCompany, QStringLiteral("Hospital 1"));
-    QVERIFY(fakes::Log().contains(QStringLiteral("Finder.InitConnection MTS")));
-}
-
-void tst_modMain::Frame_unloadsWithoutTheCatalogue_data() {
-    QTest::addColumn<bool>("list");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("list") << true << QStringLiteral("Cannot load supplies list.");
-    QTest::newRow("information") << false << QStringLiteral("Cannot load supplies information.");
-}
-
-void tst_modMain::Frame_unloadsWithoutTheCatalogue() {
-    QFETCH(bool, list);
-    QFETCH(QString, message);
-    (list ? fakes::Supplies::Reachable : fakes::SupplyRecord::Reachable) = false;
-    toolkit::BoxScript boxes;
-    boxes.Answer(toolkit::BoxAnswer::Ok);
-    const auto frame = modMain::Main();
-    QVERIFY(frame && !frame->isVisible());
-    QCOMPARE(boxes.Leftovers(), QStringList());
-    QCOMPARE(boxes.Shown().front().Text, message);
-    QCOMPARE(boxes.Shown().front().Title, toolkit::kProgramName);
-    QCOMPARE(boxes.Shown().front().Icon, toolkit::BoxIcon::Critical);
-}
-
-void tst_modMain::Frame_thatCannotLoadEndsStartUp() {
-    fakes::Supplies::Broken = true;
-    QVERIFY_THROWS_EXCEPTION(base::RuntimeError, modMain::Main());
-}
-
-void tst_modMain::ApplyDepartmentCode_knowsOnlyTheUnit() {
-    ApplyDepartmentCode(QStringLiteral("45"));
-    QCOMPARE(gRevenueID, QString());
-    ApplyDepartmentCode(QStringLiteral("46"));
-    QCOMPARE(gRevenueID, QStringLiteral("CY"));
-}
 
 QTEST_MAIN(tst_modMain)
 #include "tst_modMain.moc"

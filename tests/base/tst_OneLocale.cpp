@@ -2,27 +2,19 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "Rows.h"
+
+using namespace Qt::StringLiterals;
+
 /// The tests of numbers, dates, texts and searches, run on workstations of other languages.
-class tst_OneLocale final : public QObject {
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void Tests_passInEveryLocale_data();
-    void Tests_passInEveryLocale();
-
-private:
-    QTemporaryDir m_locales;
-};
 
 namespace {
 
-const QStringList kPrograms = {
-    QStringLiteral("tst_Numbers"),    QStringLiteral("tst_Dates"),
-    QStringLiteral("tst_Collation"),  QStringLiteral("tst_Functions"),
-    QStringLiteral("tst_Statements"), QStringLiteral("tst_OdbcDriver"),
-    QStringLiteral("tst_DateEdit"),   QStringLiteral("tst_EntryGrid"),
-    QStringLiteral("tst_ListView"),   QStringLiteral("tst_clsRegularPatientSearch")};
+const QStringList kPrograms = {u"tst_Numbers"_s,    u"tst_Dates"_s,
+                               u"tst_Collation"_s,  u"tst_Functions"_s,
+                               u"tst_Statements"_s, u"tst_OdbcDriver"_s,
+                               u"tst_DateEdit"_s,   u"tst_EntryGrid"_s,
+                               u"tst_ListView"_s,   u"tst_clsRegularPatientSearch"_s};
 
 /// A dotless i and a decimal comma; umlauts and a decimal comma; neither accents nor UTF-8.
 struct {
@@ -46,49 +38,55 @@ QString OutputOf(const QString& program, const QStringList& arguments,
 
 }  // namespace
 
-void tst_OneLocale::initTestCase() {
-    auto environment = QProcessEnvironment::systemEnvironment();
-    for (const auto& made : kMade) {
-        int status = 0;
-        const QString folder = m_locales.filePath(QLatin1String(made.Name));
-        OutputOf(QStringLiteral("localedef"),
-                 {QStringLiteral("-i"), QLatin1String(made.Source), QStringLiteral("-f"),
-                  QLatin1String(made.Characters), folder},
-                 environment, &status);
-        environment.insert(QStringLiteral("LOCPATH"), m_locales.path());
-        environment.insert(QStringLiteral("LC_ALL"), QLatin1String(made.Name));
-        QCOMPARE(
-            OutputOf(QStringLiteral("locale"), {QStringLiteral("charmap")}, environment, &status),
-            QLatin1String(made.Characters) + u'\n');
+class tst_OneLocale final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() {
+        auto environment = QProcessEnvironment::systemEnvironment();
+        for (const auto& made : kMade) {
+            int status = 0;
+            const QString folder = m_locales.filePath(QLatin1String(made.Name));
+            OutputOf(u"localedef"_s,
+                     {u"-i"_s, QLatin1String(made.Source), u"-f"_s, QLatin1String(made.Characters),
+                      folder},
+                     environment, &status);
+            environment.insert(u"LOCPATH"_s, m_locales.path());
+            environment.insert(u"LC_ALL"_s, QLatin1String(made.Name));
+            QCOMPARE(OutputOf(u"locale"_s, {u"charmap"_s}, environment, &status),
+                     QLatin1String(made.Characters) + u'\n');
+        }
     }
-}
 
-void tst_OneLocale::Tests_passInEveryLocale_data() {
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QString>("program");
-    QStringList locales{QString(), QStringLiteral("C")};
-    for (const auto& made : kMade)
-        locales << QLatin1String(made.Name);
-    for (const QString& locale : locales)
-        for (const QString& program : kPrograms)
-            QTest::addRow("%s %s", qPrintable(locale), qPrintable(program)) << locale << program;
-}
+    void Tests_passInEveryLocale_data() {
+        Columns<QString, QString>();
+        QStringList locales{QString(), u"C"_s};
+        for (const auto& made : kMade)
+            locales << QLatin1String(made.Name);
+        for (const QString& locale : locales)
+            for (const QString& program : kPrograms)
+                QTest::addRow("%s %s", qPrintable(locale), qPrintable(program))
+                    << locale << program;
+    }
 
-void tst_OneLocale::Tests_passInEveryLocale() {
-    QFETCH(QString, locale);
-    QFETCH(QString, program);
-    auto environment = QProcessEnvironment::systemEnvironment();
-    for (const char* name : {"LANG", "LANGUAGE", "LC_ALL", "LC_CTYPE"})
-        environment.remove(QLatin1String(name));
-    environment.insert(QStringLiteral("LOCPATH"), m_locales.path());
-    if (!locale.isEmpty())
-        environment.insert(QStringLiteral("LC_ALL"), locale);
-    int status = 0;
-    const QString output =
-        OutputOf(QCoreApplication::applicationDirPath() + u'/' + program, {}, environment, &status);
-    QVERIFY2(status == 0, qPrintable(output));
-    QVERIFY2(!output.contains(QStringLiteral("Detected locale")), qPrintable(output));
-}
+    void Tests_passInEveryLocale() {
+        auto [locale, program] = Fetch<QString, QString>();
+        auto environment = QProcessEnvironment::systemEnvironment();
+        for (const char* name : {"LANG", "LANGUAGE", "LC_ALL", "LC_CTYPE"})
+            environment.remove(QLatin1String(name));
+        environment.insert(u"LOCPATH"_s, m_locales.path());
+        if (!locale.isEmpty())
+            environment.insert(u"LC_ALL"_s, locale);
+        int status = 0;
+        const QString output = OutputOf(QCoreApplication::applicationDirPath() + u'/' + program, {},
+                                        environment, &status);
+        QVERIFY2(status == 0, qPrintable(output));
+        QVERIFY2(!output.contains(u"Detected locale"_s), qPrintable(output));
+    }
+
+private:
+    QTemporaryDir m_locales;
+};
 
 QTEST_GUILESS_MAIN(tst_OneLocale)
 #include "tst_OneLocale.moc"

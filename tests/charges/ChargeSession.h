@@ -18,6 +18,8 @@
 #include "session/modGlobals.h"
 #include "toolkit/EntryGrid.h"
 
+using namespace Qt::StringLiterals;
+
 /// A session on a demo hospital of its own, with the program's own components.
 class ChargeSession final {
 public:
@@ -32,10 +34,10 @@ public:
     /// A visit with this discount type; of a patient with this social service class, or none.
     QString Visit(const QString& discountType, const QString& classification = {}) const {
         const auto found = Connection->Execute(
-            QStringLiteral("SELECT TOP (1) v.IdNum FROM PATIENT_DATA..tbOutPatient v INNER JOIN "
-                           "PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum WHERE v.DiscType = "
-                           "'%1' AND ISNULL(m.MSSClassification, '') = '%2' ORDER BY v.IdNum")
-                .arg(discountType, classification));
+            u"SELECT TOP (1) v.IdNum FROM PATIENT_DATA..tbOutPatient v INNER JOIN "
+            "PATIENT_DATA..tbMaster m ON m.HospNum = v.HospNum WHERE v.DiscType = "
+            "'%1' AND ISNULL(m.MSSClassification, '') = '%2' ORDER BY v.IdNum"_s.arg(
+                discountType, classification));
         return found->Fields(0).Text();
     }
 
@@ -47,10 +49,10 @@ private:
         PluggedDriver::Gone = false;
         Connection =
             std::make_shared<db::Connection>(std::make_unique<PluggedDriver>(connectionString));
-        Connection->SetDefaultDatabase(QStringLiteral("CLINICAL_AREA"));
+        Connection->SetDefaultDatabase(u"CLINICAL_AREA"_s);
         gCurrentUser = std::make_shared<SessionUser>(Connection);
         gConnection = Connection;
-        ApplyDepartmentCode(QStringLiteral("46"));
+        ApplyDepartmentCode(u"46"_s);
         auto codes = std::make_shared<components::clsCodeSearch>();
         codes->Initialize_Classes();
         codes->SetSearchMode(true);
@@ -67,17 +69,17 @@ private:
 
 class ScreenPatient final : public PatientOnScreen {
 public:
-    explicit ScreenPatient(QString idNum, QString hospNum = QStringLiteral("200021"))
+    explicit ScreenPatient(QString idNum, QString hospNum = u"200021"_s)
         : m_idNum(std::move(idNum)), m_hospNum(std::move(hospNum)) {}
     QString HospNum() const override { return m_hospNum; }
     QString IdNum() const override { return m_idNum; }
-    QString CAPDNum() const override { return QStringLiteral("C7"); }
-    QString LastName() const override { return QStringLiteral("O'HARA"); }
-    QString FirstName() const override { return QStringLiteral("Ana"); }
-    QString MiddleName() const override { return QStringLiteral("Luz"); }
-    QString Age() const override { return QStringLiteral("61"); }
-    QString Sex() const override { return QStringLiteral("F"); }
-    QString Company() const override { return QStringLiteral("A-17 <b>Kidney & Sons"); }
+    QString CAPDNum() const override { return u"C7"_s; }
+    QString LastName() const override { return u"O'HARA"_s; }
+    QString FirstName() const override { return u"Ana"_s; }
+    QString MiddleName() const override { return u"Luz"_s; }
+    QString Age() const override { return u"61"_s; }
+    QString Sex() const override { return u"F"_s; }
+    QString Company() const override { return u"A-17 <b>Kidney & Sons"_s; }
     void Get_CanPenProc() override {}
 
 private:
@@ -91,7 +93,7 @@ struct ChargeWindow {
     frmRequest Window;
     toolkit::EntryGrid& Grid;
 
-    explicit ChargeWindow(const QString& idNum, const QString& hospNum = QStringLiteral("200021"))
+    explicit ChargeWindow(const QString& idNum, const QString& hospNum = u"200021"_s)
         : Patient(idNum, hospNum), Window(Patient), Grid(*Window.findChild<toolkit::EntryGrid*>()) {
         Window.show();
         if (!QTest::qWaitForWindowActive(&Window))
@@ -177,9 +179,9 @@ struct ChargeWindow {
             const double discount = base::Val(Cell(row, Discount));
             const double netAmount = base::Val(Cell(row, NetAmount));
             if (qAbs(amount - discount - netAmount) > 0.001)
-                return QStringLiteral("line %1: %2").arg(row).arg(Line(row).join(u'|'));
+                return u"line %1: %2"_s.arg(row).arg(Line(row).join(u'|'));
             if (Cell(row, Code).isEmpty() && amount != 0)
-                return QStringLiteral("line %1 has an amount and no item").arg(row);
+                return u"line %1 has an amount and no item"_s.arg(row);
             sums[0] += amount;
             sums[1] += discount;
             sums[2] += netAmount;
@@ -187,8 +189,8 @@ struct ChargeWindow {
         QStringList totals;
         for (const double sum : sums)
             totals << base::MoneyText(sum);
-        return totals == Totals() ? QString()
-                                  : QStringLiteral("totals %1, not %2")
-                                        .arg(Totals().join(u'|'), totals.join(u'|'));
+        return totals == Totals()
+                   ? QString()
+                   : u"totals %1, not %2"_s.arg(Totals().join(u'|'), totals.join(u'|'));
     }
 };

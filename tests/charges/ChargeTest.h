@@ -7,6 +7,8 @@
 #include "components/PickListKeys.h"
 #include "toolkit/MsgBox.h"
 
+using namespace Qt::StringLiterals;
+
 /// What every test of the charge window begins and ends with: a session on a demo hospital, boxes
 /// answered from a queue, and a watch over lists and windows that nobody expected.
 class ChargeTest : public QObject {
@@ -36,8 +38,7 @@ protected:
         QCOMPARE(leftovers.join(u';'), QString());
     }
 
-    ChargeWindow& Open(const QString& discountType = QStringLiteral("SM"),
-                       const QString& classification = {}) {
+    ChargeWindow& Open(const QString& discountType = u"SM"_s, const QString& classification = {}) {
         m_window = std::make_unique<ChargeWindow>(m_session->Visit(discountType, classification));
         return *m_window;
     }

@@ -11,14 +11,15 @@
 #include "funds/clsPDAF.h"
 #include "toolkit/FlexGrid.h"
 
+using namespace Qt::StringLiterals;
+
 /// What the test program does when it is started as one of several on a hospital file: its
 /// arguments are the work, the file, the visit, the patient and a number.
 class SlipProgram final {
 public:
     static QStringList Arguments(const QString& work, const QString& file, const SlipCase& patient,
                                  int number) {
-        return {QStringLiteral("--slips"), work, file, patient.IdNum, patient.HospNum,
-                QString::number(number)};
+        return {u"--slips"_s, work, file, patient.IdNum, patient.HospNum, QString::number(number)};
     }
 
     /// The exit status; 0 when all went well.
@@ -46,42 +47,16 @@ private:
     SlipProgram(const QStringList& visit, int number) : m_number(number) {
         m_head.IdNum = visit[0];
         m_head.HospNum = visit[1];
-        m_head.CAPDNum = QStringLiteral("C7");
+        m_head.CAPDNum = u"C7"_s;
     }
 
     QString SaveOne() { return RequestSlip(m_head, m_fund).Save(Lines()); }
 
     static std::vector<SlipLine> Lines() {
-        const SlipLine supply{QStringLiteral("CA"),
-                              QStringLiteral("102"),
-                              {},
-                              QStringLiteral("390.25"),
-                              QStringLiteral("2"),
-                              QStringLiteral("780.50"),
-                              QStringLiteral("46"),
-                              QStringLiteral("CA"),
-                              624.4,
-                              156.1};
-        const SlipLine fee{QStringLiteral("CY"),
-                           QStringLiteral("501"),
-                           {},
-                           {},
-                           QStringLiteral("1"),
-                           QStringLiteral("450.00"),
-                           {},
-                           {},
-                           450,
-                           0};
-        const SlipLine doctor{QStringLiteral("MD"),
-                              QStringLiteral("802"),
-                              {},
-                              {},
-                              QStringLiteral("1"),
-                              QStringLiteral("500.00"),
-                              {},
-                              {},
-                              500,
-                              0};
+        const SlipLine supply{u"CA"_s,     u"102"_s, {},      u"390.25"_s, u"2"_s,
+                              u"780.50"_s, u"46"_s,  u"CA"_s, 624.4,       156.1};
+        const SlipLine fee{u"CY"_s, u"501"_s, {}, {}, u"1"_s, u"450.00"_s, {}, {}, 450, 0};
+        const SlipLine doctor{u"MD"_s, u"802"_s, {}, {}, u"1"_s, u"500.00"_s, {}, {}, 500, 0};
         return {supply, fee, doctor};
     }
 
@@ -103,20 +78,20 @@ private:
 
     void AssessForEver() {
         m_head.IdNum = u'T' + m_head.HospNum + u'C';
-        m_head.Doctor = QStringLiteral("DR. X");
+        m_head.Doctor = u"DR. X"_s;
         for (;;) {
-            CashSlip(m_head, QStringLiteral("WALK, IN")).Save(Lines());
+            CashSlip(m_head, u"WALK, IN"_s).Save(Lines());
             std::cout << "saved" << std::endl;
         }
     }
 
     // Every slip says what its own station printed and nothing of the other's.
     bool Print() {
-        const QString own = QStringLiteral("STATION%1").arg(m_number);
-        const QString other = QStringLiteral("STATION%1").arg(3 - m_number);
+        const QString own = u"STATION%1"_s.arg(m_number);
+        const QString other = u"STATION%1"_s.arg(3 - m_number);
         for (int slip = 0; slip < 20; ++slip) {
             PrintLine line;
-            line.ItemCode = QStringLiteral("102");
+            line.ItemCode = u"102"_s;
             line.Description = own;
             SlipPrint::Open(SlipPrint::Layout::Plain, {}, {line, line, line});
             const QString text = modGlobals::gReport->Pages()->Text(0);

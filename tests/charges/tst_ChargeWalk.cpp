@@ -5,16 +5,15 @@
 #include "ChargeSession.h"
 #include "toolkit/MsgBox.h"
 
+using namespace Qt::StringLiterals;
 using toolkit::BoxAnswer;
 using toolkit::BoxScript;
 
 namespace {
 
-const QStringList kTexts{
-    QStringLiteral("CA"),  QStringLiteral("CY"),  QStringLiteral("MD"),    QStringLiteral("C"),
-    QStringLiteral("101"), QStringLiteral("105"), QStringLiteral("501"),   QStringLiteral("510"),
-    QStringLiteral("802"), QStringLiteral("2"),   QStringLiteral("2.5"),   QStringLiteral("0"),
-    QStringLiteral("450"), QStringLiteral("99"),  QStringLiteral("40000"), QStringLiteral("drain")};
+const QStringList kTexts{u"CA"_s,  u"CY"_s,  u"MD"_s,    u"C"_s,    u"101"_s, u"105"_s,
+                         u"501"_s, u"510"_s, u"802"_s,   u"2"_s,    u"2.5"_s, u"0"_s,
+                         u"450"_s, u"99"_s,  u"40000"_s, u"drain"_s};
 const QList<Qt::Key> kKeys{Qt::Key_Return,  Qt::Key_Return, Qt::Key_Return, Qt::Key_Tab,
                            Qt::Key_Backtab, Qt::Key_Left,   Qt::Key_Right,  Qt::Key_Up,
                            Qt::Key_Down,    Qt::Key_Home,   Qt::Key_Escape, Qt::Key_Delete,
@@ -67,39 +66,36 @@ void PressOne(ChargeWindow& window, QRandomGenerator& random) {
 class tst_ChargeWalk final : public QObject {
     Q_OBJECT
 private slots:
-    void RandomKeys_keepTheSums();
-};
-
-void tst_ChargeWalk::RandomKeys_keepTheSums() {
-    const int count = qEnvironmentVariableIsSet("CAPD_STRESS") ? 100'000 : 5'000;
-    const ChargeSession session;
-    ChargeWindow window(session.Visit(QStringLiteral("SM")));
-    QRandomGenerator random(20'261'122);
-    int commits = 0, failures = 0;
-    connect(&window.Grid, &toolkit::EntryGrid::CellCommitted, &window.Window, [&] { ++commits; });
-    ListAnswers lists(random);
-    BoxScript anyBox;
-    size_t answered = 0;
-    for (int i = 0; i < count; ++i) {
-        for (; answered <= anyBox.Shown().size() + 2; ++answered)
-            anyBox.Answer(BoxAnswer::Ok);
-        try {
-            PressOne(window, random);
-        } catch (const base::RuntimeError&) {
-            ++failures;
+    void RandomKeys_keepTheSums() {
+        const int count = qEnvironmentVariableIsSet("CAPD_STRESS") ? 100'000 : 5'000;
+        const ChargeSession session;
+        ChargeWindow window(session.Visit(u"SM"_s));
+        QRandomGenerator random(20'261'122);
+        int commits = 0, failures = 0;
+        connect(&window.Grid, &toolkit::EntryGrid::CellCommitted, &window.Window,
+                [&] { ++commits; });
+        ListAnswers lists(random);
+        BoxScript anyBox;
+        size_t answered = 0;
+        for (int i = 0; i < count; ++i) {
+            for (; answered <= anyBox.Shown().size() + 2; ++answered)
+                anyBox.Answer(BoxAnswer::Ok);
+            try {
+                PressOne(window, random);
+            } catch (const base::RuntimeError&) {
+                ++failures;
+            }
+            const QString fault = window.Fault();
+            QVERIFY2(fault.isEmpty(), qPrintable(u"key %1: %2"_s.arg(i).arg(fault)));
+            QVERIFY(window.Window.isVisible());
+            if (window.Grid.Rows() > 12)
+                window.Grid.RemoveLine();
         }
-        const QString fault = window.Fault();
-        QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("key %1: %2").arg(i).arg(fault)));
-        QVERIFY(window.Window.isVisible());
-        if (window.Grid.Rows() > 12)
-            window.Grid.RemoveLine();
+        const QString went =
+            u"%1 commits, %2 failures, %3 lists"_s.arg(commits).arg(failures).arg(lists.Shown);
+        QVERIFY2(commits > count / 50 && failures > 0 && lists.Shown > 0, qPrintable(went));
     }
-    const QString went = QStringLiteral("%1 commits, %2 failures, %3 lists")
-                             .arg(commits)
-                             .arg(failures)
-                             .arg(lists.Shown);
-    QVERIFY2(commits > count / 50 && failures > 0 && lists.Shown > 0, qPrintable(went));
-}
+};
 
 QTEST_MAIN(tst_ChargeWalk)
 #include "tst_ChargeWalk.moc"

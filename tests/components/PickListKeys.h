@@ -10,6 +10,8 @@
 
 #include "toolkit/ListView.h"
 
+using namespace Qt::StringLiterals;
+
 /// Drives the pick list that a component is about to show. A list that is not expected is closed
 /// and counted, so that a test neither hangs nor passes by it.
 class PickListKeys final {
@@ -22,14 +24,12 @@ public:
     /// How many lists were shown.
     int Shown = 0;
 
-    static QLineEdit* Box(QDialog& list) {
-        return list.findChild<QLineEdit*>(QStringLiteral("txtSearch"));
-    }
+    static QLineEdit* Box(QDialog& list) { return list.findChild<QLineEdit*>(u"txtSearch"_s); }
     static toolkit::ListView* Rows(QDialog& list) {
-        return list.findChild<toolkit::ListView*>(QStringLiteral("lvwRecords"));
+        return list.findChild<toolkit::ListView*>(u"lvwRecords"_s);
     }
     static int Total(QDialog& list) {
-        return list.findChild<QLabel*>(QStringLiteral("lblTotal"))->text().toInt();
+        return list.findChild<QLabel*>(u"lblTotal"_s)->text().toInt();
     }
     static QString Cell(QDialog& list, int row, int column) {
         return Rows(list)->model()->index(row, column).data().toString();

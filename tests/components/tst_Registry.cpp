@@ -11,55 +11,50 @@
 #include "components/WardActivity.h"
 #include "db/Recordset.h"
 
+using namespace Qt::StringLiterals;
 using namespace components;
 
 class tst_Registry final : public QObject {
     Q_OBJECT
 
 private slots:
-    void BuiltIns_answerForEveryProgId();
-    void Create_namesAnUnknownProgId();
-    void MissingMember_isError438();
+    void BuiltIns_answerForEveryProgId() {
+        RegisterBuiltIns();
+        QVERIFY(CreateObject<CurrentUser>(u"Corvane_User.clsCurrentUser"_s));
+        QVERIFY(CreateObject<PatientLister>(u"PatientLister.clsRadioSearch"_s, {}));
+        QVERIFY(CreateObject<PatientFinder>(u"PatientFinder.clsPatientSearch"_s));
+        QVERIFY(CreateObject<CodeSearch>(u"CODEFINDER.clscodesearch"_s));
+        QVERIFY(CreateObject<SupplyInfo>(u"DrugCatalog.clsDrug"_s));
+        QVERIFY(CreateObject<ResultViewer>(u"ResultBrowser.ResultViewer"_s));
+        QVERIFY(CreateObject<WardRequest>(u"WardActivity.clsRequest"_s, u"MTS"_s));
+        QVERIFY(CreateObject<WardResults>(u"WardActivity.clsResults"_s, u"MTS"_s));
+        QVERIFY(CreateObject<Confinement>(u"WardActivity.clsConfinement"_s));
+        QVERIFY(CreateObject<ConfinementResults>(u"WardActivity.clsConfinementResults"_s));
+        // Charges and the pharmacy each have a list of their own.
+        const QString list = u"DrugRoster.clsListDrugs"_s;
+        QVERIFY(CreateObject<SupplyList>(list) != CreateObject<SupplyList>(list));
+    }
+
+    void Create_namesAnUnknownProgId() {
+        try {
+            Create(u"No.Such"_s);
+            QFAIL("an unknown component was created");
+        } catch (const base::RuntimeError& error) {
+            QCOMPARE(error.Number(), 429);
+            QVERIFY(error.Description().contains(u"No.Such"_s));
+        }
+    }
+
+    void MissingMember_isError438() {
+        try {
+            ResultViewer().Show_Results();
+            QFAIL("a missing member was called");
+        } catch (const base::RuntimeError& error) {
+            QCOMPARE(error.Number(), 438);
+            QVERIFY(error.Description().contains(u"Show_Results"_s));
+        }
+    }
 };
-
-void tst_Registry::BuiltIns_answerForEveryProgId() {
-    RegisterBuiltIns();
-    QVERIFY(CreateObject<CurrentUser>(QStringLiteral("Corvane_User.clsCurrentUser")));
-    QVERIFY(CreateObject<PatientLister>(QStringLiteral("PatientLister.clsRadioSearch"), {}));
-    QVERIFY(CreateObject<PatientFinder>(QStringLiteral("PatientFinder.clsPatientSearch")));
-    QVERIFY(CreateObject<CodeSearch>(QStringLiteral("CODEFINDER.clscodesearch")));
-    QVERIFY(CreateObject<SupplyInfo>(QStringLiteral("DrugCatalog.clsDrug")));
-    QVERIFY(CreateObject<ResultViewer>(QStringLiteral("ResultBrowser.ResultViewer")));
-    QVERIFY(CreateObject<WardRequest>(QStringLiteral("WardActivity.clsRequest"),
-                                      QStringLiteral("MTS")));
-    QVERIFY(CreateObject<WardResults>(QStringLiteral("WardActivity.clsResults"),
-                                      QStringLiteral("MTS")));
-    QVERIFY(CreateObject<Confinement>(QStringLiteral("WardActivity.clsConfinement")));
-    QVERIFY(CreateObject<ConfinementResults>(QStringLiteral("WardActivity.clsConfinementResults")));
-    // Charges and the pharmacy each have a list of their own.
-    const QString list = QStringLiteral("DrugRoster.clsListDrugs");
-    QVERIFY(CreateObject<SupplyList>(list) != CreateObject<SupplyList>(list));
-}
-
-void tst_Registry::Create_namesAnUnknownProgId() {
-    try {
-        Create(QStringLiteral("No.Such"));
-        QFAIL("an unknown component was created");
-    } catch (const base::RuntimeError& error) {
-        QCOMPARE(error.Number(), 429);
-        QVERIFY(error.Description().contains(QStringLiteral("No.Such")));
-    }
-}
-
-void tst_Registry::MissingMember_isError438() {
-    try {
-        ResultViewer().Show_Results();
-        QFAIL("a missing member was called");
-    } catch (const base::RuntimeError& error) {
-        QCOMPARE(error.Number(), 438);
-        QVERIFY(error.Description().contains(QStringLiteral("Show_Results")));
-    }
-}
 
 QTEST_MAIN(tst_Registry)
 #include "tst_Registry.moc"

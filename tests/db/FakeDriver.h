@@ -9,6 +9,8 @@
 #include "db/Connection.h"
 #include "db/Driver.h"
 
+using namespace Qt::StringLiterals;
+
 /// Answers and failures a test has laid out; the test looks at what it was sent afterwards.
 struct FakeServer {
     std::function<qint64(const QString& command, embedded::RowSink& sink)> Answer;
@@ -26,14 +28,14 @@ public:
         return m_server.Answer(command, sink);
     }
     void SetDefaultDatabase(const QString& name) override { m_server.DefaultDatabase = name; }
-    void BeginTrans() override { m_server.Steps << QStringLiteral("begin"); }
+    void BeginTrans() override { m_server.Steps << u"begin"_s; }
     void CommitTrans() override {
-        m_server.Steps << QStringLiteral("commit");
+        m_server.Steps << u"commit"_s;
         if (m_server.CommitFails) {
-            throw base::DatabaseError(1205, QStringLiteral("deadlock"));
+            throw base::DatabaseError(1205, u"deadlock"_s);
         }
     }
-    void RollbackTrans() override { m_server.Steps << QStringLiteral("rollback"); }
+    void RollbackTrans() override { m_server.Steps << u"rollback"_s; }
     std::vector<QString> KeyColumns(const QString& table) override { return m_server.Keys[table]; }
 
 private:
@@ -48,5 +50,5 @@ base::DatabaseError ErrorOf(Work work) {
     } catch (const base::DatabaseError& error) {
         return error;
     }
-    return base::DatabaseError(-1, QStringLiteral("no error was raised"));
+    return base::DatabaseError(-1, u"no error was raised"_s);
 }

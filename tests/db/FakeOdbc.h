@@ -12,6 +12,8 @@
 #include <optional>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 /// A stand-in for the driver manager with a SQL Server behind it. Its functions take the place of
 /// the real ones in a program that includes this file.
 namespace FakeOdbc {
@@ -41,7 +43,7 @@ using Results = std::deque<Result>;
 
 struct World {
     std::function<Results(const QString& command)> Answer;
-    QString DbmsName = QStringLiteral("Microsoft SQL Server");
+    QString DbmsName = u"Microsoft SQL Server"_s;
     QString ConnectionString;
     QStringList Commands;
     /// "autocommit on", "commit", "rollback", "disconnect", ...
@@ -188,9 +190,9 @@ SQLRETURN SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER va
         world.LogInSeconds = quintptr(value);
     } else if (attribute == SQL_ATTR_AUTOCOMMIT) {
         if (world.AutoCommitFails) {
-            return FakeOdbc::Of(handle)->Fail({QStringLiteral("HY000"), 9, QStringLiteral("no")});
+            return FakeOdbc::Of(handle)->Fail({u"HY000"_s, 9, u"no"_s});
         }
-        world.Steps << (value ? QStringLiteral("autocommit on") : QStringLiteral("autocommit off"));
+        world.Steps << (value ? u"autocommit on"_s : u"autocommit off"_s);
     }
     return SQL_SUCCESS;
 }
@@ -208,7 +210,7 @@ SQLRETURN SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQLSMALLINT
 }
 
 SQLRETURN SQLDisconnect(SQLHDBC) {
-    FakeOdbc::TheWorld().Steps << QStringLiteral("disconnect");
+    FakeOdbc::TheWorld().Steps << u"disconnect"_s;
     return SQL_SUCCESS;
 }
 
@@ -224,7 +226,7 @@ SQLRETURN SQLGetInfoW(SQLHDBC handle, SQLUSMALLINT, SQLPOINTER value, SQLSMALLIN
 
 SQLRETURN SQLEndTran(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT how) {
     auto& world = FakeOdbc::TheWorld();
-    world.Steps << (how == SQL_COMMIT ? QStringLiteral("commit") : QStringLiteral("rollback"));
+    world.Steps << (how == SQL_COMMIT ? u"commit"_s : u"rollback"_s);
     return world.EndFails ? FakeOdbc::Of(handle)->Fail(*world.EndFails) : SQL_SUCCESS;
 }
 

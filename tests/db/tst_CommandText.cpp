@@ -1,122 +1,98 @@
 #include <QTest>
 
+#include "Rows.h"
 #include "base/Errors.h"
 #include "db/CommandText.h"
 #include "db/ConnectionText.h"
+
+using namespace Qt::StringLiterals;
 
 class tst_CommandText : public QObject {
     Q_OBJECT
 
 private slots:
-    void Call_quotesEveryArgument();
-    void Value_thatNoServerTakes_isRefused_data();
-    void Value_thatNoServerTakes_isRefused();
-    void Template_replacesEachPlaceholderOnce_data();
-    void Template_replacesEachPlaceholderOnce();
-    void LogOn_isTakenOutOfTheString_data();
-    void LogOn_isTakenOutOfTheString();
-    void LogOn_isAddedInBraces();
-    void Secrets_areBlottedOut();
-};
+    void Call_quotesEveryArgument() {
+        const QString procedure = u"CLINICAL_AREA..sp_CAPD_GetVisits"_s;
+        QCOMPARE(db::Call(procedure), procedure);
+        QCOMPARE(db::Call(procedure, {QString()}), procedure + u" ''"_s);
+        QCOMPARE(db::Call(procedure, {u"O'Hara"_s, u"5"_s, u"'; DELETE x --"_s}),
+                 procedure + u" 'O''Hara','5','''; DELETE x --'"_s);
+    }
 
-void tst_CommandText::Call_quotesEveryArgument() {
-    const QString procedure = QStringLiteral("CLINICAL_AREA..sp_CAPD_GetVisits");
-    QCOMPARE(db::Call(procedure), procedure);
-    QCOMPARE(db::Call(procedure, {QString()}), procedure + QStringLiteral(" ''"));
-    QCOMPARE(db::Call(procedure, {QStringLiteral("O'Hara"), QStringLiteral("5"),
-                                  QStringLiteral("'; DELETE x --")}),
-             procedure + QStringLiteral(" 'O''Hara','5','''; DELETE x --'"));
-}
+    void Value_thatNoServerTakes_isRefused_data() {
+        Columns<QString, QString>();
+        QTest::newRow("NUL") << QString(u"a"_s + QChar(u'\0')) << u"U+0000"_s;
+        QTest::newRow("high half") << QString(QChar(char16_t(0xD83D))) << u"U+D83D"_s;
+        QTest::newRow("low half") << QString(u"é"_s + QChar(char16_t(0xDE00))) << u"U+DE00"_s;
+        QTest::newRow("halves apart")
+            << QString(QString(QChar(char16_t(0xD83D))) + QLatin1Char('x')) << u"U+D83D"_s;
+    }
 
-void tst_CommandText::Value_thatNoServerTakes_isRefused_data() {
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("named");
-    QTest::newRow("NUL") << QString(QStringLiteral("a") + QChar(u'\0')) << QStringLiteral("U+0000");
-    QTest::newRow("high half") << QString(QChar(char16_t(0xD83D))) << QStringLiteral("U+D83D");
-    QTest::newRow("low half") << QString(QStringLiteral("é") + QChar(char16_t(0xDE00)))
-                              << QStringLiteral("U+DE00");
-    QTest::newRow("halves apart") << QString(QString(QChar(char16_t(0xD83D))) + QLatin1Char('x'))
-                                  << QStringLiteral("U+D83D");
-}
-
-void tst_CommandText::Value_thatNoServerTakes_isRefused() {
-    QFETCH(QString, value);
-    QFETCH(QString, named);
-    const std::vector<std::function<QString()>> builders{
-        [&] { return db::Quoted(value); }, [&] { return db::Call(QStringLiteral("p"), {value}); },
-        [&] {
-            return db::FromTemplate(QStringLiteral("'##'"), {{QStringLiteral("##"), value}});
-        }};
-    for (const auto& build : builders) {
-        try {
-            build();
-            QFAIL("not refused");
-        } catch (const base::DatabaseError& error) {
-            QVERIFY(error.Description().contains(named));
+    void Value_thatNoServerTakes_isRefused() {
+        auto [value, named] = Fetch<QString, QString>();
+        const std::vector<std::function<QString()>> builders{
+            [&] { return db::Quoted(value); }, [&] { return db::Call(u"p"_s, {value}); },
+            [&] {
+                return db::FromTemplate(u"'##'"_s, {{u"##"_s, value}});
+            }};
+        for (const auto& build : builders) {
+            try {
+                build();
+                QFAIL("not refused");
+            } catch (const base::DatabaseError& error) {
+                QVERIFY(error.Description().contains(named));
+            }
         }
     }
-}
 
-void tst_CommandText::Template_replacesEachPlaceholderOnce_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QString>("second");
-    QTest::addColumn<QString>("command");
-    const QString two = QStringLiteral("p '#1','#2','#1'");
-    QTest::newRow("every occurrence")
-        << two << QStringLiteral("a") << QStringLiteral("b") << QStringLiteral("p 'a','b','a'");
-    QTest::newRow("quotes") << two << QStringLiteral("D'Or") << QString()
-                            << QStringLiteral("p 'D''Or','','D''Or'");
-    QTest::newRow("placeholder in a value") << two << QStringLiteral("#2") << QStringLiteral("#1")
-                                            << QStringLiteral("p '#2','#1','#2'");
-    QTest::newRow("unused") << QStringLiteral("p '#3'") << QStringLiteral("a") << QString()
-                            << QStringLiteral("p '#3'");
-}
+    void Template_replacesEachPlaceholderOnce_data() {
+        Columns<QString, QString, QString, QString>();
+        const QString two = u"p '#1','#2','#1'"_s;
+        QTest::newRow("every occurrence") << two << u"a"_s << u"b"_s << u"p 'a','b','a'"_s;
+        QTest::newRow("quotes") << two << u"D'Or"_s << QString() << u"p 'D''Or','','D''Or'"_s;
+        QTest::newRow("placeholder in a value")
+            << two << u"#2"_s << u"#1"_s << u"p '#2','#1','#2'"_s;
+        QTest::newRow("unused") << u"p '#3'"_s << u"a"_s << QString() << u"p '#3'"_s;
+    }
 
-void tst_CommandText::Template_replacesEachPlaceholderOnce() {
-    QFETCH(QString, text);
-    QFETCH(QString, first);
-    QFETCH(QString, second);
-    QTEST(db::FromTemplate(text, {{QStringLiteral("#1"), first}, {QStringLiteral("#2"), second}}),
-          "command");
-}
+    void Template_replacesEachPlaceholderOnce() {
+        auto [text, first, second, command] = Fetch<QString, QString, QString, QString>();
+        QCOMPARE(db::FromTemplate(text, {{u"#1"_s, first}, {u"#2"_s, second}}), command);
+    }
 
-void tst_CommandText::LogOn_isTakenOutOfTheString_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("kept");
-    QTest::addColumn<QString>("password");
-    QTest::newRow("none") << QStringLiteral("DSN=hospital; Encrypt=yes;")
-                          << QStringLiteral("DSN=hospital; Encrypt=yes;") << QString();
-    QTest::newRow("plain") << QStringLiteral("DSN=h;uid=ana;PWD=secret;X=1")
-                           << QStringLiteral("DSN=h;X=1") << QStringLiteral("secret");
-    QTest::newRow("braces") << QStringLiteral("User ID=a;Password = {a;b}}c} ;DSN={x;UID=y}")
-                            << QStringLiteral("DSN={x;UID=y}") << QStringLiteral("a;b}c");
-    QTest::newRow("unclosed") << QStringLiteral("DSN=h;PWD={sec;ret") << QStringLiteral("DSN=h")
-                              << QStringLiteral("sec;ret");
-    QTest::newRow("no key") << QStringLiteral("junk;PWD=s") << QStringLiteral("junk")
-                            << QStringLiteral("s");
-}
+    void LogOn_isTakenOutOfTheString_data() {
+        Columns<QString, QString, QString>();
+        QTest::newRow("none") << u"DSN=hospital; Encrypt=yes;"_s << u"DSN=hospital; Encrypt=yes;"_s
+                              << QString();
+        QTest::newRow("plain") << u"DSN=h;uid=ana;PWD=secret;X=1"_s << u"DSN=h;X=1"_s
+                               << u"secret"_s;
+        QTest::newRow("braces") << u"User ID=a;Password = {a;b}}c} ;DSN={x;UID=y}"_s
+                                << u"DSN={x;UID=y}"_s << u"a;b}c"_s;
+        QTest::newRow("unclosed") << u"DSN=h;PWD={sec;ret"_s << u"DSN=h"_s << u"sec;ret"_s;
+        QTest::newRow("no key") << u"junk;PWD=s"_s << u"junk"_s << u"s"_s;
+    }
 
-void tst_CommandText::LogOn_isTakenOutOfTheString() {
-    QFETCH(QString, text);
-    QTEST(db::WithoutLogOn(text), "kept");
-    QTEST(db::LogOnOf(text).Password, "password");
-}
+    void LogOn_isTakenOutOfTheString() {
+        auto [text, kept, password] = Fetch<QString, QString, QString>();
+        QCOMPARE(db::WithoutLogOn(text), kept);
+        QCOMPARE(db::LogOnOf(text).Password, password);
+    }
 
-void tst_CommandText::LogOn_isAddedInBraces() {
-    const db::LogOn logOn{QStringLiteral("ana"), QStringLiteral("a;b}c")};
-    const QString text = db::WithLogOn(QStringLiteral("DSN=h"), logOn);
-    QCOMPARE(text, QStringLiteral("DSN=h;UID={ana};PWD={a;b}}c}"));
-    QCOMPARE(db::LogOnOf(text).Password, logOn.Password);
-    QCOMPARE(db::WithLogOn(QStringLiteral("DSN=h;"), {}), QStringLiteral("DSN=h;"));
-}
+    void LogOn_isAddedInBraces() {
+        const db::LogOn logOn{u"ana"_s, u"a;b}c"_s};
+        const QString text = db::WithLogOn(u"DSN=h"_s, logOn);
+        QCOMPARE(text, u"DSN=h;UID={ana};PWD={a;b}}c}"_s);
+        QCOMPARE(db::LogOnOf(text).Password, logOn.Password);
+        QCOMPARE(db::WithLogOn(u"DSN=h;"_s, {}), u"DSN=h;"_s);
+    }
 
-void tst_CommandText::Secrets_areBlottedOut() {
-    QCOMPARE(db::WithoutSecrets(QStringLiteral("Login failed for user 'Sa' (salt, p.w)."),
-                                {QStringLiteral("sa"), QStringLiteral("p.w")}),
-             QStringLiteral("Login failed for user '***' (salt, ***)."));
-    QCOMPARE(db::WithoutSecrets(QStringLiteral("No server."), {}), QStringLiteral("No server."));
-}
+    void Secrets_areBlottedOut() {
+        QCOMPARE(
+            db::WithoutSecrets(u"Login failed for user 'Sa' (salt, p.w)."_s, {u"sa"_s, u"p.w"_s}),
+            u"Login failed for user '***' (salt, ***)."_s);
+        QCOMPARE(db::WithoutSecrets(u"No server."_s, {}), u"No server."_s);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_CommandText)
 #include "tst_CommandText.moc"

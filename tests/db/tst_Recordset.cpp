@@ -1,9 +1,11 @@
 #include <QTest>
 
 #include "FakeDriver.h"
+#include "Rows.h"
 #include "db/Recordset.h"
 #include "db/RowUpdate.h"
 
+using namespace Qt::StringLiterals;
 using db::Connection;
 using db::Recordset;
 using db::Value;
@@ -13,17 +15,17 @@ using embedded::RowSink;
 namespace {
 
 constexpr int kChangeInPlace = 3;
-const QString kSelect = QStringLiteral("SELECT * FROM CLINICAL_AREA..tbCAPDSlip WHERE unit = '46'");
+const QString kSelect = u"SELECT * FROM CLINICAL_AREA..tbCAPDSlip WHERE unit = '46'"_s;
 
 // Two slips: one counted at a third of a second, one without a date.
 qint64 AnswerSlips(const QString& command, RowSink& sink) {
-    if (!command.startsWith(QStringLiteral("SELECT"), Qt::CaseInsensitive)) {
+    if (!command.startsWith(u"SELECT"_s, Qt::CaseInsensitive)) {
         return 1;
     }
-    sink.BeginResult({{QStringLiteral("id"), ColumnKind::Integer},
-                      {QStringLiteral("Counter"), ColumnKind::Double},
-                      {QStringLiteral("remarks"), ColumnKind::Text},
-                      {QStringLiteral("counted"), ColumnKind::DateTime}});
+    sink.BeginResult({{u"id"_s, ColumnKind::Integer},
+                      {u"Counter"_s, ColumnKind::Double},
+                      {u"remarks"_s, ColumnKind::Text},
+                      {u"counted"_s, ColumnKind::DateTime}});
     sink.Integer(1);
     sink.Double(0.1);
     sink.Text("O'Hara");
@@ -43,348 +45,325 @@ class tst_Recordset : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void Open_walksToTheEnd();
-    void WrongUse_raisesItsNumber_data();
-    void WrongUse_raisesItsNumber();
-    void Rows_outliveTheNextRead();
-    void CommandWithoutColumns_staysClosed();
-    void FailedOpen_carriesTheCommand();
-    void Update_sendsKeyAndFetchedValues();
-    void Update_refusesWhatIsNotExactlyOneRow_data();
-    void Update_refusesWhatIsNotExactlyOneRow();
-    void Update_refusesRowsThatCannotBeTold();
-    void LeavingARow_dropsItsChanges();
-    void Statement_namesOneTable_data();
-    void Statement_namesOneTable();
-    void Hook_seesEveryCommandInOrder();
-    void Transaction_isUndoneUnlessCommitted();
-    void ConnectionRef_findsTheOpenSession();
+    void init() {
+        m_server = {};
+        m_server.Answer = AnswerSlips;
+        m_server.Keys[u"CLINICAL_AREA..tbCAPDSlip"_s] = {u"ID"_s};
+        m_connection = std::make_shared<Connection>(std::make_unique<FakeDriver>(m_server),
+                                                    u"Server=fake;PWD=x"_s);
+    }
+
+    void cleanup() {
+        Connection::SetCommandHook({});
+        m_connection.reset();
+    }
+
+    void Open_walksToTheEnd() {
+        Recordset slips;
+        QCOMPARE(slips.State(), 0);
+        slips.SetCursorLocation(3);
+        slips.Open(kSelect, m_connection);
+        QCOMPARE(slips.State(), 1);
+        QCOMPARE(slips.RecordCount(), 2);
+        QCOMPARE(slips.FieldNames().join(QLatin1Char(' ')), u"id Counter remarks counted"_s);
+        QCOMPARE(slips.Fields(u"COUNTED"_s).Text(), u"3/7/2026 1:05:09 PM"_s);
+        QCOMPARE(slips.Fields(1).Number(), 0.1);
+        slips.MoveNext();
+        QVERIFY(slips.Fields(u"remarks"_s).Value().IsNull());
+        QCOMPARE(slips.Fields(u"remarks"_s).Text(), QString());
+        QVERIFY(!slips.Eof());
+        slips.MoveNext();
+        QVERIFY(slips.Eof());
+        slips.MoveFirst();
+        QCOMPARE(slips.Fields(u"id"_s).Text(), u"1"_s);
+        slips.Close();
+        QCOMPARE(slips.State(), 0);
+    }
+
+    void WrongUse_raisesItsNumber_data() {
+        Columns<std::function<void(Recordset&)>, int>();
+        const auto row = [](const char* name, std::function<void(Recordset&)> use, int number) {
+            QTest::newRow(name) << use << number;
+        };
+        const auto closed = [](auto use) {
+            return [use](Recordset& slips) {
+                slips.Close();
+                use(slips);
+            };
+        };
+        const auto atEnd = [](auto use) {
+            return [use](Recordset& slips) {
+                slips.MoveNext();
+                slips.MoveNext();
+                use(slips);
+            };
+        };
+        row("Eof closed", closed([](Recordset& slips) { slips.Eof(); }), 3704);
+        row("RecordCount closed", closed([](Recordset& slips) { slips.RecordCount(); }), 3704);
+        row("MoveNext closed", closed([](Recordset& slips) { slips.MoveNext(); }), 3704);
+        row("Fields closed", closed([](Recordset& slips) { slips.Fields(0); }), 3704);
+        row("Close closed", closed([](Recordset& slips) { slips.Close(); }), 3704);
+        row("Rows closed", closed([](Recordset& slips) { slips.Rows(); }), 3704);
+        row(
+            "cursor location open", [](Recordset& slips) { slips.SetCursorLocation(3); }, 3705);
+        row("MoveNext past the end", atEnd([](Recordset& slips) { slips.MoveNext(); }), 3021);
+        row("Value past the end", atEnd([](Recordset& slips) { slips.Fields(0).Value(); }), 3021);
+        row("Update past the end", atEnd([](Recordset& slips) { slips.Update(); }), 3021);
+        row("SetValue past the end", atEnd([](Recordset& slips) { slips.Fields(0).SetValue(1); }),
+            3021);
+        row(
+            "index too large", [](Recordset& slips) { slips.Fields(4); }, 3265);
+        row(
+            "index too small", [](Recordset& slips) { slips.Fields(-1); }, 3265);
+        row(
+            "read-only", [](Recordset& slips) { slips.Fields(0).SetValue(1); }, 3251);
+    }
+
+    void WrongUse_raisesItsNumber() {
+        auto [use, number] = Fetch<std::function<void(Recordset&)>, int>();
+        Recordset slips;
+        slips.Open(kSelect, m_connection);
+        const auto error = ErrorOf([&] { use(slips); });
+        QCOMPARE(error.Number(), number);
+        QCOMPARE(error.Command(), kSelect);
+        const auto unknown = ErrorOf([&] {
+            Recordset other;
+            other.Open(kSelect, m_connection);
+            other.Fields(u"amount"_s);
+        });
+        QCOMPARE(unknown.Number(), 3265);
+        QVERIFY(unknown.Description().contains(u"\"amount\""_s));
+    }
+
+    void Rows_outliveTheNextRead() {
+        Recordset slips;
+        slips.Open(kSelect, m_connection);
+        const auto rows = slips.Rows();
+        QCOMPARE(ErrorOf([&] { slips.Open(kSelect, m_connection); }).Number(), 3705);
+        slips.Close();
+        m_server.Answer = [](const QString&, RowSink& sink) {
+            sink.BeginResult({{u"x"_s, ColumnKind::Text}});
+            return qint64(-1);
+        };
+        slips.Open(kSelect, m_connection);
+        QVERIFY(slips.Eof());
+        QCOMPARE(ErrorOf([&] { slips.MoveFirst(); }).Number(), 3021);
+        m_connection.reset();
+        QCOMPARE(rows->RowCount(), 2);
+        QCOMPARE(rows->TextAt(0, 2), u"O'Hara"_s);
+    }
+
+    void CommandWithoutColumns_staysClosed() {
+        Recordset none;
+        none.Open(u"sp_save 'x'"_s, m_connection);
+        QCOMPARE(none.State(), 0);
+        int written = 0;
+        QCOMPARE(m_connection->Execute(u"sp_save 'x'"_s, &written, -1)->State(), 0);
+        QCOMPARE(written, 1);
+        QCOMPARE(m_connection->Execute(kSelect, &written)->Fields(0).Text(), u"1"_s);
+        QCOMPARE(written, -1);
+    }
+
+    void FailedOpen_carriesTheCommand() {
+        m_server.Answer = [](const QString&, RowSink& sink) -> qint64 {
+            sink.BeginResult({{u"x"_s, ColumnKind::Text}});
+            sink.Text("half a row");
+            throw base::DatabaseError(547, u"refused"_s);
+        };
+        Recordset slips;
+        const auto error = ErrorOf([&] { slips.Open(kSelect, m_connection); });
+        QCOMPARE(error.Number(), 547);
+        QCOMPARE(error.Description(), u"refused"_s);
+        QCOMPARE(error.Command(), kSelect);
+        QCOMPARE(slips.State(), 0);
+    }
+
+    void Update_sendsKeyAndFetchedValues() {
+        Recordset slips;
+        slips.Open(kSelect, m_connection, 2, kChangeInPlace);
+        slips.Update();
+        QCOMPARE(m_server.Steps.size(), 1);
+        slips.Fields(u"counter"_s).SetValue(Value(0.2));
+        slips.Fields(u"remarks"_s).SetValue(Value());
+        slips.Fields(u"counted"_s).SetValue(Value(QDateTime(QDate(2026, 3, 8), QTime(0, 0))));
+        QCOMPARE(slips.Fields(u"counter"_s).Text(), u"0.2"_s);
+        slips.Update();
+        const QString first =
+            u"UPDATE CLINICAL_AREA..tbCAPDSlip SET [Counter] = '0.20000000000000001', "
+            "[remarks] = NULL, [counted] = '2026-03-08T00:00:00.000' WHERE [id] = '1' AND "
+            "[Counter] = '0.10000000000000001' AND [remarks] = 'O''Hara' AND "
+            "[counted] = '2026-03-07T13:05:09.997'"_s;
+        QCOMPARE(m_server.Steps.mid(1), (QStringList{u"begin"_s, first, u"commit"_s}));
+        QCOMPARE(slips.Fields(u"counter"_s).Text(), u"0.2"_s);
+        // What was just written is what the next change has to meet.
+        m_server.Steps.clear();
+        slips.Fields(u"remarks"_s).SetValue(Value(u"x"_s));
+        slips.Update();
+        QCOMPARE(m_server.Steps[1],
+                 u"UPDATE CLINICAL_AREA..tbCAPDSlip SET [remarks] = 'x' WHERE "
+                 "[id] = '1' AND [remarks] IS NULL"_s);
+        slips.MoveNext();
+        slips.MoveFirst();
+        QCOMPARE(slips.Fields(u"remarks"_s).Text(), u"x"_s);
+    }
+
+    void Update_refusesWhatIsNotExactlyOneRow_data() {
+        Columns<qint64, QString>();
+        // Where nothing was written there is nothing to undo: a transaction around it goes on.
+        QTest::newRow("changed by another user") << qint64(0) << u"commit"_s;
+        QTest::newRow("two rows") << qint64(2) << u"rollback"_s;
+        QTest::newRow("unknown") << qint64(-1) << u"rollback"_s;
+    }
+
+    void Update_refusesWhatIsNotExactlyOneRow() {
+        auto [affected, end] = Fetch<qint64, QString>();
+        Recordset slips;
+        slips.Open(kSelect, m_connection, 2, kChangeInPlace);
+        m_server.Steps.clear();
+        m_server.Answer = [affected](const QString&, RowSink&) { return affected; };
+        slips.Fields(1).SetValue(8);
+        const auto error = ErrorOf([&] { slips.Update(); });
+        QCOMPARE(error.Number(), -2147217864);
+        QCOMPARE(error.Description(),
+                 u"Row cannot be located for updating. Some values may have been changed "
+                 "since it was last read."_s);
+        QVERIFY(error.Command().startsWith(u"UPDATE"_s));
+        QCOMPARE(m_server.Steps.last(), end);
+    }
+
+    void Update_refusesRowsThatCannotBeTold() {
+        auto& keys = m_server.Keys[u"CLINICAL_AREA..tbCAPDSlip"_s];
+        Recordset slips;
+        slips.Open(
+            u"SELECT id, Counter AS c, remarks, counted + 1 FROM "
+            "CLINICAL_AREA..tbCAPDSlip"_s,
+            m_connection, 2, kChangeInPlace);
+        slips.Fields(1).SetValue(8);
+        for (const std::vector<QString>& key : {std::vector<QString>{}, {u"slipkey"_s}}) {
+            keys = key;
+            QCOMPARE(ErrorOf([&] { slips.Update(); }).Number(), 3251);
+        }
+        QCOMPARE(m_server.Steps.size(), 1);
+        keys = {u"ID"_s};
+        slips.Update();
+        QCOMPARE(m_server.Steps[2],
+                 u"UPDATE CLINICAL_AREA..tbCAPDSlip SET [Counter] = "
+                 "'8' WHERE [id] = '1' AND [Counter] = "
+                 "'0.10000000000000001'"_s);
+        slips.Fields(3).SetValue(8);
+        QCOMPARE(ErrorOf([&] { slips.Update(); }).Number(), 3251);
+        slips.Close();
+        slips.Open(u"SELECT * FROM a JOIN b ON a.x = b.x"_s, m_connection, 2, kChangeInPlace);
+        slips.Fields(1).SetValue(8);
+        QCOMPARE(ErrorOf([&] { slips.Update(); }).Number(), 3251);
+    }
+
+    void LeavingARow_dropsItsChanges() {
+        Recordset slips;
+        slips.Open(kSelect, m_connection, 2, kChangeInPlace);
+        slips.Fields(1).SetValue(8);
+        slips.MoveNext();
+        slips.Update();
+        slips.MoveFirst();
+        QCOMPARE(slips.Fields(1).Number(), 0.1);
+        QCOMPARE(m_server.Steps.size(), 1);
+    }
+
+    void Statement_namesOneTable_data() {
+        QTest::addColumn<QString>("statement");
+        QTest::addColumn<QString>("table");
+        QTest::addColumn<QString>("columns");
+        const auto row = [](const char* statement, const char* table, const char* columns) {
+            QTest::newRow(statement) << QString::fromUtf8(statement) << QString::fromUtf8(table)
+                                     << QString::fromUtf8(columns);
+        };
+        row("Select * from PATIENT_DATA..tbHospitalInfo", "PATIENT_DATA..tbHospitalInfo", "f1,f2");
+        row("select a,b from t;", "t", "a,b");
+        row("SELECT TOP (1) t.a, isnull(b,'') AS b FROM [my t] AS t WITH (NOLOCK) ORDER BY a",
+            "[my t]", "a,");
+        row("SELECT TOP 1 [a]]x] one, \"b\" FROM DB.dbo.[t] x WHERE a IN (SELECT z FROM u, v)",
+            "DB.dbo.[t]", "a]x,b");
+        row("SELECT a, 'x, y FROM z' FROM t WHERE b = 'GROUP'", "t", "a,");
+        row("SELECT x.* FROM t x", "t", "f1,f2");
+        row("SELECT count(*), 5 FROM t", "t", ",");
+        row("SELECT a, b FROM t, u", "", "");
+        row("SELECT a, b FROM t JOIN u ON t.x = u.x", "", "");
+        row("SELECT a, b FROM t x INNER JOIN u ON x.x = u.x", "", "");
+        row("SELECT a, b FROM t GROUP BY a, b", "", "");
+        row("SELECT a, b FROM t WHERE a = 1 UNION ALL SELECT a, b FROM u", "", "");
+        row("SELECT DISTINCT a, b FROM t", "", "");
+        row("SELECT a FROM t", "", "");
+        row("SELECT a, b FROM (SELECT a, b FROM t) x", "", "");
+        row("SELECT a, b FROM t; DELETE t", "", "");
+        row("SELECT a, b FROM t.", "", "");
+        row("SELECT a, b", "", "");
+        row("CLINICAL_AREA..sp_CAPD_GetVisits 'x'", "", "");
+        row("SELECT a, (b FROM t", "", "");
+        row("SELECT a, 'b FROM t", "", "");
+        row("", "", "");
+    }
+
+    void Statement_namesOneTable() {
+        QFETCH(QString, statement);
+        QFETCH(QString, table);
+        const auto target = db::TargetOf(statement, {u"f1"_s, u"f2"_s});
+        QCOMPARE(target.has_value(), !table.isEmpty());
+        if (target) {
+            QCOMPARE(target->Table, table);
+            QTEST(
+                QStringList(target->Columns.begin(), target->Columns.end()).join(QLatin1Char(',')),
+                "columns");
+        }
+    }
+
+    void Hook_seesEveryCommandInOrder() {
+        QStringList seen;
+        Connection::SetCommandHook([&](const QString& command) { seen << command; });
+        Recordset slips;
+        slips.Open(kSelect, m_connection, 2, kChangeInPlace);
+        slips.Fields(1).SetValue(8);
+        slips.Update();
+        m_connection->Execute(u"sp_save 'x'"_s);
+        QCOMPARE(seen.size(), 5);
+        QCOMPARE(seen[0], kSelect);
+        QCOMPARE(seen[1], u"BeginTrans"_s);
+        QVERIFY(seen[2].startsWith(u"UPDATE "_s));
+        QCOMPARE(seen[3], u"CommitTrans"_s);
+        QCOMPARE(seen[4], u"sp_save 'x'"_s);
+    }
+
+    void Transaction_isUndoneUnlessCommitted() {
+        { const db::Transaction left(*m_connection); }
+        QCOMPARE(m_server.Steps, (QStringList{u"begin"_s, u"rollback"_s}));
+        m_server.Steps.clear();
+        m_server.CommitFails = true;
+        const auto error = ErrorOf([&] {
+            db::Transaction failed(*m_connection);
+            failed.Commit();
+        });
+        QCOMPARE(error.Number(), 1205);
+        QCOMPARE(error.Command(), u"CommitTrans"_s);
+        QCOMPARE(m_server.Steps.last(), u"rollback"_s);
+    }
+
+    void ConnectionRef_findsTheOpenSession() {
+        QCOMPARE(m_connection->ConnectionString(), u"Server=fake"_s);
+        QCOMPARE(&db::ConnectionRef(u"Server=fake"_s).Get(), m_connection.get());
+        m_connection->SetDefaultDatabase(u"CLINICAL_AREA"_s);
+        QCOMPARE(m_connection->DefaultDatabase(), u"CLINICAL_AREA"_s);
+        QCOMPARE(m_server.DefaultDatabase, u"CLINICAL_AREA"_s);
+        const auto unknown = ErrorOf([] { db::ConnectionRef(u"Server=x;PWD=secret"_s); });
+        QCOMPARE(unknown.Number(), 3709);
+        QVERIFY(!unknown.Description().contains(u"secret"_s));
+        m_connection.reset();
+        QVERIFY(!Connection::Find(u"Server=fake"_s));
+        QCOMPARE(ErrorOf([this] { Recordset().Open(kSelect, m_connection); }).Number(), 3709);
+    }
 
 private:
     FakeServer m_server;
     std::shared_ptr<Connection> m_connection;
 };
-
-void tst_Recordset::init() {
-    m_server = {};
-    m_server.Answer = AnswerSlips;
-    m_server.Keys[QStringLiteral("CLINICAL_AREA..tbCAPDSlip")] = {QStringLiteral("ID")};
-    m_connection = std::make_shared<Connection>(std::make_unique<FakeDriver>(m_server),
-                                                QStringLiteral("Server=fake;PWD=x"));
-}
-
-void tst_Recordset::cleanup() {
-    Connection::SetCommandHook({});
-    m_connection.reset();
-}
-
-void tst_Recordset::Open_walksToTheEnd() {
-    Recordset slips;
-    QCOMPARE(slips.State(), 0);
-    slips.SetCursorLocation(3);
-    slips.Open(kSelect, m_connection);
-    QCOMPARE(slips.State(), 1);
-    QCOMPARE(slips.RecordCount(), 2);
-    QCOMPARE(slips.FieldNames().join(QLatin1Char(' ')),
-             QStringLiteral("id Counter remarks counted"));
-    QCOMPARE(slips.Fields(QStringLiteral("COUNTED")).Text(), QStringLiteral("3/7/2026 1:05:09 PM"));
-    QCOMPARE(slips.Fields(1).Number(), 0.1);
-    slips.MoveNext();
-    QVERIFY(slips.Fields(QStringLiteral("remarks")).Value().IsNull());
-    QCOMPARE(slips.Fields(QStringLiteral("remarks")).Text(), QString());
-    QVERIFY(!slips.Eof());
-    slips.MoveNext();
-    QVERIFY(slips.Eof());
-    slips.MoveFirst();
-    QCOMPARE(slips.Fields(QStringLiteral("id")).Text(), QStringLiteral("1"));
-    slips.Close();
-    QCOMPARE(slips.State(), 0);
-}
-
-void tst_Recordset::WrongUse_raisesItsNumber_data() {
-    QTest::addColumn<std::function<void(Recordset&)>>("use");
-    QTest::addColumn<int>("number");
-    const auto row = [](const char* name, std::function<void(Recordset&)> use, int number) {
-        QTest::newRow(name) << use << number;
-    };
-    const auto closed = [](auto use) {
-        return [use](Recordset& slips) {
-            slips.Close();
-            use(slips);
-        };
-    };
-    const auto atEnd = [](auto use) {
-        return [use](Recordset& slips) {
-            slips.MoveNext();
-            slips.MoveNext();
-            use(slips);
-        };
-    };
-    row("Eof closed", closed([](Recordset& slips) { slips.Eof(); }), 3704);
-    row("RecordCount closed", closed([](Recordset& slips) { slips.RecordCount(); }), 3704);
-    row("MoveNext closed", closed([](Recordset& slips) { slips.MoveNext(); }), 3704);
-    row("Fields closed", closed([](Recordset& slips) { slips.Fields(0); }), 3704);
-    row("Close closed", closed([](Recordset& slips) { slips.Close(); }), 3704);
-    row("Rows closed", closed([](Recordset& slips) { slips.Rows(); }), 3704);
-    row(
-        "cursor location open", [](Recordset& slips) { slips.SetCursorLocation(3); }, 3705);
-    row("MoveNext past the end", atEnd([](Recordset& slips) { slips.MoveNext(); }), 3021);
-    row("Value past the end", atEnd([](Recordset& slips) { slips.Fields(0).Value(); }), 3021);
-    row("Update past the end", atEnd([](Recordset& slips) { slips.Update(); }), 3021);
-    row("SetValue past the end", atEnd([](Recordset& slips) { slips.Fields(0).SetValue(1); }),
-        3021);
-    row(
-        "index too large", [](Recordset& slips) { slips.Fields(4); }, 3265);
-    row(
-        "index too small", [](Recordset& slips) { slips.Fields(-1); }, 3265);
-    row(
-        "read-only", [](Recordset& slips) { slips.Fields(0).SetValue(1); }, 3251);
-}
-
-void tst_Recordset::WrongUse_raisesItsNumber() {
-    using Use = std::function<void(Recordset&)>;
-    QFETCH(Use, use);
-    Recordset slips;
-    slips.Open(kSelect, m_connection);
-    const auto error = ErrorOf([&] { use(slips); });
-    QTEST(error.Number(), "number");
-    QCOMPARE(error.Command(), kSelect);
-    const auto unknown = ErrorOf([&] {
-        Recordset other;
-        other.Open(kSelect, m_connection);
-        other.Fields(QStringLiteral("amount"));
-    });
-    QCOMPARE(unknown.Number(), 3265);
-    QVERIFY(unknown.Description().contains(QStringLiteral("\"amount\"")));
-}
-
-void tst_Recordset::Rows_outliveTheNextRead() {
-    Recordset slips;
-    slips.Open(kSelect, m_connection);
-    const auto rows = slips.Rows();
-    QCOMPARE(ErrorOf([&] { slips.Open(kSelect, m_connection); }).Number(), 3705);
-    slips.Close();
-    m_server.Answer = [](const QString&, RowSink& sink) {
-        sink.BeginResult({{QStringLiteral("x"), ColumnKind::Text}});
-        return qint64(-1);
-    };
-    slips.Open(kSelect, m_connection);
-    QVERIFY(slips.Eof());
-    QCOMPARE(ErrorOf([&] { slips.MoveFirst(); }).Number(), 3021);
-    m_connection.reset();
-    QCOMPARE(rows->RowCount(), 2);
-    QCOMPARE(rows->TextAt(0, 2), QStringLiteral("O'Hara"));
-}
-
-void tst_Recordset::CommandWithoutColumns_staysClosed() {
-    Recordset none;
-    none.Open(QStringLiteral("sp_save 'x'"), m_connection);
-    QCOMPARE(none.State(), 0);
-    int written = 0;
-    QCOMPARE(m_connection->Execute(QStringLiteral("sp_save 'x'"), &written, -1)->State(), 0);
-    QCOMPARE(written, 1);
-    QCOMPARE(m_connection->Execute(kSelect, &written)->Fields(0).Text(), QStringLiteral("1"));
-    QCOMPARE(written, -1);
-}
-
-void tst_Recordset::FailedOpen_carriesTheCommand() {
-    m_server.Answer = [](const QString&, RowSink& sink) -> qint64 {
-        sink.BeginResult({{QStringLiteral("x"), ColumnKind::Text}});
-        sink.Text("half a row");
-        throw base::DatabaseError(547, QStringLiteral("refused"));
-    };
-    Recordset slips;
-    const auto error = ErrorOf([&] { slips.Open(kSelect, m_connection); });
-    QCOMPARE(error.Number(), 547);
-    QCOMPARE(error.Description(), QStringLiteral("refused"));
-    QCOMPARE(error.Command(), kSelect);
-    QCOMPARE(slips.State(), 0);
-}
-
-void tst_Recordset::Update_sendsKeyAndFetchedValues() {
-    Recordset slips;
-    slips.Open(kSelect, m_connection, 2, kChangeInPlace);
-    slips.Update();
-    QCOMPARE(m_server.Steps.size(), 1);
-    slips.Fields(QStringLiteral("counter")).SetValue(Value(0.2));
-    slips.Fields(QStringLiteral("remarks")).SetValue(Value());
-    slips.Fields(QStringLiteral("counted"))
-        .SetValue(Value(QDateTime(QDate(2026, 3, 8), QTime(0, 0))));
-    QCOMPARE(slips.Fields(QStringLiteral("counter")).Text(), QStringLiteral("0.2"));
-    slips.Update();
-    const QString first = QStringLiteral(
-        "UPDATE CLINICAL_AREA..tbCAPDSlip SET [Counter] = '0.20000000000000001', "
-        "[remarks] = NULL, [counted] = '2026-03-08T00:00:00.000' WHERE [id] = '1' AND "
-        "[Counter] = '0.10000000000000001' AND [remarks] = 'O''Hara' AND "
-        "[counted] = '2026-03-07T13:05:09.997'");
-    QCOMPARE(m_server.Steps.mid(1),
-             (QStringList{QStringLiteral("begin"), first, QStringLiteral("commit")}));
-    QCOMPARE(slips.Fields(QStringLiteral("counter")).Text(), QStringLiteral("0.2"));
-    // What was just written is what the next change has to meet.
-    m_server.Steps.clear();
-    slips.Fields(QStringLiteral("remarks")).SetValue(Value(QStringLiteral("x")));
-    slips.Update();
-    QCOMPARE(m_server.Steps[1],
-             QStringLiteral("UPDATE CLINICAL_AREA..tbCAPDSlip SET [remarks] = 'x' WHERE "
-                            "[id] = '1' AND [remarks] IS NULL"));
-    slips.MoveNext();
-    slips.MoveFirst();
-    QCOMPARE(slips.Fields(QStringLiteral("remarks")).Text(), QStringLiteral("x"));
-}
-
-void tst_Recordset::Update_refusesWhatIsNotExactlyOneRow_data() {
-    QTest::addColumn<qint64>("affected");
-    // Where nothing was written there is nothing to undo: a transaction around it goes on.
-    QTest::addColumn<QString>("end");
-    QTest::newRow("changed by another user") << qint64(0) << QStringLiteral("commit");
-    QTest::newRow("two rows") << qint64(2) << QStringLiteral("rollback");
-    QTest::newRow("unknown") << qint64(-1) << QStringLiteral("rollback");
-}
-
-void tst_Recordset::Update_refusesWhatIsNotExactlyOneRow() {
-    QFETCH(qint64, affected);
-    Recordset slips;
-    slips.Open(kSelect, m_connection, 2, kChangeInPlace);
-    m_server.Steps.clear();
-    m_server.Answer = [affected](const QString&, RowSink&) { return affected; };
-    slips.Fields(1).SetValue(8);
-    const auto error = ErrorOf([&] { slips.Update(); });
-    QCOMPARE(error.Number(), -2147217864);
-    QCOMPARE(error.Description(),
-             QStringLiteral("Row cannot be located for updating. Some values may have been changed "
-                            "since it was last read."));
-    QVERIFY(error.Command().startsWith(QStringLiteral("UPDATE")));
-    QTEST(m_server.Steps.last(), "end");
-}
-
-void tst_Recordset::Update_refusesRowsThatCannotBeTold() {
-    auto& keys = m_server.Keys[QStringLiteral("CLINICAL_AREA..tbCAPDSlip")];
-    Recordset slips;
-    slips.Open(QStringLiteral("SELECT id, Counter AS c, remarks, counted + 1 FROM "
-                              "CLINICAL_AREA..tbCAPDSlip"),
-               m_connection, 2, kChangeInPlace);
-    slips.Fields(1).SetValue(8);
-    for (const std::vector<QString>& key : {std::vector<QString>{}, {QStringLiteral("slipkey")}}) {
-        keys = key;
-        QCOMPARE(ErrorOf([&] { slips.Update(); }).Number(), 3251);
-    }
-    QCOMPARE(m_server.Steps.size(), 1);
-    keys = {QStringLiteral("ID")};
-    slips.Update();
-    QCOMPARE(m_server.Steps[2], QStringLiteral("UPDATE CLINICAL_AREA..tbCAPDSlip SET [Counter] = "
-                                               "'8' WHERE [id] = '1' AND [Counter] = "
-                                               "'0.10000000000000001'"));
-    slips.Fields(3).SetValue(8);
-    QCOMPARE(ErrorOf([&] { slips.Update(); }).Number(), 3251);
-    slips.Close();
-    slips.Open(QStringLiteral("SELECT * FROM a JOIN b ON a.x = b.x"), m_connection, 2,
-               kChangeInPlace);
-    slips.Fields(1).SetValue(8);
-    QCOMPARE(ErrorOf([&] { slips.Update(); }).Number(), 3251);
-}
-
-void tst_Recordset::LeavingARow_dropsItsChanges() {
-    Recordset slips;
-    slips.Open(kSelect, m_connection, 2, kChangeInPlace);
-    slips.Fields(1).SetValue(8);
-    slips.MoveNext();
-    slips.Update();
-    slips.MoveFirst();
-    QCOMPARE(slips.Fields(1).Number(), 0.1);
-    QCOMPARE(m_server.Steps.size(), 1);
-}
-
-void tst_Recordset::Statement_namesOneTable_data() {
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<QString>("table");
-    QTest::addColumn<QString>("columns");
-    const auto row = [](const char* statement, const char* table, const char* columns) {
-        QTest::newRow(statement) << QString::fromUtf8(statement) << QString::fromUtf8(table)
-                                 << QString::fromUtf8(columns);
-    };
-    row("Select * from PATIENT_DATA..tbHospitalInfo", "PATIENT_DATA..tbHospitalInfo", "f1,f2");
-    row("select a,b from t;", "t", "a,b");
-    row("SELECT TOP (1) t.a, isnull(b,'') AS b FROM [my t] AS t WITH (NOLOCK) ORDER BY a", "[my t]",
-        "a,");
-    row("SELECT TOP 1 [a]]x] one, \"b\" FROM DB.dbo.[t] x WHERE a IN (SELECT z FROM u, v)",
-        "DB.dbo.[t]", "a]x,b");
-    row("SELECT a, 'x, y FROM z' FROM t WHERE b = 'GROUP'", "t", "a,");
-    row("SELECT x.* FROM t x", "t", "f1,f2");
-    row("SELECT count(*), 5 FROM t", "t", ",");
-    row("SELECT a, b FROM t, u", "", "");
-    row("SELECT a, b FROM t JOIN u ON t.x = u.x", "", "");
-    row("SELECT a, b FROM t x INNER JOIN u ON x.x = u.x", "", "");
-    row("SELECT a, b FROM t GROUP BY a, b", "", "");
-    row("SELECT a, b FROM t WHERE a = 1 UNION ALL SELECT a, b FROM u", "", "");
-    row("SELECT DISTINCT a, b FROM t", "", "");
-    row("SELECT a FROM t", "", "");
-    row("SELECT a, b FROM (SELECT a, b FROM t) x", "", "");
-    row("SELECT a, b FROM t; DELETE t", "", "");
-    row("SELECT a, b FROM t.", "", "");
-    row("SELECT a, b", "", "");
-    row("CLINICAL_AREA..sp_CAPD_GetVisits 'x'", "", "");
-    row("SELECT a, (b FROM t", "", "");
-    row("SELECT a, 'b FROM t", "", "");
-    row("", "", "");
-}
-
-void tst_Recordset::Statement_namesOneTable() {
-    QFETCH(QString, statement);
-    QFETCH(QString, table);
-    const auto target = db::TargetOf(statement, {QStringLiteral("f1"), QStringLiteral("f2")});
-    QCOMPARE(target.has_value(), !table.isEmpty());
-    if (target) {
-        QCOMPARE(target->Table, table);
-        QTEST(QStringList(target->Columns.begin(), target->Columns.end()).join(QLatin1Char(',')),
-              "columns");
-    }
-}
-
-void tst_Recordset::Hook_seesEveryCommandInOrder() {
-    QStringList seen;
-    Connection::SetCommandHook([&](const QString& command) { seen << command; });
-    Recordset slips;
-    slips.Open(kSelect, m_connection, 2, kChangeInPlace);
-    slips.Fields(1).SetValue(8);
-    slips.Update();
-    m_connection->Execute(QStringLiteral("sp_save 'x'"));
-    QCOMPARE(seen.size(), 5);
-    QCOMPARE(seen[0], kSelect);
-    QCOMPARE(seen[1], QStringLiteral("BeginTrans"));
-    QVERIFY(seen[2].startsWith(QStringLiteral("UPDATE ")));
-    QCOMPARE(seen[3], QStringLiteral("CommitTrans"));
-    QCOMPARE(seen[4], QStringLiteral("sp_save 'x'"));
-}
-
-void tst_Recordset::Transaction_isUndoneUnlessCommitted() {
-    { const db::Transaction left(*m_connection); }
-    QCOMPARE(m_server.Steps, (QStringList{QStringLiteral("begin"), QStringLiteral("rollback")}));
-    m_server.Steps.clear();
-    m_server.CommitFails = true;
-    const auto error = ErrorOf([&] {
-        db::Transaction failed(*m_connection);
-        failed.Commit();
-    });
-    QCOMPARE(error.Number(), 1205);
-    QCOMPARE(error.Command(), QStringLiteral("CommitTrans"));
-    QCOMPARE(m_server.Steps.last(), QStringLiteral("rollback"));
-}
-
-void tst_Recordset::ConnectionRef_findsTheOpenSession() {
-    QCOMPARE(m_connection->ConnectionString(), QStringLiteral("Server=fake"));
-    QCOMPARE(&db::ConnectionRef(QStringLiteral("Server=fake")).Get(), m_connection.get());
-    m_connection->SetDefaultDatabase(QStringLiteral("CLINICAL_AREA"));
-    QCOMPARE(m_connection->DefaultDatabase(), QStringLiteral("CLINICAL_AREA"));
-    QCOMPARE(m_server.DefaultDatabase, QStringLiteral("CLINICAL_AREA"));
-    const auto unknown = ErrorOf([] { db::ConnectionRef(QStringLiteral("Server=x;PWD=secret")); });
-    QCOMPARE(unknown.Number(), 3709);
-    QVERIFY(!unknown.Description().contains(QStringLiteral("secret")));
-    m_connection.reset();
-    QVERIFY(!Connection::Find(QStringLiteral("Server=fake")));
-    QCOMPARE(ErrorOf([this] { Recordset().Open(kSelect, m_connection); }).Number(), 3709);
-}
 
 QTEST_GUILESS_MAIN(tst_Recordset)
 #include "tst_Recordset.moc"

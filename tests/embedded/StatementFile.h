@@ -9,6 +9,8 @@
 #include "embedded/Server.h"
 #include "embedded/TextRows.h"
 
+using namespace Qt::StringLiterals;
+
 // A *.test file is a row of blocks, apart by empty lines: the text to send and, each line behind
 // "= ", what must come back:
 //
@@ -21,8 +23,7 @@
 // hold on either engine.
 namespace StatementFile {
 
-const QStringList kActions{QStringLiteral("run"), QStringLiteral("script"), QStringLiteral("begin"),
-                           QStringLiteral("commit"), QStringLiteral("rollback")};
+const QStringList kActions{u"run"_s, u"script"_s, u"begin"_s, u"commit"_s, u"rollback"_s};
 
 struct Block {
     int Line = 0;
@@ -58,53 +59,52 @@ inline QStringList Answer(embedded::Server& server, const Block& block) {
     TextRows rows;
     qint64 changed = -1;
     try {
-        if (block.Action == QStringLiteral("script"))
-            server.RunScript(QStringLiteral("made.sql"), block.Text);
-        else if (block.Action == QStringLiteral("begin"))
+        if (block.Action == u"script"_s)
+            server.RunScript(u"made.sql"_s, block.Text);
+        else if (block.Action == u"begin"_s)
             server.BeginTrans();
-        else if (block.Action == QStringLiteral("commit"))
+        else if (block.Action == u"commit"_s)
             server.CommitTrans();
-        else if (block.Action == QStringLiteral("rollback"))
+        else if (block.Action == u"rollback"_s)
             server.RollbackTrans();
         else
-            changed = server.Execute(block.Text, QStringLiteral("CLINICAL_AREA"), &rows);
+            changed = server.Execute(block.Text, u"CLINICAL_AREA"_s, &rows);
     } catch (const base::DatabaseError& error) {
-        return {QStringLiteral("error %1: %2").arg(error.Number()).arg(error.Description())};
+        return {u"error %1: %2"_s.arg(error.Number()).arg(error.Description())};
     }
     QStringList answer;
     const QString first = block.Expected.value(0);
-    if (first.startsWith(QStringLiteral("columns")))
-        answer << QStringLiteral("columns %1 %2")
-                      .arg(rows.Kinds.join(QString()), rows.Columns.join(QLatin1Char(' ')));
-    if (first.startsWith(QStringLiteral("changed")))
-        answer << QStringLiteral("changed %1").arg(changed);
+    if (first.startsWith(u"columns"_s))
+        answer << u"columns %1 %2"_s.arg(rows.Kinds.join(QString()),
+                                         rows.Columns.join(QLatin1Char(' ')));
+    if (first.startsWith(u"changed"_s))
+        answer << u"changed %1"_s.arg(changed);
     answer << rows.Lines;
-    return answer.isEmpty() ? QStringList{QStringLiteral("ok")} : answer;
+    return answer.isEmpty() ? QStringList{u"ok"_s} : answer;
 }
 
 inline bool IsExpected(const QStringList& answer, const QStringList& expected) {
-    if (expected.size() != 1 || !expected[0].startsWith(QStringLiteral("error")))
+    if (expected.size() != 1 || !expected[0].startsWith(u"error"_s))
         return answer == expected;
     const QString number = expected[0].section(QLatin1Char(':'), 0, 0);
     const QString part = expected[0].section(QLatin1Char(':'), 1).trimmed();
     const QString got = answer.value(0);
-    return (number == QStringLiteral("error") ? got.startsWith(number)
-                                              : got.section(QLatin1Char(':'), 0, 0) == number) &&
+    return (number == u"error"_s ? got.startsWith(number)
+                                 : got.section(QLatin1Char(':'), 0, 0) == number) &&
            got.contains(part);
 }
 
 /// Runs a file; what differed, empty where nothing did.
 inline QString Run(embedded::Server& server, const QString& path) {
-    const QString next = QStringLiteral("\n             ");
+    const QString next = u"\n             "_s;
     QString differences;
     const QList<Block> blocks = Read(path);
     if (blocks.isEmpty())
-        return path + QStringLiteral(" holds no tests");
+        return path + u" holds no tests"_s;
     for (const Block& block : blocks) {
         const QStringList answer = Answer(server, block);
         if (!IsExpected(answer, block.Expected))
-            differences += QStringLiteral("\nline %1, %2\n   expected: %3\n   answered: %4")
-                               .arg(block.Line)
+            differences += u"\nline %1, %2\n   expected: %3\n   answered: %4"_s.arg(block.Line)
                                .arg(block.Text.simplified().left(100), block.Expected.join(next),
                                     answer.mid(0, 20).join(next));
     }

@@ -6,6 +6,8 @@
 #include "base/Numbers.h"
 #include "embedded/RowSink.h"
 
+using namespace Qt::StringLiterals;
+
 /// Keeps rows as lines of text, cells joined by "|", null as "NULL".
 class TextRows final : public embedded::RowSink {
 public:
@@ -14,10 +16,10 @@ public:
         Kinds.clear();
         for (const embedded::ResultColumn& column : columns) {
             Columns << column.Name;
-            Kinds << QStringLiteral("INTD").at(int(column.Kind));
+            Kinds << u"INTD"_s.at(int(column.Kind));
         }
     }
-    void Null() override { m_cells << QStringLiteral("NULL"); }
+    void Null() override { m_cells << u"NULL"_s; }
     void Integer(qint64 value) override { m_cells << QString::number(value); }
     void Double(double value) override { m_cells << base::PlainText(value); }
     void Text(std::string_view utf8) override {

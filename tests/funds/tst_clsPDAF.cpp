@@ -3,6 +3,7 @@
 
 #include "CommandLog.h"
 #include "FakeComponents.h"
+#include "Rows.h"
 #include "TestHospital.h"
 #include "base/Numbers.h"
 #include "db/CommandText.h"
@@ -11,14 +12,16 @@
 #include "funds/modCDF.h"
 #include "session/modGlobals.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString kHospNum = QStringLiteral("H-1");
-const QString kIdNum = QStringLiteral("A900B");
-const QString kItem = QStringLiteral("501");
+const QString kHospNum = u"H-1"_s;
+const QString kIdNum = u"A900B"_s;
+const QString kItem = u"501"_s;
 
 QString Account(int number) {
-    return QStringLiteral("Q-%1").arg(number);
+    return u"Q-%1"_s.arg(number);
 }
 
 }  // namespace
@@ -27,312 +30,284 @@ QString Account(int number) {
 class tst_clsPDAF : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase();
+    void initTestCase() {
+        m_hospital = std::make_unique<TestHospital>();
+        m_connection = m_hospital->Connect();
+        m_connection->SetDefaultDatabase(u"CLINICAL_AREA"_s);
+        const auto user = std::make_shared<fakes::User>();
+        user->Session = m_connection;
+        modGlobals::gCurrentUser = user;
+        modGlobals::gConnection = m_connection;
+        modGlobals::ApplyDepartmentCode(u"46"_s);
+    }
+
     void init() { m_transaction = std::make_unique<db::Transaction>(*m_connection); }
     void cleanup() { m_transaction.reset(); }
-    void Save_splitsTheLineInTheServersOrder_data();
-    void Save_splitsTheLineInTheServersOrder();
-    void Save_sendsEveryShareAndTheRegistrationAfterIt();
-    void Save_readsFiftyAccountsAtMost();
-    void Save_isRefusedWhatAnAccountNoLongerHas();
-    void Cancel_goesByTheFirstPaymentAndUndoesAll();
-    void Figures_areZeroOrTheLastWithoutRows();
-    void Money_isNeverMadeOrLost_data();
-    void Money_isNeverMadeOrLost();
+    void Save_splitsTheLineInTheServersOrder_data() {
+        Columns<QList<double>, bool, double, QString>();
+        using Balances = QList<double>;
+        const auto row = [](const char* name, const Balances& balances, double amount,
+                            const char16_t* payments, bool registered = true) {
+            QTest::newRow(name) << balances << registered << amount << QString::fromUtf16(payments);
+        };
+        row("the first covers it", {1000, 50}, 400, u"1:400");
+        row("the first has exactly as much", {400, 50}, 400, u"1:400");
+        row("a later one has exactly as much", {100, 300}, 400, u"1:100 2:300");
+        row("four accounts", {300, 300, 300, 1000}, 1000, u"1:300 2:300 3:300 4:100");
+        row("a rest is the patient's", {300, 200}, 1000, u"1:300 2:200");
+        row("empty accounts are passed", {0, 0, 80.5}, 100, u"3:80.5");
+        row("all are empty", {0, 0}, 100, u"");
+        row("no registered account", {500, 300, 300}, 400, u"2:300 3:100", false);
+        row("cents that no binary fraction holds", {0.1, 0.2, 5}, 0.3, u"1:0.1 2:0.2");
+        row("a split of many cents", {1.1, 2.2, 3.3, 9}, 6.61, u"1:1.1 2:2.2 3:3.3 4:0.01");
+    }
+
+    void Save_splitsTheLineInTheServersOrder() {
+        auto [balances, registered, amount, payments] =
+            Fetch<QList<double>, bool, double, QString>();
+        MakeFund(balances, registered);
+        QVERIFY(modCDF::CheckCompany(kIdNum));
+        clsPDAF fund;
+        Prepare(fund, kItem, amount);
+        QVERIFY(fund.With_Fund());
+        fund.Save_PDAF();
+        QCOMPARE(Payments().join(u' '), payments);
+        QCOMPARE(Fault({{u"C1D"_s, amount}}), QString());
+    }
+
+    void Save_sendsEveryShareAndTheRegistrationAfterIt() {
+        MakeFund({300, 200});
+        clsPDAF fund;
+        Prepare(fund, kItem, 450.5);
+        const CommandLog log;
+        QVERIFY(fund.With_Fund());
+        fund.Save_PDAF();
+        const QStringList expected{
+            u"BILLING..sp_PDAF_GetAllocation 'H-1','CY'"_s,
+            u"BILLING..sp_PDAF_GetAllocation_RegAccount 'H-1','A900B','CY'"_s,
+            u"BILLING..sp_PARS_SaveCompanyPayment 'A900B','H-1','Q-1','300','C1D','C',"
+            "'CY','10','4601', '501'"_s,
+            u"BILLING..SP_PDAF_UpdateOPDRegistration 'H-1','A900B'"_s,
+            u"BILLING..sp_PARS_SaveCompanyPayment 'A900B','H-1','Q-2','150.5','C1D','C',"
+            "'CY','20','4601', '501'"_s,
+            u"BILLING..SP_PDAF_UpdateOPDRegistration 'H-1','A900B'"_s};
+        QCOMPARE(log.Sent, expected);
+    }
+
+    void Save_readsFiftyAccountsAtMost() {
+        MakeFund(QList<double>(52, 10));
+        clsPDAF fund;
+        Prepare(fund, kItem, 1000);
+        QVERIFY(fund.With_Fund());
+        fund.Save_PDAF();
+        QCOMPARE(Payments().size(), 50);
+        QCOMPARE(Fault({{u"C1D"_s, 1000}}), QString());
+    }
+
+    // Another station's slip came between the look at the accounts and the payment.
+    void Save_isRefusedWhatAnAccountNoLongerHas() {
+        MakeFund({100, 300});
+        clsPDAF fund;
+        Prepare(fund, kItem, 350);
+        QVERIFY(fund.With_Fund());
+        Execute(
+            u"UPDATE BILLING..tbFundAccount SET FundBalance = 20 WHERE AccountNum = "
+            "'Q-2'"_s);
+        QVERIFY_EXCEPTION_THROWN(fund.Save_PDAF(), base::DatabaseError);
+        m_transaction.reset();
+        QVERIFY(Payments().isEmpty());
+        m_transaction = std::make_unique<db::Transaction>(*m_connection);
+    }
+
+    void Cancel_goesByTheFirstPaymentAndUndoesAll() {
+        MakeFund({300, 200});
+        clsPDAF fund;
+        Prepare(fund, kItem, 450.5);
+        const auto pay = [&fund] {
+            QVERIFY(fund.With_Fund());
+            fund.Save_PDAF();
+        };
+        pay();
+        const double first =
+            Ask(u"SELECT MIN(RequestNum) FROM BILLING..tbCompanyPayment WHERE IdNum = "
+                "'A900B'"_s);
+        Prepare(fund, kItem, -450.5);
+        CommandLog log;
+        fund.With_SavedPayment();
+        fund.With_SavedPayment();
+        const QString look = u"BILLING..sp_PDAF_GetSavedPayment 'A900B','C1D','CY', '501'"_s;
+        const QStringList expected{
+            look,
+            u"BILLING..sp_PARS_CancelCompanyPayment 'A900B','H-1','VEL','-450.5','C1D',"
+            "'C','CY','%1','4601', '501'"_s.arg(first),
+            look};
+        QCOMPARE(log.Sent, expected);
+        QVERIFY(Payments().isEmpty());
+        QCOMPARE(Fault({}), QString());
+        Prepare(fund, kItem, 450.5);
+        pay();
+        QCOMPARE(Payments().join(u' '), u"1:300 2:150.5"_s);
+    }
+
+    void Figures_areZeroOrTheLastWithoutRows() {
+        clsPDAF fund;
+        fund.SetHospNum(kHospNum);
+        fund.SetIdNum(kIdNum);
+        fund.SetDeptID(u"CY"_s);
+        const auto figures = [&fund] {
+            fund.Show_FundBalance();
+            return QList<double>{fund.OutputTotalFund(), fund.OutputFundUtilized(),
+                                 fund.OutputFundBalance(), fund.OutputHospBill(),
+                                 fund.OutputNetBill()};
+        };
+        QCOMPARE(figures(), QList<double>(5, 0));
+        MakeFund({300, 200});
+        Execute(
+            u"CLINICAL_AREA..sp_capd_addbill 'C1D','A900B','501','450','4601',"
+            "'H-1','CY'"_s);
+        Prepare(fund, kItem, 350);
+        QVERIFY(fund.With_Fund());
+        fund.Save_PDAF();
+        const QList<double> expected{500, 350, 150, 450, 100};
+        QCOMPARE(figures(), expected);
+        fund.SetHospNum(u"nobody"_s);
+        fund.SetIdNum(u"nowhere"_s);
+        QCOMPARE(figures(), expected);
+    }
+
+    void Money_isNeverMadeOrLost_data() {
+        QTest::addColumn<uint>("seed");
+        for (uint seed = 1; seed <= 20; ++seed)
+            QTest::addRow("%u", seed) << seed;
+    }
+
+    /// A visit's day of slips, saved and revoked line by line in any order.
+    void Money_isNeverMadeOrLost() {
+        QFETCH(uint, seed);
+        QRandomGenerator random(seed);
+        const auto money = [&random](int most) { return random.bounded(most * 100) / 100.0; };
+        QList<double> balances;
+        for (int i = random.bounded(1, 7); i > 0; --i)
+            balances << (random.bounded(4) ? money(600) : 0);
+        MakeFund(balances, random.bounded(3) > 0);
+        double allocated = 0;
+        for (const double balance : balances)
+            allocated += balance;
+
+        clsPDAF fund;
+        QMap<QString, double> netOfSlip;
+        QList<QStringList> lines;
+        QMap<QStringList, double> amounts;
+        for (int step = 0; step < 40; ++step) {
+            if (lines.isEmpty() || random.bounded(3)) {
+                const QStringList line{u"C%1D"_s.arg(1 + random.bounded(5)),
+                                       QString::number(500 + step)};
+                amounts[line] = money(300);
+                netOfSlip[line[0]] += amounts[line];
+                lines << line;
+                Prepare(fund, line[1], amounts[line], line[0]);
+                QVERIFY(fund.With_Fund());
+                fund.Save_PDAF();
+            } else {
+                const QStringList line = lines.takeAt(random.bounded(int(lines.size())));
+                netOfSlip[line[0]] -= amounts[line];
+                Prepare(fund, line[1], -amounts[line], line[0]);
+                fund.With_SavedPayment();
+                fund.With_SavedPayment();
+            }
+            const QString fault = Fault(netOfSlip);
+            QVERIFY2(fault.isEmpty(), qPrintable(fault));
+        }
+        for (const QStringList& line : lines) {
+            Prepare(fund, line[1], -amounts[line], line[0]);
+            fund.With_SavedPayment();
+        }
+        fund.Show_FundBalance();
+        QCOMPARE(base::MoneyText(fund.OutputFundBalance()), base::MoneyText(allocated));
+    }
 
 private:
     void Execute(const QString& command) { m_connection->Execute(command); }
     double Ask(const QString& query) { return m_connection->Execute(query)->Fields(0).Number(); }
-    void MakeFund(const QList<double>& balances, bool registered = true);
+    void MakeFund(const QList<double>& balances, bool registered = true) {
+        for (int i = 0; i < balances.size(); ++i) {
+            Execute(
+                u"INSERT INTO BILLING..tbFundAccount (AccountNum, HospNum, "
+                "CompanyID, SeqNum, AllocatedFund, FundBalance) VALUES ('%1', "
+                "'%2', 'VEL', %3, '%4', '%4')"_s.arg(Account(i + 1), kHospNum)
+                    .arg(10 * (i + 1))
+                    .arg(base::PlainText(balances[i])));
+            Execute(
+                u"INSERT INTO BILLING..tbFundCostCenter (AccountNum, RevenueID) "
+                "VALUES ('%1', 'CY')"_s.arg(Account(i + 1)));
+        }
+        Execute(
+            u"INSERT INTO BILLING..tbVisitAccount (IdNum, HospNum, CompanyID, "
+            "FundAccountNum) VALUES ('%1', '%2', 'VEL', %3)"_s.arg(
+                kIdNum, kHospNum, registered ? db::Quoted(Account(1)) : u"NULL"_s));
+    }
+
     static void Prepare(clsPDAF& fund, const QString& itemId, double amount,
-                        const QString& slip = QStringLiteral("C1D"));
-    QStringList Payments();
-    QString Fault(const QMap<QString, double>& netOfSlip);
+                        const QString& slip = u"C1D"_s) {
+        fund.SetAccountNum({});
+        fund.SetDeptID(u"CY"_s);
+        fund.SetDrCr(u"C"_s);
+        fund.SetHospNum(kHospNum);
+        fund.SetIdNum(kIdNum);
+        fund.SetItemAmount(amount);
+        fund.SetItemID(itemId);
+        fund.SetRefNum(slip);
+        fund.SetRevenueID(u"CY"_s);
+        fund.SetUserID(u"4601"_s);
+    }
+
+    /// "account's place:amount" of the payments that stand, in the order written.
+    QStringList Payments() {
+        QStringList found;
+        const auto rows = m_connection->Execute(
+            u"SELECT SeqNum, Amount FROM "
+            "BILLING..tbCompanyPayment WHERE IdNum = '%1' AND "
+            "CancelledAt IS NULL ORDER BY RequestNum"_s.arg(kIdNum));
+        for (; !rows->Eof(); rows->MoveNext())
+            found << u"%1:%2"_s.arg(rows->Fields(0).Number() / 10).arg(rows->Fields(1).Text());
+        return found;
+    }
+
+    /// Empty when no money was made or lost; else where.
+    QString Fault(const QMap<QString, double>& netOfSlip) {
+        const auto cents = [](double money) { return qRound64(money * 100); };
+        const auto accounts = m_connection->Execute(
+            u"SELECT f.AccountNum, f.AllocatedFund, f.FundBalance, ISNULL((SELECT "
+            "SUM(p.Amount) FROM BILLING..tbCompanyPayment p WHERE p.AccountNum = "
+            "f.AccountNum AND p.CancelledAt IS NULL), 0) AS Paid FROM "
+            "BILLING..tbFundAccount f"_s);
+        for (; !accounts->Eof(); accounts->MoveNext()) {
+            const double balance = accounts->Fields(2).Number();
+            if (balance < 0 || cents(accounts->Fields(1).Number()) !=
+                                   cents(balance) + cents(accounts->Fields(3).Number()))
+                return u"account %1 holds %2"_s.arg(accounts->Fields(0).Text(),
+                                                    accounts->Fields(2).Text());
+        }
+        qint64 paid = 0;
+        const auto slips = m_connection->Execute(
+            u"SELECT RefNum, SUM(Amount) FROM BILLING..tbCompanyPayment WHERE IdNum = "
+            "'A900B' AND CancelledAt IS NULL GROUP BY RefNum"_s);
+        for (; !slips->Eof(); slips->MoveNext()) {
+            const QString slip = slips->Fields(0).Text();
+            paid += cents(slips->Fields(1).Number());
+            if (cents(slips->Fields(1).Number()) > cents(netOfSlip.value(slip)))
+                return u"the funds paid more than slip %1 costs"_s.arg(slip);
+        }
+        const qint64 registered =
+            cents(Ask(u"SELECT PaidAmount FROM BILLING..tbVisitAccount WHERE IdNum = "
+                      "'A900B'"_s));
+        return registered == paid ? QString() : u"the visit's registration is behind"_s;
+    }
 
     std::unique_ptr<TestHospital> m_hospital;
     std::shared_ptr<db::Connection> m_connection;
     std::unique_ptr<db::Transaction> m_transaction;
 };
-
-void tst_clsPDAF::initTestCase() {
-    m_hospital = std::make_unique<TestHospital>();
-    m_connection = m_hospital->Connect();
-    m_connection->SetDefaultDatabase(QStringLiteral("CLINICAL_AREA"));
-    const auto user = std::make_shared<fakes::User>();
-    user->Session = m_connection;
-    modGlobals::gCurrentUser = user;
-    modGlobals::gConnection = m_connection;
-    modGlobals::ApplyDepartmentCode(QStringLiteral("46"));
-}
-
-/// A sponsored visit with an account for each balance; its first one is the registered one, or
-/// none.
-void tst_clsPDAF::MakeFund(const QList<double>& balances, bool registered) {
-    for (int i = 0; i < balances.size(); ++i) {
-        Execute(QStringLiteral("INSERT INTO BILLING..tbFundAccount (AccountNum, HospNum, "
-                               "CompanyID, SeqNum, AllocatedFund, FundBalance) VALUES ('%1', "
-                               "'%2', 'VEL', %3, '%4', '%4')")
-                    .arg(Account(i + 1), kHospNum)
-                    .arg(10 * (i + 1))
-                    .arg(base::PlainText(balances[i])));
-        Execute(QStringLiteral("INSERT INTO BILLING..tbFundCostCenter (AccountNum, RevenueID) "
-                               "VALUES ('%1', 'CY')")
-                    .arg(Account(i + 1)));
-    }
-    Execute(
-        QStringLiteral("INSERT INTO BILLING..tbVisitAccount (IdNum, HospNum, CompanyID, "
-                       "FundAccountNum) VALUES ('%1', '%2', 'VEL', %3)")
-            .arg(kIdNum, kHospNum, registered ? db::Quoted(Account(1)) : QStringLiteral("NULL")));
-}
-
-void tst_clsPDAF::Prepare(clsPDAF& fund, const QString& itemId, double amount,
-                          const QString& slip) {
-    fund.SetAccountNum({});
-    fund.SetDeptID(QStringLiteral("CY"));
-    fund.SetDrCr(QStringLiteral("C"));
-    fund.SetHospNum(kHospNum);
-    fund.SetIdNum(kIdNum);
-    fund.SetItemAmount(amount);
-    fund.SetItemID(itemId);
-    fund.SetRefNum(slip);
-    fund.SetRevenueID(QStringLiteral("CY"));
-    fund.SetUserID(QStringLiteral("4601"));
-}
-
-/// "account's place:amount" of the payments that stand, in the order written.
-QStringList tst_clsPDAF::Payments() {
-    QStringList found;
-    const auto rows =
-        m_connection->Execute(QStringLiteral("SELECT SeqNum, Amount FROM "
-                                             "BILLING..tbCompanyPayment WHERE IdNum = '%1' AND "
-                                             "CancelledAt IS NULL ORDER BY RequestNum")
-                                  .arg(kIdNum));
-    for (; !rows->Eof(); rows->MoveNext())
-        found << QStringLiteral("%1:%2")
-                     .arg(rows->Fields(0).Number() / 10)
-                     .arg(rows->Fields(1).Text());
-    return found;
-}
-
-void tst_clsPDAF::Save_splitsTheLineInTheServersOrder_data() {
-    QTest::addColumn<QList<double>>("balances");
-    QTest::addColumn<bool>("registered");
-    QTest::addColumn<double>("amount");
-    QTest::addColumn<QString>("payments");
-    using Balances = QList<double>;
-    const auto row = [](const char* name, const Balances& balances, double amount,
-                        const char16_t* payments, bool registered = true) {
-        QTest::newRow(name) << balances << registered << amount << QString::fromUtf16(payments);
-    };
-    row("the first covers it", {1000, 50}, 400, u"1:400");
-    row("the first has exactly as much", {400, 50}, 400, u"1:400");
-    row("a later one has exactly as much", {100, 300}, 400, u"1:100 2:300");
-    row("four accounts", {300, 300, 300, 1000}, 1000, u"1:300 2:300 3:300 4:100");
-    row("a rest is the patient's", {300, 200}, 1000, u"1:300 2:200");
-    row("empty accounts are passed", {0, 0, 80.5}, 100, u"3:80.5");
-    row("all are empty", {0, 0}, 100, u"");
-    row("no registered account", {500, 300, 300}, 400, u"2:300 3:100", false);
-    row("cents that no binary fraction holds", {0.1, 0.2, 5}, 0.3, u"1:0.1 2:0.2");
-    row("a split of many cents", {1.1, 2.2, 3.3, 9}, 6.61, u"1:1.1 2:2.2 3:3.3 4:0.01");
-}
-
-void tst_clsPDAF::Save_splitsTheLineInTheServersOrder() {
-    QFETCH(QList<double>, balances);
-    QFETCH(bool, registered);
-    QFETCH(double, amount);
-    QFETCH(QString, payments);
-    MakeFund(balances, registered);
-    QVERIFY(modCDF::CheckCompany(kIdNum));
-    clsPDAF fund;
-    Prepare(fund, kItem, amount);
-    QVERIFY(fund.With_Fund());
-    fund.Save_PDAF();
-    QCOMPARE(Payments().join(u' '), payments);
-    QCOMPARE(Fault({{QStringLiteral("C1D"), amount}}), QString());
-}
-
-void tst_clsPDAF::Save_sendsEveryShareAndTheRegistrationAfterIt() {
-    MakeFund({300, 200});
-    clsPDAF fund;
-    Prepare(fund, kItem, 450.5);
-    const CommandLog log;
-    QVERIFY(fund.With_Fund());
-    fund.Save_PDAF();
-    const QStringList expected{
-        QStringLiteral("BILLING..sp_PDAF_GetAllocation 'H-1','CY'"),
-        QStringLiteral("BILLING..sp_PDAF_GetAllocation_RegAccount 'H-1','A900B','CY'"),
-        QStringLiteral("BILLING..sp_PARS_SaveCompanyPayment 'A900B','H-1','Q-1','300','C1D','C',"
-                       "'CY','10','4601', '501'"),
-        QStringLiteral("BILLING..SP_PDAF_UpdateOPDRegistration 'H-1','A900B'"),
-        QStringLiteral("BILLING..sp_PARS_SaveCompanyPayment 'A900B','H-1','Q-2','150.5','C1D','C',"
-                       "'CY','20','4601', '501'"),
-        QStringLiteral("BILLING..SP_PDAF_UpdateOPDRegistration 'H-1','A900B'")};
-    QCOMPARE(log.Sent, expected);
-}
-
-void tst_clsPDAF::Save_readsFiftyAccountsAtMost() {
-    MakeFund(QList<double>(52, 10));
-    clsPDAF fund;
-    Prepare(fund, kItem, 1000);
-    QVERIFY(fund.With_Fund());
-    fund.Save_PDAF();
-    QCOMPARE(Payments().size(), 50);
-    QCOMPARE(Fault({{QStringLiteral("C1D"), 1000}}), QString());
-}
-
-// Another station's slip came between the look at the accounts and the payment.
-void tst_clsPDAF::Save_isRefusedWhatAnAccountNoLongerHas() {
-    MakeFund({100, 300});
-    clsPDAF fund;
-    Prepare(fund, kItem, 350);
-    QVERIFY(fund.With_Fund());
-    Execute(
-        QStringLiteral("UPDATE BILLING..tbFundAccount SET FundBalance = 20 WHERE AccountNum = "
-                       "'Q-2'"));
-    QVERIFY_EXCEPTION_THROWN(fund.Save_PDAF(), base::DatabaseError);
-    m_transaction.reset();
-    QVERIFY(Payments().isEmpty());
-    m_transaction = std::make_unique<db::Transaction>(*m_connection);
-}
-
-void tst_clsPDAF::Cancel_goesByTheFirstPaymentAndUndoesAll() {
-    MakeFund({300, 200});
-    clsPDAF fund;
-    Prepare(fund, kItem, 450.5);
-    const auto pay = [&fund] {
-        QVERIFY(fund.With_Fund());
-        fund.Save_PDAF();
-    };
-    pay();
-    const double first =
-        Ask(QStringLiteral("SELECT MIN(RequestNum) FROM BILLING..tbCompanyPayment WHERE IdNum = "
-                           "'A900B'"));
-    Prepare(fund, kItem, -450.5);
-    CommandLog log;
-    fund.With_SavedPayment();
-    fund.With_SavedPayment();
-    const QString look =
-        QStringLiteral("BILLING..sp_PDAF_GetSavedPayment 'A900B','C1D','CY', '501'");
-    const QStringList expected{
-        look,
-        QStringLiteral("BILLING..sp_PARS_CancelCompanyPayment 'A900B','H-1','VEL','-450.5','C1D',"
-                       "'C','CY','%1','4601', '501'")
-            .arg(first),
-        look};
-    QCOMPARE(log.Sent, expected);
-    QVERIFY(Payments().isEmpty());
-    QCOMPARE(Fault({}), QString());
-    Prepare(fund, kItem, 450.5);
-    pay();
-    QCOMPARE(Payments().join(u' '), QStringLiteral("1:300 2:150.5"));
-}
-
-void tst_clsPDAF::Figures_areZeroOrTheLastWithoutRows() {
-    clsPDAF fund;
-    fund.SetHospNum(kHospNum);
-    fund.SetIdNum(kIdNum);
-    fund.SetDeptID(QStringLiteral("CY"));
-    const auto figures = [&fund] {
-        fund.Show_FundBalance();
-        return QList<double>{fund.OutputTotalFund(), fund.OutputFundUtilized(),
-                             fund.OutputFundBalance(), fund.OutputHospBill(), fund.OutputNetBill()};
-    };
-    QCOMPARE(figures(), QList<double>(5, 0));
-    MakeFund({300, 200});
-    Execute(
-        QStringLiteral("CLINICAL_AREA..sp_capd_addbill 'C1D','A900B','501','450','4601',"
-                       "'H-1','CY'"));
-    Prepare(fund, kItem, 350);
-    QVERIFY(fund.With_Fund());
-    fund.Save_PDAF();
-    const QList<double> expected{500, 350, 150, 450, 100};
-    QCOMPARE(figures(), expected);
-    fund.SetHospNum(QStringLiteral("nobody"));
-    fund.SetIdNum(QStringLiteral("nowhere"));
-    QCOMPARE(figures(), expected);
-}
-
-/// Empty when no money was made or lost; else where.
-QString tst_clsPDAF::Fault(const QMap<QString, double>& netOfSlip) {
-    const auto cents = [](double money) { return qRound64(money * 100); };
-    const auto accounts = m_connection->Execute(
-        QStringLiteral("SELECT f.AccountNum, f.AllocatedFund, f.FundBalance, ISNULL((SELECT "
-                       "SUM(p.Amount) FROM BILLING..tbCompanyPayment p WHERE p.AccountNum = "
-                       "f.AccountNum AND p.CancelledAt IS NULL), 0) AS Paid FROM "
-                       "BILLING..tbFundAccount f"));
-    for (; !accounts->Eof(); accounts->MoveNext()) {
-        const double balance = accounts->Fields(2).Number();
-        if (balance < 0 || cents(accounts->Fields(1).Number()) !=
-                               cents(balance) + cents(accounts->Fields(3).Number()))
-            return QStringLiteral("account %1 holds %2")
-                .arg(accounts->Fields(0).Text(), accounts->Fields(2).Text());
-    }
-    qint64 paid = 0;
-    const auto slips = m_connection->Execute(
-        QStringLiteral("SELECT RefNum, SUM(Amount) FROM BILLING..tbCompanyPayment WHERE IdNum = "
-                       "'A900B' AND CancelledAt IS NULL GROUP BY RefNum"));
-    for (; !slips->Eof(); slips->MoveNext()) {
-        const QString slip = slips->Fields(0).Text();
-        paid += cents(slips->Fields(1).Number());
-        if (cents(slips->Fields(1).Number()) > cents(netOfSlip.value(slip)))
-            return QStringLiteral("the funds paid more than slip %1 costs").arg(slip);
-    }
-    const qint64 registered =
-        cents(Ask(QStringLiteral("SELECT PaidAmount FROM BILLING..tbVisitAccount WHERE IdNum = "
-                                 "'A900B'")));
-    return registered == paid ? QString() : QStringLiteral("the visit's registration is behind");
-}
-
-void tst_clsPDAF::Money_isNeverMadeOrLost_data() {
-    QTest::addColumn<uint>("seed");
-    for (uint seed = 1; seed <= 20; ++seed)
-        QTest::addRow("%u", seed) << seed;
-}
-
-/// A visit's day of slips, saved and revoked line by line in any order.
-void tst_clsPDAF::Money_isNeverMadeOrLost() {
-    QFETCH(uint, seed);
-    QRandomGenerator random(seed);
-    const auto money = [&random](int most) { return random.bounded(most * 100) / 100.0; };
-    QList<double> balances;
-    for (int i = random.bounded(1, 7); i > 0; --i)
-        balances << (random.bounded(4) ? money(600) : 0);
-    MakeFund(balances, random.bounded(3) > 0);
-    double allocated = 0;
-    for (const double balance : balances)
-        allocated += balance;
-
-    clsPDAF fund;
-    QMap<QString, double> netOfSlip;
-    QList<QStringList> lines;
-    QMap<QStringList, double> amounts;
-    for (int step = 0; step < 40; ++step) {
-        if (lines.isEmpty() || random.bounded(3)) {
-            const QStringList line{QStringLiteral("C%1D").arg(1 + random.bounded(5)),
-                                   QString::number(500 + step)};
-            amounts[line] = money(300);
-            netOfSlip[line[0]] += amounts[line];
-            lines << line;
-            Prepare(fund, line[1], amounts[line], line[0]);
-            QVERIFY(fund.With_Fund());
-            fund.Save_PDAF();
-        } else {
-            const QStringList line = lines.takeAt(random.bounded(int(lines.size())));
-            netOfSlip[line[0]] -= amounts[line];
-            Prepare(fund, line[1], -amounts[line], line[0]);
-            fund.With_SavedPayment();
-            fund.With_SavedPayment();
-        }
-        const QString fault = Fault(netOfSlip);
-        QVERIFY2(fault.isEmpty(), qPrintable(fault));
-    }
-    for (const QStringList& line : lines) {
-        Prepare(fund, line[1], -amounts[line], line[0]);
-        fund.With_SavedPayment();
-    }
-    fund.Show_FundBalance();
-    QCOMPARE(base::MoneyText(fund.OutputFundBalance()), base::MoneyText(allocated));
-}
 
 QTEST_GUILESS_MAIN(tst_clsPDAF)
 #include "tst_clsPDAF.moc"

@@ -3,16 +3,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-// The house keeps its order: what a folder may include, and what only one folder may touch.
-class tst_House final : public QObject {
-    Q_OBJECT
+using namespace Qt::StringLiterals;
 
-private slots:
-    void Includes_runDownward();
-    void Includes_thatRunUpwardAreNamed();
-    void Symbols_stayInTheirFolder();
-    void Symbols_elsewhereAreNamed();
-};
+// The house keeps its order: what a folder may include, and what only one folder may touch.
 
 namespace {
 
@@ -24,21 +17,17 @@ struct Reserved {
 
 const std::vector<Reserved>& ReservedWords() {
     static const std::vector<Reserved> words{
-        {QRegularExpression(QStringLiteral("sqlite3\\.h|sqlite3_")), {QStringLiteral("embedded")}},
-        {QRegularExpression(QStringLiteral("#include <sql(ext|types|ucode)?\\.h>")),
-         {QStringLiteral("db")}},
-        {QRegularExpression(QStringLiteral("QMessageBox|QFileDialog")),
-         {QStringLiteral("toolkit")}},
-        {QRegularExpression(QStringLiteral("currentDateTime|QDate::currentDate")),
-         {QStringLiteral("base"), QStringLiteral("print")}},
-        {QRegularExpression(QStringLiteral("<(unistd|fcntl|sys/[a-z]+|pthread|dlfcn)\\.h>")), {}}};
+        {QRegularExpression(u"sqlite3\\.h|sqlite3_"_s), {u"embedded"_s}},
+        {QRegularExpression(u"#include <sql(ext|types|ucode)?\\.h>"_s), {u"db"_s}},
+        {QRegularExpression(u"QMessageBox|QFileDialog"_s), {u"toolkit"_s}},
+        {QRegularExpression(u"currentDateTime|QDate::currentDate"_s), {u"base"_s, u"print"_s}},
+        {QRegularExpression(u"<(unistd|fcntl|sys/[a-z]+|pthread|dlfcn)\\.h>"_s), {}}};
     return words;
 }
 
 QStringList SourceFiles(const QString& root) {
     QStringList files;
-    QDirIterator walk(root, {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
-                      QDirIterator::Subdirectories);
+    QDirIterator walk(root, {u"*.h"_s, u"*.cpp"_s}, QDir::Files, QDirIterator::Subdirectories);
     while (walk.hasNext())
         files << walk.next();
     files.sort();
@@ -64,7 +53,7 @@ int FloorOf(const QString& folder) {
 }
 
 QStringList UpwardIncludes(const QString& root) {
-    static const QRegularExpression include(QStringLiteral("^\\s*#include \"([^/\"]+)/"));
+    static const QRegularExpression include(u"^\\s*#include \"([^/\"]+)/"_s);
     QStringList faults;
     for (const QString& file : SourceFiles(root)) {
         const QString own = FolderOf(file, root);
@@ -74,7 +63,7 @@ QStringList UpwardIncludes(const QString& root) {
                 continue;
             const QString used = match.captured(1);
             if (used != own && (FloorOf(used) < 0 || FloorOf(used) >= FloorOf(own)))
-                faults << QStringLiteral("%1: %2").arg(file, line.trimmed());
+                faults << u"%1: %2"_s.arg(file, line.trimmed());
         }
     }
     return faults;
@@ -87,12 +76,12 @@ QStringList MisplacedWords(const QString& root) {
             for (const Reserved& reserved : ReservedWords())
                 if (line.contains(reserved.Word) &&
                     !reserved.Folders.contains(FolderOf(file, root)))
-                    faults << QStringLiteral("%1: %2").arg(file, line.trimmed());
+                    faults << u"%1: %2"_s.arg(file, line.trimmed());
     return faults;
 }
 
 void Write(const QString& path, const QByteArray& text) {
-    QVERIFY(QFileInfo(path).dir().mkpath(QStringLiteral(".")));
+    QVERIFY(QFileInfo(path).dir().mkpath(u"."_s));
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(text);
@@ -102,29 +91,32 @@ const QString kSources = QStringLiteral(CAPD_SOURCE_DIR "/src");
 
 }  // namespace
 
-void tst_House::Includes_runDownward() {
-    QVERIFY(SourceFiles(kSources).size() > 50);
-    QCOMPARE(UpwardIncludes(kSources), QStringList());
-}
+class tst_House final : public QObject {
+    Q_OBJECT
 
-void tst_House::Includes_thatRunUpwardAreNamed() {
-    QTemporaryDir dir;
-    Write(dir.filePath(QStringLiteral("db/Good.cpp")), "#include \"base/Errors.h\"\n");
-    Write(dir.filePath(QStringLiteral("db/Bad.cpp")), "#include \"toolkit/MsgBox.h\"\n");
-    Write(dir.filePath(QStringLiteral("patients/Sideways.cpp")), "#include \"funds/modCDF.h\"\n");
-    QCOMPARE(UpwardIncludes(dir.path()).size(), 2);
-}
+private slots:
+    void Includes_runDownward() {
+        QVERIFY(SourceFiles(kSources).size() > 50);
+        QCOMPARE(UpwardIncludes(kSources), QStringList());
+    }
 
-void tst_House::Symbols_stayInTheirFolder() {
-    QCOMPARE(MisplacedWords(kSources), QStringList());
-}
+    void Includes_thatRunUpwardAreNamed() {
+        QTemporaryDir dir;
+        Write(dir.filePath(u"db/Good.cpp"_s), "#include \"base/Errors.h\"\n");
+        Write(dir.filePath(u"db/Bad.cpp"_s), "#include \"toolkit/MsgBox.h\"\n");
+        Write(dir.filePath(u"patients/Sideways.cpp"_s), "#include \"funds/modCDF.h\"\n");
+        QCOMPARE(UpwardIncludes(dir.path()).size(), 2);
+    }
 
-void tst_House::Symbols_elsewhereAreNamed() {
-    QTemporaryDir dir;
-    Write(dir.filePath(QStringLiteral("db/Bad.cpp")),
-          "#include <sqlite3.h>\nQMessageBox box;\n#include <sql.h>\n");
-    QCOMPARE(MisplacedWords(dir.path()).size(), 2);
-}
+    void Symbols_stayInTheirFolder() { QCOMPARE(MisplacedWords(kSources), QStringList()); }
+
+    void Symbols_elsewhereAreNamed() {
+        QTemporaryDir dir;
+        Write(dir.filePath(u"db/Bad.cpp"_s),
+              "#include <sqlite3.h>\nQMessageBox box;\n#include <sql.h>\n");
+        QCOMPARE(MisplacedWords(dir.path()).size(), 2);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_House)
 #include "tst_House.moc"

@@ -9,6 +9,8 @@
 #include "print/Report.h"
 #include "print/ReportPages.h"
 
+using namespace Qt::StringLiterals;
+
 /// Report files and rows that a test makes up.
 class ReportFiles {
 public:
@@ -24,7 +26,7 @@ public:
     }
 
     QString Write(const QString& xml) {
-        const QString name = m_folder.filePath(QStringLiteral("test.rpt"));
+        const QString name = m_folder.filePath(u"test.rpt"_s);
         QFile file(name);
         if (!file.open(QIODevice::WriteOnly) || file.write(xml.toUtf8()) < 0)
             qFatal("the report file cannot be written");
@@ -62,5 +64,5 @@ QString FaultOf(Work work) {
     } catch (const base::RuntimeError& error) {
         return error.Description();
     }
-    return QStringLiteral("no error");
+    return u"no error"_s;
 }

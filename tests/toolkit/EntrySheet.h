@@ -9,6 +9,8 @@
 #include "toolkit/EntryGrid.h"
 #include "toolkit/Theme.h"
 
+using namespace Qt::StringLiterals;
+
 /// An entry grid in a window of its own, as the tests use it.
 
 enum SheetColumn { kMark, kDept, kCode, kDescription, kType, kQuantity, kAmount, kHidden };
@@ -17,8 +19,8 @@ enum SheetColumn { kMark, kDept, kCode, kDescription, kType, kQuantity, kAmount,
 struct Sheet {
     QDialog Window;
     toolkit::EntryGrid Grid;
-    QPushButton Save{QStringLiteral("&Save")};
-    QPushButton Close{QStringLiteral("&Close")};
+    QPushButton Save{u"&Save"_s};
+    QPushButton Close{u"&Close"_s};
     QList<QPoint> Commits;
     std::function<void(int row, int col)> OnCommit;
 
@@ -60,7 +62,7 @@ struct Sheet {
             Grid.SetHeader(col, QString::fromLatin1(headers[col]));
         Grid.SetColKind(kDept, toolkit::EntryKind::LookUp);
         Grid.SetColKind(kCode, toolkit::EntryKind::LookUp);
-        Grid.SetColKind(kType, toolkit::EntryKind::PickList, QStringLiteral("\r\nSTAT\r\nROUTINE"));
+        Grid.SetColKind(kType, toolkit::EntryKind::PickList, u"\r\nSTAT\r\nROUTINE"_s);
         Grid.SetNumeric(kQuantity);
         Grid.SetNumeric(kAmount);
         Grid.SetProtected(kDescription);

@@ -3,6 +3,8 @@
 
 #include "EntrySheet.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Presses keys and clicks at random in a sheet whose handler answers at random, and keeps a copy
@@ -64,7 +66,7 @@ private:
     void Answer(int row, int col) {
         toolkit::EntryGrid& grid = m_sheet.Grid;
         if (grid.TextMatrix(row, col) == Kept(row, col))
-            m_fault = QStringLiteral("an unchanged cell was committed");
+            m_fault = u"an unchanged cell was committed"_s;
         switch (Below(8)) {
             case 0:
                 return grid.RefuseCommit();
@@ -112,13 +114,11 @@ private:
         const toolkit::EntryGrid& grid = m_sheet.Grid;
         if (grid.Row() < 1 || grid.Row() >= grid.Rows() || grid.Col() < 1 ||
             grid.Col() >= grid.Cols())
-            return QStringLiteral("cursor at (%1, %2)").arg(grid.Row()).arg(grid.Col());
+            return u"cursor at (%1, %2)"_s.arg(grid.Row()).arg(grid.Col());
         for (int row = 1; row < grid.Rows(); ++row) {
             for (int col = 0; col < grid.Cols(); ++col) {
                 if (grid.TextMatrix(row, col) != Kept(row, col))
-                    return QStringLiteral("cell (%1, %2) changed without a commit")
-                        .arg(row)
-                        .arg(col);
+                    return u"cell (%1, %2) changed without a commit"_s.arg(row).arg(col);
             }
         }
         return {};
@@ -135,19 +135,17 @@ private:
 class tst_EntryGridWalk final : public QObject {
     Q_OBJECT
 private slots:
-    void RandomKeys_commitEachChangeOnce();
-};
-
-void tst_EntryGridWalk::RandomKeys_commitEachChangeOnce() {
-    const int count = qEnvironmentVariableIsSet("CAPD_STRESS") ? 100'000 : 20'000;
-    RandomTypist typist(20'261'122);
-    for (int i = 0; i < count; ++i) {
-        const QString fault = typist.PressOne();
-        QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("key %1: %2").arg(i).arg(fault)));
+    void RandomKeys_commitEachChangeOnce() {
+        const int count = qEnvironmentVariableIsSet("CAPD_STRESS") ? 100'000 : 20'000;
+        RandomTypist typist(20'261'122);
+        for (int i = 0; i < count; ++i) {
+            const QString fault = typist.PressOne();
+            QVERIFY2(fault.isEmpty(), qPrintable(u"key %1: %2"_s.arg(i).arg(fault)));
+        }
+        // The walk went somewhere.
+        QVERIFY(typist.CommitCount() > count / 100);
     }
-    // The walk went somewhere.
-    QVERIFY(typist.CommitCount() > count / 100);
-}
+};
 
 QTEST_MAIN(tst_EntryGridWalk)
 #include "tst_EntryGridWalk.moc"

@@ -4,24 +4,25 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "Rows.h"
 #include "base/Errors.h"
 #include "toolkit/ListView.h"
 #include "toolkit/Twips.h"
 
+using namespace Qt::StringLiterals;
 using namespace toolkit;
 using embedded::ColumnKind;
 
 namespace {
 
-const std::vector<ListColumn> kColumns{{QStringLiteral(" No."), 1000, QStringLiteral("Number")},
-                                       {QStringLiteral(" Name"), 1500, QStringLiteral("Name")},
-                                       {QStringLiteral(" Seen"), 1900, QStringLiteral("Seen")}};
+const std::vector<ListColumn> kColumns{
+    {u" No."_s, 1000, u"Number"_s}, {u" Name"_s, 1500, u"Name"_s}, {u" Seen"_s, 1900, u"Seen"_s}};
 
 std::shared_ptr<db::RowStore> EmptyRows() {
     auto rows = std::make_shared<db::RowStore>();
-    rows->BeginResult({{QStringLiteral("Name"), ColumnKind::Text},
-                       {QStringLiteral("NUMBER"), ColumnKind::Double},
-                       {QStringLiteral("Seen"), ColumnKind::DateTime}});
+    rows->BeginResult({{u"Name"_s, ColumnKind::Text},
+                       {u"NUMBER"_s, ColumnKind::Double},
+                       {u"Seen"_s, ColumnKind::DateTime}});
     return rows;
 }
 
@@ -75,214 +76,202 @@ struct Shown {
 class tst_ListView final : public QObject {
     Q_OBJECT
 private slots:
-    void Sort_comparesByKind_data();
-    void Sort_comparesByKind();
-    void Sort_keepsEqualRowsInTheirOrder();
-    void Header_clickSortsAndMarks();
-    void Header_sortHoldsForRowsThatComeLater();
-    void Sort_keepsTheCurrentRow();
-    void Rows_withoutAColumnAreRefused();
-    void Row_starStandsBeforeTheFirstColumn();
-    void Row_isChosenAndOpenedByMouse();
-    void Row_isChosenAndOpenedByKey();
-    void Row_isCopied();
-    void Columns_areAtLeastAsWideAsStated();
-    void LongList_appearsAndSortsAtOnce();
-};
-
-void tst_ListView::Sort_comparesByKind_data() {
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QStringList>("ascending");
-    const auto strings = [](std::initializer_list<const char*> texts) {
-        QStringList list;
-        for (const char* text : texts)
-            list.append(QString::fromUtf8(text));
-        return list;
-    };
-    QTest::newRow("numbers") << 0 << strings({"", "-2", "9", "10.5"});
-    QTest::newRow("texts") << 1 << strings({"", "perez", "Pérez", "Perla"});
-    QTest::newRow("moments") << 2
-                             << strings({"", "11/22/2025 8:30:00 AM", "1/31/2026 11:59:59 PM",
-                                         "2/1/2026"});
-}
-
-void tst_ListView::Sort_comparesByKind() {
-    QFETCH(int, column);
-    QFETCH(QStringList, ascending);
-    RowListModel model(kColumns);
-    model.SetRows(FourRows());
-    model.sort(column, Qt::AscendingOrder);
-    QCOMPARE(Texts(model, column), ascending);
-    model.sort(column, Qt::DescendingOrder);
-    QCOMPARE(Texts(model, column), QStringList(ascending.rbegin(), ascending.rend()));
-}
-
-void tst_ListView::Sort_keepsEqualRowsInTheirOrder() {
-    auto rows = EmptyRows();
-    for (int number = 0; number < 6; ++number)
-        AddRow(*rows, number % 2 ? "CRUZ" : "cruz ", number, "");
-    RowListModel model(kColumns);
-    model.SetRows(rows);
-    const QStringList before = Texts(model, 0);
-    for (const auto order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
-        model.sort(1, order);
-        QCOMPARE(Texts(model, 0), before);
+    void Sort_comparesByKind_data() {
+        Columns<int, QStringList>();
+        const auto strings = [](std::initializer_list<const char*> texts) {
+            QStringList list;
+            for (const char* text : texts)
+                list.append(QString::fromUtf8(text));
+            return list;
+        };
+        QTest::newRow("numbers") << 0 << strings({"", "-2", "9", "10.5"});
+        QTest::newRow("texts") << 1 << strings({"", "perez", "Pérez", "Perla"});
+        QTest::newRow("moments") << 2
+                                 << strings({"", "11/22/2025 8:30:00 AM", "1/31/2026 11:59:59 PM",
+                                             "2/1/2026"});
     }
-}
 
-void tst_ListView::Header_clickSortsAndMarks() {
-    Shown shown;
-    const auto marks = [&] {
-        return QStringList{shown.List.HeaderMark(0), shown.List.HeaderMark(1),
-                           shown.List.HeaderMark(2)};
-    };
-    const QString blank = QStringLiteral("Blank");
-    const QString up = QStringLiteral("ArrowUp"), down = QStringLiteral("ArrowDown");
-    QCOMPARE(marks(), (QStringList{blank, blank, blank}));
-    shown.ClickHeader(1);
-    QCOMPARE(marks(), (QStringList{blank, up, blank}));
-    QCOMPARE(shown.Model.TextAt(3, 1), QStringLiteral("Perla"));
-    shown.ClickHeader(1);
-    QCOMPARE(marks(), (QStringList{blank, down, blank}));
-    QCOMPARE(shown.Model.TextAt(0, 1), QStringLiteral("Perla"));
-    // The order turns with each click, on another column too.
-    shown.ClickHeader(0);
-    QCOMPARE(marks(), (QStringList{up, blank, blank}));
-}
+    void Sort_comparesByKind() {
+        auto [column, ascending] = Fetch<int, QStringList>();
+        RowListModel model(kColumns);
+        model.SetRows(FourRows());
+        model.sort(column, Qt::AscendingOrder);
+        QCOMPARE(Texts(model, column), ascending);
+        model.sort(column, Qt::DescendingOrder);
+        QCOMPARE(Texts(model, column), QStringList(ascending.rbegin(), ascending.rend()));
+    }
 
-void tst_ListView::Header_sortHoldsForRowsThatComeLater() {
-    Shown shown;
-    shown.List.SortBy(0);
-    shown.Model.SetRows(FourRows());
-    QCOMPARE(shown.List.HeaderMark(0), QStringLiteral("ArrowUp"));
-    QCOMPARE(Texts(shown.Model, 0).last(), QStringLiteral("10.5"));
-}
-
-void tst_ListView::Sort_keepsTheCurrentRow() {
-    Shown shown;
-    shown.List.setCurrentIndex(shown.Model.index(1, 0));
-    shown.List.SortBy(0);
-    QCOMPARE(shown.List.currentIndex().row(), 3);
-    QCOMPARE(shown.Model.SourceRow(3), 1);
-    QVERIFY(shown.List.selectionModel()->isRowSelected(3));
-}
-
-void tst_ListView::Rows_withoutAColumnAreRefused() {
-    auto rows = std::make_shared<db::RowStore>();
-    rows->BeginResult({{QStringLiteral("Number"), ColumnKind::Integer}});
-    RowListModel model(kColumns);
-    model.SetRows(FourRows());
-    try {
+    void Sort_keepsEqualRowsInTheirOrder() {
+        auto rows = EmptyRows();
+        for (int number = 0; number < 6; ++number)
+            AddRow(*rows, number % 2 ? "CRUZ" : "cruz ", number, "");
+        RowListModel model(kColumns);
         model.SetRows(rows);
-        QFAIL("rows without a column were taken");
-    } catch (const base::DatabaseError& error) {
-        QCOMPARE(error.Number(), 3265);
-        QVERIFY(error.Description().contains(QStringLiteral("Name")));
+        const QStringList before = Texts(model, 0);
+        for (const auto order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+            model.sort(1, order);
+            QCOMPARE(Texts(model, 0), before);
+        }
     }
-    QCOMPARE(model.rowCount(), 4);
-}
 
-void tst_ListView::Row_starStandsBeforeTheFirstColumn() {
-    Shown shown;
-    shown.Model.SetImages([&shown](int row) {
-        return shown.Model.TextAt(row, 1).startsWith(u'P') ? toolkit::Image::Star
-                                                           : toolkit::Image::Blank;
-    });
-    const auto isDrawn = [&](int row, int column) {
-        const auto icon = shown.Model.index(row, column).data(Qt::DecorationRole).value<QIcon>();
-        const QImage image = icon.pixmap(16, 16).toImage();
-        return !image.isNull() && image.pixelColor(8, 8).alpha() > 0;
-    };
-    QVERIFY(isDrawn(0, 0));
-    QVERIFY(!isDrawn(0, 1));
-    QVERIFY(!isDrawn(1, 0));
-    shown.List.SortBy(1);
-    QVERIFY(!isDrawn(0, 0));
-    QVERIFY(isDrawn(2, 0));
-    QVERIFY(isDrawn(3, 0));
-}
-
-void tst_ListView::Row_isChosenAndOpenedByMouse() {
-    Shown shown;
-    QSignalSpy chosen(&shown.List, &ListView::RowChosen), opened(&shown.List, &ListView::RowOpened);
-    QTest::mouseClick(shown.List.viewport(), Qt::LeftButton, {}, shown.PlaceOf(2));
-    QCOMPARE(chosen.takeFirst(), QVariantList{2});
-    QVERIFY(chosen.isEmpty());
-    QTest::mouseClick(shown.List.viewport(), Qt::LeftButton, {}, shown.PlaceOf(2));
-    QCOMPARE(chosen.size(), 1);
-    QVERIFY(opened.isEmpty());
-    QTest::mouseDClick(shown.List.viewport(), Qt::LeftButton, {}, shown.PlaceOf(2));
-    QCOMPARE(opened.takeFirst(), QVariantList{2});
-    QTest::mouseDClick(shown.List.viewport(), Qt::LeftButton, {}, QPoint(50, 250));
-    QVERIFY(opened.isEmpty());
-}
-
-void tst_ListView::Row_isChosenAndOpenedByKey() {
-    Shown shown;
-    QSignalSpy chosen(&shown.List, &ListView::RowChosen), opened(&shown.List, &ListView::RowOpened);
-    QTest::keyClick(&shown.List, Qt::Key_Return);
-    QVERIFY(opened.isEmpty());
-    QVERIFY(QTest::qWaitForWindowActive(&shown.List));
-    shown.List.clearFocus();
-    shown.List.setFocus(Qt::TabFocusReason);
-    QCOMPARE(chosen.takeFirst(), QVariantList{0});
-    QVERIFY(shown.List.selectionModel()->isRowSelected(0));
-    QTest::keyClick(&shown.List, Qt::Key_Down);
-    QTest::keyClick(&shown.List, Qt::Key_End);
-    QCOMPARE(chosen.size(), 2);
-    QCOMPARE(chosen.last(), QVariantList{3});
-    QTest::keyClick(&shown.List, Qt::Key_Return);
-    QTest::keyClick(&shown.List, Qt::Key_Enter);
-    QCOMPARE(opened.size(), 2);
-    QCOMPARE(opened.last(), QVariantList{3});
-}
-
-void tst_ListView::Row_isCopied() {
-    Shown shown;
-    shown.List.setCurrentIndex(shown.Model.index(0, 0));
-    QTest::keyClick(&shown.List, Qt::Key_Insert, Qt::ControlModifier);
-    QCOMPARE(QApplication::clipboard()->text(), QString::fromUtf8("9\tPérez\t2/1/2026"));
-}
-
-void tst_ListView::Columns_areAtLeastAsWideAsStated() {
-    Shown shown;
-    for (int column = 0; column < 3; ++column)
-        QVERIFY(shown.List.columnWidth(column) >= Twips(kColumns[column].WidthTwips, &shown.List));
-    QVERIFY(shown.List.columnWidth(2) >=
-            shown.List.fontMetrics().horizontalAdvance(QStringLiteral("11/22/2025 8:30:00 AM")));
-    // Nor wider with each search.
-    const auto rows = EmptyRows();
-    AddRow(*rows, QByteArray(500, 'x').constData(), 1, "2026-01-31 23:59:59.000");
-    shown.Model.SetRows(rows);
-    const int width = shown.List.columnWidth(1);
-    shown.Model.SetRows(rows);
-    QCOMPARE(shown.List.columnWidth(1), width);
-    QCOMPARE(Twips(1440, &shown.List), shown.List.logicalDpiX());
-    QCOMPARE(Twips(1, &shown.List), 1);
-    QCOMPARE(Twips(0, &shown.List), 0);
-}
-
-void tst_ListView::LongList_appearsAndSortsAtOnce() {
-    constexpr int kRows = 100000;
-    // Far above what it takes here, far below what comparing shown texts or asking each row
-    // for its size would take.
-    auto rows = EmptyRows();
-    quint32 seed = 1;
-    for (int row = 0; row < kRows; ++row) {
-        seed = seed * 1664525u + 1013904223u;
-        const QByteArray name = "Peña-" + QByteArray::number(seed % 50000);
-        const QByteArray seen =
-            "2026-01-" + QByteArray::number(10 + seed / 7 % 20) + " 10:00:00.000";
-        AddRow(*rows, name.constData(), seed % 1000, seen.constData());
+    void Header_clickSortsAndMarks() {
+        Shown shown;
+        const auto marks = [&] {
+            return QStringList{shown.List.HeaderMark(0), shown.List.HeaderMark(1),
+                               shown.List.HeaderMark(2)};
+        };
+        const QString blank = u"Blank"_s;
+        const QString up = u"ArrowUp"_s, down = u"ArrowDown"_s;
+        QCOMPARE(marks(), (QStringList{blank, blank, blank}));
+        shown.ClickHeader(1);
+        QCOMPARE(marks(), (QStringList{blank, up, blank}));
+        QCOMPARE(shown.Model.TextAt(3, 1), u"Perla"_s);
+        shown.ClickHeader(1);
+        QCOMPARE(marks(), (QStringList{blank, down, blank}));
+        QCOMPARE(shown.Model.TextAt(0, 1), u"Perla"_s);
+        // The order turns with each click, on another column too.
+        shown.ClickHeader(0);
+        QCOMPARE(marks(), (QStringList{up, blank, blank}));
     }
-    Shown shown(EmptyRows());
-    shown.Model.SetRows(rows);
-    QCOMPARE(shown.List.grab().isNull(), false);
-    shown.List.setCurrentIndex(shown.Model.index(kRows / 2, 0));
-    for (int column = 0; column < 3; ++column)
-        shown.List.SortBy(column);
-    QCOMPARE(shown.Model.SourceRow(shown.List.currentIndex().row()), kRows / 2);
-}
+
+    void Header_sortHoldsForRowsThatComeLater() {
+        Shown shown;
+        shown.List.SortBy(0);
+        shown.Model.SetRows(FourRows());
+        QCOMPARE(shown.List.HeaderMark(0), u"ArrowUp"_s);
+        QCOMPARE(Texts(shown.Model, 0).last(), u"10.5"_s);
+    }
+
+    void Sort_keepsTheCurrentRow() {
+        Shown shown;
+        shown.List.setCurrentIndex(shown.Model.index(1, 0));
+        shown.List.SortBy(0);
+        QCOMPARE(shown.List.currentIndex().row(), 3);
+        QCOMPARE(shown.Model.SourceRow(3), 1);
+        QVERIFY(shown.List.selectionModel()->isRowSelected(3));
+    }
+
+    void Rows_withoutAColumnAreRefused() {
+        auto rows = std::make_shared<db::RowStore>();
+        rows->BeginResult({{u"Number"_s, ColumnKind::Integer}});
+        RowListModel model(kColumns);
+        model.SetRows(FourRows());
+        try {
+            model.SetRows(rows);
+            QFAIL("rows without a column were taken");
+        } catch (const base::DatabaseError& error) {
+            QCOMPARE(error.Number(), 3265);
+            QVERIFY(error.Description().contains(u"Name"_s));
+        }
+        QCOMPARE(model.rowCount(), 4);
+    }
+
+    void Row_starStandsBeforeTheFirstColumn() {
+        Shown shown;
+        shown.Model.SetImages([&shown](int row) {
+            return shown.Model.TextAt(row, 1).startsWith(u'P') ? toolkit::Image::Star
+                                                               : toolkit::Image::Blank;
+        });
+        const auto isDrawn = [&](int row, int column) {
+            const auto icon =
+                shown.Model.index(row, column).data(Qt::DecorationRole).value<QIcon>();
+            const QImage image = icon.pixmap(16, 16).toImage();
+            return !image.isNull() && image.pixelColor(8, 8).alpha() > 0;
+        };
+        QVERIFY(isDrawn(0, 0));
+        QVERIFY(!isDrawn(0, 1));
+        QVERIFY(!isDrawn(1, 0));
+        shown.List.SortBy(1);
+        QVERIFY(!isDrawn(0, 0));
+        QVERIFY(isDrawn(2, 0));
+        QVERIFY(isDrawn(3, 0));
+    }
+
+    void Row_isChosenAndOpenedByMouse() {
+        Shown shown;
+        QSignalSpy chosen(&shown.List, &ListView::RowChosen),
+            opened(&shown.List, &ListView::RowOpened);
+        QTest::mouseClick(shown.List.viewport(), Qt::LeftButton, {}, shown.PlaceOf(2));
+        QCOMPARE(chosen.takeFirst(), QVariantList{2});
+        QVERIFY(chosen.isEmpty());
+        QTest::mouseClick(shown.List.viewport(), Qt::LeftButton, {}, shown.PlaceOf(2));
+        QCOMPARE(chosen.size(), 1);
+        QVERIFY(opened.isEmpty());
+        QTest::mouseDClick(shown.List.viewport(), Qt::LeftButton, {}, shown.PlaceOf(2));
+        QCOMPARE(opened.takeFirst(), QVariantList{2});
+        QTest::mouseDClick(shown.List.viewport(), Qt::LeftButton, {}, QPoint(50, 250));
+        QVERIFY(opened.isEmpty());
+    }
+
+    void Row_isChosenAndOpenedByKey() {
+        Shown shown;
+        QSignalSpy chosen(&shown.List, &ListView::RowChosen),
+            opened(&shown.List, &ListView::RowOpened);
+        QTest::keyClick(&shown.List, Qt::Key_Return);
+        QVERIFY(opened.isEmpty());
+        QVERIFY(QTest::qWaitForWindowActive(&shown.List));
+        shown.List.clearFocus();
+        shown.List.setFocus(Qt::TabFocusReason);
+        QCOMPARE(chosen.takeFirst(), QVariantList{0});
+        QVERIFY(shown.List.selectionModel()->isRowSelected(0));
+        QTest::keyClick(&shown.List, Qt::Key_Down);
+        QTest::keyClick(&shown.List, Qt::Key_End);
+        QCOMPARE(chosen.size(), 2);
+        QCOMPARE(chosen.last(), QVariantList{3});
+        QTest::keyClick(&shown.List, Qt::Key_Return);
+        QTest::keyClick(&shown.List, Qt::Key_Enter);
+        QCOMPARE(opened.size(), 2);
+        QCOMPARE(opened.last(), QVariantList{3});
+    }
+
+    void Row_isCopied() {
+        Shown shown;
+        shown.List.setCurrentIndex(shown.Model.index(0, 0));
+        QTest::keyClick(&shown.List, Qt::Key_Insert, Qt::ControlModifier);
+        QCOMPARE(QApplication::clipboard()->text(), QString::fromUtf8("9\tPérez\t2/1/2026"));
+    }
+
+    void Columns_areAtLeastAsWideAsStated() {
+        Shown shown;
+        for (int column = 0; column < 3; ++column)
+            QVERIFY(shown.List.columnWidth(column) >=
+                    Twips(kColumns[column].WidthTwips, &shown.List));
+        QVERIFY(shown.List.columnWidth(2) >=
+                shown.List.fontMetrics().horizontalAdvance(u"11/22/2025 8:30:00 AM"_s));
+        // Nor wider with each search.
+        const auto rows = EmptyRows();
+        AddRow(*rows, QByteArray(500, 'x').constData(), 1, "2026-01-31 23:59:59.000");
+        shown.Model.SetRows(rows);
+        const int width = shown.List.columnWidth(1);
+        shown.Model.SetRows(rows);
+        QCOMPARE(shown.List.columnWidth(1), width);
+        QCOMPARE(Twips(1440, &shown.List), shown.List.logicalDpiX());
+        QCOMPARE(Twips(1, &shown.List), 1);
+        QCOMPARE(Twips(0, &shown.List), 0);
+    }
+
+    void LongList_appearsAndSortsAtOnce() {
+        constexpr int kRows = 100000;
+        // Far above what it takes here, far below what comparing shown texts or asking each row
+        // for its size would take.
+        auto rows = EmptyRows();
+        quint32 seed = 1;
+        for (int row = 0; row < kRows; ++row) {
+            seed = seed * 1664525u + 1013904223u;
+            const QByteArray name = "Peña-" + QByteArray::number(seed % 50000);
+            const QByteArray seen =
+                "2026-01-" + QByteArray::number(10 + seed / 7 % 20) + " 10:00:00.000";
+            AddRow(*rows, name.constData(), seed % 1000, seen.constData());
+        }
+        Shown shown(EmptyRows());
+        shown.Model.SetRows(rows);
+        QCOMPARE(shown.List.grab().isNull(), false);
+        shown.List.setCurrentIndex(shown.Model.index(kRows / 2, 0));
+        for (int column = 0; column < 3; ++column)
+            shown.List.SortBy(column);
+        QCOMPARE(shown.Model.SourceRow(shown.List.currentIndex().row()), kRows / 2);
+    }
+};
 
 QTEST_MAIN(tst_ListView)
 #include "tst_ListView.moc"

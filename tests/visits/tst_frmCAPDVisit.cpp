@@ -7,6 +7,7 @@
 
 #include "CommandLog.h"
 #include "FakeComponents.h"
+#include "Rows.h"
 #include "TestHospital.h"
 #include "base/Clock.h"
 #include "db/CommandText.h"
@@ -20,32 +21,221 @@
 #include "visits/frmCAPDVisit.h"
 #include "visits/frmPastVisit.h"
 
+using namespace Qt::StringLiterals;
+
 // The visit window over the demo hospital; 200005 is on the register under 1001.
+
+namespace {
+
+const QString kSaved = u"Registration Successfully Saved."_s;
+const QString kRefused = u"Patient's visit for this day is already registered."_s;
+
+}  // namespace
+
 class tst_frmCAPDVisit final : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void Save_onceADayAlsoAcrossMidnight();
-    void Save_afterAnotherNurseKeepsWhatWasTyped();
-    void View_listsTheVisitsAndMarksTheChosenOne();
-    void Chart_showsTwelveMonths();
-    void View_withoutVisitsLeavesTheGridCleared();
-    void Readings_leaveGaps_data();
-    void Readings_leaveGaps();
+    void init() {
+        m_hospital = std::make_unique<TestHospital>();
+        modGlobals::gCurrentUser = std::make_shared<fakes::User>();
+        modGlobals::gConnection = m_hospital->Connect();
+        // A server keeps its own time, and there the patient has already come today.
+        modGlobals::gConnection->Execute(
+            u"DELETE CLINICAL_AREA..tbCAPDLogBook WHERE HospNum = '200005' AND VisitDay "
+            ">= CONVERT(varchar(10), GETDATE(), 101)"_s);
+        m_boxes = std::make_unique<toolkit::BoxScript>();
+        base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 4), QTime(23, 59, 50)); });
+        m_window = Open();
+    }
+
+    void cleanup() {
+        m_window.reset();
+        base::Clock::Replace({});
+        QCOMPARE(m_boxes->Leftovers(), QStringList());
+        m_boxes.reset();
+        modGlobals::gConnection.reset();
+    }
+
+    void Save_onceADayAlsoAcrossMidnight() {
+        const int before = Visits();
+        m_boxes->Answer(toolkit::BoxAnswer::No);
+        Find<QPushButton>("cmdSave")->click();
+        QVERIFY(m_boxes->Shown().back().Text.contains(u"no readings"_s));
+        QCOMPARE(Visits(), before);
+        Find<QLineEdit>("txtWeight")->setText(u"55.5"_s);
+        Find<QRadioButton>("optCatheter2")->setChecked(true);
+        m_boxes->Answer(toolkit::BoxAnswer::Ok);
+        const CommandLog log;
+        Find<QPushButton>("cmdSave")->click();
+        Find<QPushButton>("cmdSave")->click();
+        QCOMPARE(log.Sent, QStringList({u"SELECT IdNum FROM CLINICAL_AREA..tbCAPDLogBook WHERE "
+                                        "TransDate between convert(varchar(10),getdate(),101) and "
+                                        "getdate() and IdNum = 'A1B'"_s,
+                                        u"CLINICAL_AREA..sp_CAPD_RegisterPatient '200005','A1B',"
+                                        "'1001','','','','','','','','  Tenchkoff','55.5','','',"
+                                        "'','','','','','','','','','','','','E1'"_s}));
+        QCOMPARE(Visits(), before + 1);
+
+        m_window = Open();
+        Find<QRadioButton>("optPurpose2")->setChecked(true);
+        m_boxes->Answer(toolkit::BoxAnswer::Ok);
+        Find<QPushButton>("cmdSave")->click();
+        QCOMPARE(m_boxes->Shown().back().Text, kRefused);
+        QVERIFY(m_window->isVisible());
+        if (m_hospital->IsOnServer())
+            QSKIP("a server's clock cannot be set");
+        // Midnight passes while the window is open: another day, another visit, with its purpose.
+        base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 5), QTime(0, 0)); });
+        m_boxes->Answer(toolkit::BoxAnswer::Ok);
+        Find<QPushButton>("cmdSave")->click();
+        QCOMPARE(m_boxes->Shown().back().Text, kSaved);
+        QVERIFY(
+            log.Sent.contains(u"CLINICAL_AREA..sp_CAPD_RegisterPatient "
+                              u"'200005','A1B','1001','','','','','','','','','',"
+                              "'','','','','','','','','','','','','','','E1','Treatment'"_s));
+        QCOMPARE(Visits(), before + 2);
+    }
+
+    void Save_afterAnotherNurseKeepsWhatWasTyped() {
+        const int before = Visits();
+        // The check sees the visit's number only; the day is the patient's.
+        Log(u"A2B"_s);
+        Find<QLineEdit>("txtDiet")->setText(u"it's typed"_s);
+        m_boxes->Answer(toolkit::BoxAnswer::Ok);
+        Find<QPushButton>("cmdSave")->click();
+        QCOMPARE(m_boxes->Shown().back().Text, kRefused);
+        QCOMPARE(m_boxes->Shown().back().Title, u"Message"_s);
+        QVERIFY(m_window->isVisible() && Find<QPushButton>("cmdSave")->isEnabled());
+        QCOMPARE(Find<QLineEdit>("txtDiet")->text(), u"it's typed"_s);
+        QCOMPARE(Visits(), before + 1);
+    }
+
+    void View_listsTheVisitsAndMarksTheChosenOne() {
+        Log(u"A9B"_s);
+        Find<QPushButton>("cmdView")->click();
+        const auto* grid = Find<toolkit::FlexGrid>("grdTable");
+        const auto* chart = Find<VisitChart>("chtVisits");
+        QVERIFY(m_window->height() >= toolkit::Twips(8820, m_window.get()));
+        QCOMPARE(grid->Rows() - 1, Visits());
+        QCOMPARE(grid->TextMatrix(1, 1), u"A9B"_s);
+        if (!m_hospital->IsOnServer())
+            QCOMPARE(grid->TextMatrix(1, 2), u"3/4/2031 11:59:50 PM"_s);
+        QCOMPARE(grid->ColWidth(0), 100);
+        QCOMPARE(grid->ColWidth(4), 3000);
+        QCOMPARE(chart->Marked(), 0);
+        QTRY_VERIFY2(chart->chart()->plotArea().height() >= 200,
+                     qPrintable(QString::number(chart->chart()->plotArea().height())));
+        const QRect pressure = grid->CellRect(1, 6);
+        QVERIFY(grid->viewport()->rect().contains(pressure));
+        QTest::keyClick(Find<toolkit::FlexGrid>("grdTable"), Qt::Key_Down);
+        QCOMPARE(chart->Marked(), 1);
+        modGlobals::gConnection->Execute(
+            u"UPDATE CLINICAL_AREA..tbCAPDLogBook SET Remarks = 'one <b>\ntwo' WHERE "
+            "HospNum = '200005'"_s);
+        Find<QPushButton>("cmdView")->click();
+        QString read;
+        QTimer::singleShot(0, [&read] {
+            auto* visit = qobject_cast<frmPastVisit*>(QApplication::activeModalWidget());
+            read = visit->findChild<QTextEdit*>()->toPlainText();
+            QTest::keyClick(visit->focusWidget(), Qt::Key_Return);
+        });
+        QTest::keyClick(Find<toolkit::FlexGrid>("grdTable"), Qt::Key_Return);
+        QVERIFY2(read.contains(u"A9B"_s) && read.contains(u"one <b>"_s) && read.contains(u"two"_s),
+                 qPrintable(read));
+    }
+
+    // The last twelve months stand first; a visit before them brings its own. Each visit has one
+    // date.
+    void Chart_showsTwelveMonths() {
+        auto* chart = Find<VisitChart>("chtVisits");
+        auto* days = qobject_cast<QCategoryAxis*>(chart->chart()->axes(Qt::Horizontal).front());
+        const QDateTime last(QDate(2026, 11, 23), QTime(8, 0));
+        chart->SetVisits({{last, 50, {}}});
+        QCOMPARE(days->categoriesLabels(), QStringList{u"11/23/2026"_s});
+        chart->SetVisits(
+            {{last, 50, {}}, {last.addMonths(-11), 51, {}}, {last.addYears(-2), 52, {}}});
+        const auto shows = [days](const QDateTime& moment) {
+            const double place = double(moment.toMSecsSinceEpoch());
+            return days->min() < place && place < days->max();
+        };
+        QVERIFY(shows(last) && shows(last.addMonths(-11)) && !shows(last.addYears(-2)));
+        chart->Mark(2);
+        QVERIFY(!shows(last) && shows(last.addYears(-2)));
+        QCOMPARE(days->categoriesLabels(), QStringList{u"11/23/2024"_s});
+    }
+
+    void View_withoutVisitsLeavesTheGridCleared() {
+        m_window->SetHospNum(u"200001"_s);
+        Find<QPushButton>("cmdView")->click();
+        QCOMPARE(Find<toolkit::FlexGrid>("grdTable")->TextMatrix(1, 1), QString());
+        QCOMPARE(Find<VisitChart>("chtVisits")->Marked(), -1);
+    }
+
+    void Readings_leaveGaps_data() {
+        Columns<QString, QString>();
+        QTest::addColumn<QList<double>>("read");  // -1 for none
+        const auto row = [](const char* name, const char* weight, const char* pressure,
+                            const QList<double>& read) {
+            QTest::newRow(name) << QString::fromLatin1(weight) << QString::fromLatin1(pressure)
+                                << read;
+        };
+        row("plain", "55.5", "130/80", {55.5, 130, 80});
+        row("with units", "62,5 kg", "BP 90 / 60 mmHg", {62.5, 90, 60});
+        row("upper alone", "0", "120", {-1, 120, -1});
+        row("lower missing", "0.0", "120/", {-1, 120, -1});
+        row("empty", "", "", {-1, -1, -1});
+        row("words", "not taken", "unable 2 x", {-1, -1, -1});
+        row("a date is no pressure", "-", "11/22/2026", {-1, -1, -1});
+        row("a date and no weight", "12/05/24", "12/05/24", {-1, -1, -1});
+        row("three numbers", "55-57", "120/80/60", {-1, -1, -1});
+        row("a digit too many", "55", "1300/80", {55, -1, -1});
+        row("decimals", "55.5.5", "120.55/80", {-1, -1, -1});
+        row("a date before it", "60", "11/22/2026 130/80", {60, 130, 80});
+    }
+
+    void Readings_leaveGaps() {
+        auto [weight, pressure] = Fetch<QString, QString>();
+        const visits::BloodPressure read = visits::ReadBloodPressure(pressure);
+        const QList<double> all{visits::ReadWeight(weight).value_or(-1), read.Systolic.value_or(-1),
+                                read.Diastolic.value_or(-1)};
+        QTEST(all, "read");
+        const QDateTime day(QDate(2026, 1, 1), QTime(8, 0));
+        const std::vector<visits::Visit> three{{day, 50, {}},
+                                               {day.addDays(1), visits::ReadWeight(weight), {}},
+                                               {day.addDays(2), 52, {}}};
+        const auto runs = visits::Runs(three, [](const visits::Visit& v) { return v.Weight; });
+        QCOMPARE(runs.size(), visits::ReadWeight(weight) ? size_t(1) : size_t(2));
+    }
 
 private:
-    std::unique_ptr<frmCAPDVisit> Open() const;
-    void Log(const QString& idNum) const;
+    std::unique_ptr<frmCAPDVisit> Open() const {
+        auto window = std::make_unique<frmCAPDVisit>();
+        window->SetCAPDNum(u"1001"_s);
+        window->SetHospNum(u"200005"_s);
+        window->SetIdNum(u"A1B"_s);
+        window->show();
+        return window;
+    }
+
+    // As another workstation does it.
+    void Log(const QString& idNum) const {
+        QStringList arguments(27, QString());
+        arguments[0] = u"200005"_s;
+        arguments[1] = idNum;
+        modGlobals::gConnection->Execute(
+            db::Call(u"CLINICAL_AREA..sp_CAPD_RegisterPatient"_s, arguments));
+    }
+
     template <class Control>
     Control* Find(const char* name) const {
         return m_window->findChild<Control*>(QString::fromLatin1(name));
     }
     int Visits() const {
         return modGlobals::gConnection
-            ->Execute(QStringLiteral("SELECT LogID FROM CLINICAL_AREA..tbCAPDLogBook WHERE "
-                                     "HospNum = '200005'"))
+            ->Execute(
+                u"SELECT LogID FROM CLINICAL_AREA..tbCAPDLogBook WHERE "
+                "HospNum = '200005'"_s)
             ->RecordCount();
     }
 
@@ -53,202 +243,6 @@ private:
     std::unique_ptr<toolkit::BoxScript> m_boxes;
     std::unique_ptr<frmCAPDVisit> m_window;
 };
-
-namespace {
-
-const QString kSaved = QStringLiteral("Registration Successfully Saved.");
-const QString kRefused = QStringLiteral("Patient's visit for this day is already registered.");
-
-}  // namespace
-
-void tst_frmCAPDVisit::init() {
-    m_hospital = std::make_unique<TestHospital>();
-    modGlobals::gCurrentUser = std::make_shared<fakes::User>();
-    modGlobals::gConnection = m_hospital->Connect();
-    // A server keeps its own time, and there the patient has already come today.
-    modGlobals::gConnection->Execute(
-        QStringLiteral("DELETE CLINICAL_AREA..tbCAPDLogBook WHERE HospNum = '200005' AND VisitDay "
-                       ">= CONVERT(varchar(10), GETDATE(), 101)"));
-    m_boxes = std::make_unique<toolkit::BoxScript>();
-    base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 4), QTime(23, 59, 50)); });
-    m_window = Open();
-}
-
-void tst_frmCAPDVisit::cleanup() {
-    m_window.reset();
-    base::Clock::Replace({});
-    QCOMPARE(m_boxes->Leftovers(), QStringList());
-    m_boxes.reset();
-    modGlobals::gConnection.reset();
-}
-
-std::unique_ptr<frmCAPDVisit> tst_frmCAPDVisit::Open() const {
-    auto window = std::make_unique<frmCAPDVisit>();
-    window->SetCAPDNum(QStringLiteral("1001"));
-    window->SetHospNum(QStringLiteral("200005"));
-    window->SetIdNum(QStringLiteral("A1B"));
-    window->show();
-    return window;
-}
-
-// As another workstation does it.
-void tst_frmCAPDVisit::Log(const QString& idNum) const {
-    QStringList arguments(27, QString());
-    arguments[0] = QStringLiteral("200005");
-    arguments[1] = idNum;
-    modGlobals::gConnection->Execute(
-        db::Call(QStringLiteral("CLINICAL_AREA..sp_CAPD_RegisterPatient"), arguments));
-}
-
-void tst_frmCAPDVisit::Save_onceADayAlsoAcrossMidnight() {
-    const int before = Visits();
-    m_boxes->Answer(toolkit::BoxAnswer::No);
-    Find<QPushButton>("cmdSave")->click();
-    QVERIFY(m_boxes->Shown().back().Text.contains(QStringLiteral("no readings")));
-    QCOMPARE(Visits(), before);
-    Find<QLineEdit>("txtWeight")->setText(QStringLiteral("55.5"));
-    Find<QRadioButton>("optCatheter2")->setChecked(true);
-    m_boxes->Answer(toolkit::BoxAnswer::Ok);
-    const CommandLog log;
-    Find<QPushButton>("cmdSave")->click();
-    Find<QPushButton>("cmdSave")->click();
-    QCOMPARE(log.Sent,
-             QStringList({QStringLiteral("SELECT IdNum FROM CLINICAL_AREA..tbCAPDLogBook WHERE "
-                                         "TransDate between convert(varchar(10),getdate(),101) and "
-                                         "getdate() and IdNum = 'A1B'"),
-                          QStringLiteral("CLINICAL_AREA..sp_CAPD_RegisterPatient '200005','A1B',"
-                                         "'1001','','','','','','','','  Tenchkoff','55.5','','',"
-                                         "'','','','','','','','','','','','','E1'")}));
-    QCOMPARE(Visits(), before + 1);
-
-    m_window = Open();
-    Find<QRadioButton>("optPurpose2")->setChecked(true);
-    m_boxes->Answer(toolkit::BoxAnswer::Ok);
-    Find<QPushButton>("cmdSave")->click();
-    QCOMPARE(m_boxes->Shown().back().Text, kRefused);
-    QVERIFY(m_window->isVisible());
-    if (m_hospital->IsOnServer())
-        QSKIP("a server's clock cannot be set");
-    // Midnight passes while the window is open: another day, another visit, with its purpose.
-    base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 5), QTime(0, 0)); });
-    m_boxes->Answer(toolkit::BoxAnswer::Ok);
-    Find<QPushButton>("cmdSave")->click();
-    QCOMPARE(m_boxes->Shown().back().Text, kSaved);
-    QVERIFY(log.Sent.contains(QStringLiteral(
-        "CLINICAL_AREA..sp_CAPD_RegisterPatient '200005','A1B','1001','','','','','','','','','',"
-        "'','','','','','','','','','','','','','','E1','Treatment'")));
-    QCOMPARE(Visits(), before + 2);
-}
-
-void tst_frmCAPDVisit::Save_afterAnotherNurseKeepsWhatWasTyped() {
-    const int before = Visits();
-    // The check sees the visit's number only; the day is the patient's.
-    Log(QStringLiteral("A2B"));
-    Find<QLineEdit>("txtDiet")->setText(QStringLiteral("it's typed"));
-    m_boxes->Answer(toolkit::BoxAnswer::Ok);
-    Find<QPushButton>("cmdSave")->click();
-    QCOMPARE(m_boxes->Shown().back().Text, kRefused);
-    QCOMPARE(m_boxes->Shown().back().Title, QStringLiteral("Message"));
-    QVERIFY(m_window->isVisible() && Find<QPushButton>("cmdSave")->isEnabled());
-    QCOMPARE(Find<QLineEdit>("txtDiet")->text(), QStringLiteral("it's typed"));
-    QCOMPARE(Visits(), before + 1);
-}
-
-void tst_frmCAPDVisit::View_listsTheVisitsAndMarksTheChosenOne() {
-    Log(QStringLiteral("A9B"));
-    Find<QPushButton>("cmdView")->click();
-    const auto* grid = Find<toolkit::FlexGrid>("grdTable");
-    const auto* chart = Find<VisitChart>("chtVisits");
-    QVERIFY(m_window->height() >= toolkit::Twips(8820, m_window.get()));
-    QCOMPARE(grid->Rows() - 1, Visits());
-    QCOMPARE(grid->TextMatrix(1, 1), QStringLiteral("A9B"));
-    if (!m_hospital->IsOnServer())
-        QCOMPARE(grid->TextMatrix(1, 2), QStringLiteral("3/4/2031 11:59:50 PM"));
-    QCOMPARE(grid->ColWidth(0), 100);
-    QCOMPARE(grid->ColWidth(4), 3000);
-    QCOMPARE(chart->Marked(), 0);
-    QTRY_VERIFY2(chart->chart()->plotArea().height() >= 200,
-                 qPrintable(QString::number(chart->chart()->plotArea().height())));
-    const QRect pressure = grid->CellRect(1, 6);
-    QVERIFY(grid->viewport()->rect().contains(pressure));
-    QTest::keyClick(Find<toolkit::FlexGrid>("grdTable"), Qt::Key_Down);
-    QCOMPARE(chart->Marked(), 1);
-    modGlobals::gConnection->Execute(
-        QStringLiteral("UPDATE CLINICAL_AREA..tbCAPDLogBook SET Remarks = 'one <b>\ntwo' WHERE "
-                       "HospNum = '200005'"));
-    Find<QPushButton>("cmdView")->click();
-    QString read;
-    QTimer::singleShot(0, [&read] {
-        auto* visit = qobject_cast<frmPastVisit*>(QApplication::activeModalWidget());
-        read = visit->findChild<QTextEdit*>()->toPlainText();
-        QTest::keyClick(visit->focusWidget(), Qt::Key_Return);
-    });
-    QTest::keyClick(Find<toolkit::FlexGrid>("grdTable"), Qt::Key_Return);
-    QVERIFY2(read.contains(QStringLiteral("A9B")) && read.contains(QStringLiteral("one <b>")) &&
-                 read.contains(QStringLiteral("two")),
-             qPrintable(read));
-}
-
-// The last twelve months stand first; a visit before them brings its own. Each visit has one date.
-void tst_frmCAPDVisit::Chart_showsTwelveMonths() {
-    auto* chart = Find<VisitChart>("chtVisits");
-    auto* days = qobject_cast<QCategoryAxis*>(chart->chart()->axes(Qt::Horizontal).front());
-    const QDateTime last(QDate(2026, 11, 23), QTime(8, 0));
-    chart->SetVisits({{last, 50, {}}});
-    QCOMPARE(days->categoriesLabels(), QStringList{QStringLiteral("11/23/2026")});
-    chart->SetVisits({{last, 50, {}}, {last.addMonths(-11), 51, {}}, {last.addYears(-2), 52, {}}});
-    const auto shows = [days](const QDateTime& moment) {
-        const double place = double(moment.toMSecsSinceEpoch());
-        return days->min() < place && place < days->max();
-    };
-    QVERIFY(shows(last) && shows(last.addMonths(-11)) && !shows(last.addYears(-2)));
-    chart->Mark(2);
-    QVERIFY(!shows(last) && shows(last.addYears(-2)));
-    QCOMPARE(days->categoriesLabels(), QStringList{QStringLiteral("11/23/2024")});
-}
-
-void tst_frmCAPDVisit::View_withoutVisitsLeavesTheGridCleared() {
-    m_window->SetHospNum(QStringLiteral("200001"));
-    Find<QPushButton>("cmdView")->click();
-    QCOMPARE(Find<toolkit::FlexGrid>("grdTable")->TextMatrix(1, 1), QString());
-    QCOMPARE(Find<VisitChart>("chtVisits")->Marked(), -1);
-}
-
-void tst_frmCAPDVisit::Readings_leaveGaps_data() {
-    QTest::addColumn<QString>("weight");
-    QTest::addColumn<QString>("pressure");
-    QTest::addColumn<QList<double>>("read");  // -1 for none
-    const auto row = [](const char* name, const char* weight, const char* pressure,
-                        const QList<double>& read) {
-        QTest::newRow(name) << QString::fromLatin1(weight) << QString::fromLatin1(pressure) << read;
-    };
-    row("plain", "55.5", "130/80", {55.5, 130, 80});
-    row("with units", "62,5 kg", "BP 90 / 60 mmHg", {62.5, 90, 60});
-    row("upper alone", "0", "120", {-1, 120, -1});
-    row("lower missing", "0.0", "120/", {-1, 120, -1});
-    row("empty", "", "", {-1, -1, -1});
-    row("words", "not taken", "unable 2 x", {-1, -1, -1});
-    row("a date is no pressure", "-", "11/22/2026", {-1, -1, -1});
-    row("a date and no weight", "12/05/24", "12/05/24", {-1, -1, -1});
-    row("three numbers", "55-57", "120/80/60", {-1, -1, -1});
-    row("a digit too many", "55", "1300/80", {55, -1, -1});
-    row("decimals", "55.5.5", "120.55/80", {-1, -1, -1});
-    row("a date before it", "60", "11/22/2026 130/80", {60, 130, 80});
-}
-
-void tst_frmCAPDVisit::Readings_leaveGaps() {
-    QFETCH(QString, weight);
-    QFETCH(QString, pressure);
-    const visits::BloodPressure read = visits::ReadBloodPressure(pressure);
-    const QList<double> all{visits::ReadWeight(weight).value_or(-1), read.Systolic.value_or(-1),
-                            read.Diastolic.value_or(-1)};
-    QTEST(all, "read");
-    const QDateTime day(QDate(2026, 1, 1), QTime(8, 0));
-    const std::vector<visits::Visit> three{
-        {day, 50, {}}, {day.addDays(1), visits::ReadWeight(weight), {}}, {day.addDays(2), 52, {}}};
-    const auto runs = visits::Runs(three, [](const visits::Visit& v) { return v.Weight; });
-    QCOMPARE(runs.size(), visits::ReadWeight(weight) ? size_t(1) : size_t(2));
-}
 
 QTEST_MAIN(tst_frmCAPDVisit)
 #include "tst_frmCAPDVisit.moc"

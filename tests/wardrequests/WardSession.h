@@ -17,6 +17,8 @@
 #include "wardrequests/frmCSREntry.h"
 #include "wardrequests/frmPHEntry.h"
 
+using namespace Qt::StringLiterals;
+
 /// A session on a demo hospital of its own, and a patient on screen whose visit has no requests.
 class WardSession final : public PatientOnScreen {
 public:
@@ -25,7 +27,7 @@ public:
         PluggedDriver::Gone = false;
         Connection = std::make_shared<db::Connection>(
             std::make_unique<PluggedDriver>(m_hospital.ConnectionString()));
-        Connection->SetDefaultDatabase(QStringLiteral("CLINICAL_AREA"));
+        Connection->SetDefaultDatabase(u"CLINICAL_AREA"_s);
         gCurrentUser = std::make_shared<SessionUser>(Connection);
         auto codes = std::make_shared<components::clsCodeSearch>();
         codes->Initialize_Classes();
@@ -43,27 +45,28 @@ public:
     /// A request of the patient's visit to the pharmacy, waiting or processed just now.
     void Request(const char* code, bool processed) const {
         Connection->Execute(
-            QStringLiteral("INSERT INTO STATION..tbNurseLogBook (HospNum, IdNum, PatientType, "
-                           "ItemCode, Amount, Quantity, RequestDate, DeptID, RecordStatus, "
-                           "RequestedBy, Station, ProcessDate) VALUES ('7', 'A7B', 'O', '%1', 1, "
-                           "1, GETDATE(), 'PH', '%2', '4601', 'CAPD', %3)")
-                .arg(QLatin1String(code), QLatin1String(processed ? "X" : " "),
-                     QLatin1String(processed ? "GETDATE()" : "NULL")));
+            u"INSERT INTO STATION..tbNurseLogBook (HospNum, IdNum, PatientType, "
+            "ItemCode, Amount, Quantity, RequestDate, DeptID, RecordStatus, "
+            "RequestedBy, Station, ProcessDate) VALUES ('7', 'A7B', 'O', '%1', 1, "
+            "1, GETDATE(), 'PH', '%2', '4601', 'CAPD', %3)"_s.arg(
+                QLatin1String(code), QLatin1String(processed ? "X" : " "),
+                QLatin1String(processed ? "GETDATE()" : "NULL")));
     }
     int Requests() const {
         return Connection
-            ->Execute(QStringLiteral("SELECT COUNT(*) FROM STATION..tbNurseLogBook WHERE IdNum = "
-                                     "'A7B'"))
+            ->Execute(
+                u"SELECT COUNT(*) FROM STATION..tbNurseLogBook WHERE IdNum = "
+                "'A7B'"_s)
             ->Fields(0)
             .Text()
             .toInt();
     }
 
-    QString HospNum() const override { return QStringLiteral("7"); }
+    QString HospNum() const override { return u"7"_s; }
     QString IdNum() const override { return Visit; }
     QString CAPDNum() const override { return {}; }
-    QString LastName() const override { return QStringLiteral("O'HARA"); }
-    QString FirstName() const override { return QStringLiteral("Ana"); }
+    QString LastName() const override { return u"O'HARA"_s; }
+    QString FirstName() const override { return u"Ana"_s; }
     QString MiddleName() const override { return {}; }
     QString Age() const override { return {}; }
     QString Sex() const override { return {}; }
@@ -71,11 +74,11 @@ public:
     void Get_CanPenProc() override {
         ++Reloads;
         if (ReloadFails)
-            throw base::DatabaseError(10054, QStringLiteral("The server is gone."));
+            throw base::DatabaseError(10054, u"The server is gone."_s);
     }
 
     std::shared_ptr<db::Connection> Connection;
-    QString Visit = QStringLiteral("A7B");
+    QString Visit = u"A7B"_s;
     int Reloads = 0;
     bool ReloadFails = false;
 
@@ -93,7 +96,7 @@ struct WardWindow {
     explicit WardWindow(PatientOnScreen& patient)
         : Window(patient),
           Grid(*Window.template findChild<toolkit::FlexGrid*>()),
-          Box(*Window.template findChild<QLineEdit*>(QStringLiteral("txtEntry"))) {
+          Box(*Window.template findChild<QLineEdit*>(u"txtEntry"_s)) {
         Window.show();
         if (!QTest::qWaitForWindowActive(&Window))
             qFatal("the window does not come to the front");
@@ -103,14 +106,13 @@ struct WardWindow {
     /// Types an entry for each cell, each confirmed by Enter. "-" only confirms.
     void Enter(const QStringList& entries) {
         for (const QString& entry : entries) {
-            if (entry != QStringLiteral("-"))
+            if (entry != u"-"_s)
                 QTest::keyClicks(&Box, entry);
             Key(Qt::Key_Return);
         }
     }
     void Press(int button) {
-        Window.template findChild<QPushButton*>(QStringLiteral("cmdMedOption%1").arg(button))
-            ->click();
+        Window.template findChild<QPushButton*>(u"cmdMedOption%1"_s.arg(button))->click();
     }
     QString Cell(int row, int col) const { return Grid.TextMatrix(row, col); }
     QString Line(int row) const {
@@ -120,7 +122,5 @@ struct WardWindow {
         return cells.join(u'|');
     }
     QPoint At() const { return {Grid.Row(), Grid.Col()}; }
-    QString Prompt() const {
-        return Window.template findChild<QLabel*>(QStringLiteral("lblMessage"))->text();
-    }
+    QString Prompt() const { return Window.template findChild<QLabel*>(u"lblMessage"_s)->text(); }
 };
