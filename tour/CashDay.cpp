@@ -13,46 +13,13 @@
 #include "toolkit/FlexGrid.h"
 #include "toolkit/ListView.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 enum Column { Name, Item = 2, RefNum = 4, Status = 6 };
 
 }  // namespace
-
-void CashDay::Keys(const QString& text) {
-    for (const QChar letter : text)
-        QTest::keyClick(Tour::Window()->windowHandle(), letter.toLatin1());
-}
-
-void CashDay::Enter(const QString& text) {
-    Keys(text);
-    Tour::Press(Qt::Key_Return);
-}
-
-void CashDay::ReadBox(const QString& step, const QString& said) {
-    m_tour.Step(step, [=, this] {
-        bool found = false;
-        for (const QLabel* label : Tour::Window()->findChildren<QLabel*>())
-            found = found || label->text().contains(said);
-        m_tour.Expect(found, QStringLiteral("no message"));
-    });
-    m_tour.Quietly(step + QStringLiteral(" is read"), [] { Tour::Press(Qt::Key_Return); });
-}
-
-void CashDay::SaveSlip(const QString& step, const QString& file) {
-    m_tour.Step(step, [this] {
-        m_tour.Expect(Tour::Window()->windowTitle() == u"CAPD ChargeSlip",
-                      QStringLiteral("the viewer is not there"));
-    });
-    m_tour.Quietly(step + QStringLiteral(" saved"), [this, file] {
-        toolkit::FileNameScript names;
-        names.Answer(m_tour.File(file));
-        Tour::Press(Qt::Key_S, Qt::ControlModifier);
-        m_tour.Expect(names.Leftovers().isEmpty() && QFileInfo(m_tour.File(file)).size() > 1000,
-                      QStringLiteral("no PDF was written"));
-    });
-    m_tour.Quietly(step + QStringLiteral(" closed"), [] { Tour::Press(Qt::Key_Escape); });
-}
 
 toolkit::ListView& CashDay::List() {
     return *Tour::Find<toolkit::ListView>("lvwListAssessment");
@@ -81,8 +48,7 @@ void CashDay::GoDownTo(const QString& status) {
     const int rows = List().model()->rowCount();
     for (int row = 0; row < rows && !CellOfChosen(Status).startsWith(status); ++row)
         Tour::Press(Qt::Key_Down);
-    m_tour.Expect(CellOfChosen(Status).startsWith(status),
-                  QStringLiteral("no line of the list is ") + status);
+    Expect(CellOfChosen(Status).startsWith(status), u"no line of the list is "_s + status);
     m_slip = CellOfChosen(RefNum);
 }
 
@@ -96,119 +62,109 @@ void CashDay::Walk() {
 }
 
 void CashDay::FindWalkIn() {
-    m_tour.Quietly(QStringLiteral("assessment entry asked for"),
-                   [] { Tour::Press(Qt::Key_A, Qt::ControlModifier); });
-    m_tour.Step(QStringLiteral("empty cash assessment"), [this] {
-        m_tour.Expect(Tour::Window()->windowTitle() == u"CAPD: Assessment Entry",
-                      QStringLiteral("the assessment did not open"));
-    });
-    m_tour.Quietly(QStringLiteral("walk-in's last name"), [] { Enter(QStringLiteral("de")); });
-    m_tour.Step(QStringLiteral("registered patients to pick from"), [this] {
-        m_tour.Expect(Tour::Window()->windowTitle() == u"Regular Patients",
-                      QStringLiteral("there is no listing"));
+    Quietly(u"assessment entry asked for"_s, [] { Tour::Press(Qt::Key_A, Qt::ControlModifier); });
+    Step(u"empty cash assessment"_s, [this] { ExpectTitle(u"CAPD: Assessment Entry"_s); });
+    Quietly(u"walk-in's last name"_s, [] { Enter(u"de"_s); });
+    Step(u"registered patients to pick from"_s, [this] {
+        ExpectTitle(u"Regular Patients"_s);
         Tour::Press(Qt::Key_Down);
         Tour::Press(Qt::Key_Down);
         const auto& grid = *Tour::Find<toolkit::FlexGrid>("grdTable");
         m_walkIn = grid.TextMatrix(grid.Row(), 1);
     });
-    m_tour.Quietly(QStringLiteral("walk-in picked"), [] { Tour::Press(Qt::Key_Return); });
-    m_tour.Step(QStringLiteral("walk-in found"), [this] {
-        m_tour.Expect(!m_walkIn.isEmpty() &&
-                          Tour::Find<QLineEdit>("txtIDNum")->text() == u'T' + m_walkIn + u'C',
-                      QStringLiteral("another patient was taken"));
+    Quietly(u"walk-in picked"_s, [] { Tour::Press(Qt::Key_Return); });
+    Step(u"walk-in found"_s, [this] {
+        Expect(!m_walkIn.isEmpty() &&
+                   Tour::Find<QLineEdit>("txtIDNum")->text() == u'T' + m_walkIn + u'C',
+               u"another patient was taken"_s);
     });
 }
 
 void CashDay::TypeCharges() {
-    m_tour.Quietly(QStringLiteral("walk-in's doctor"), [this] {
-        Enter(QStringLiteral("103"));
-        m_tour.Expect(Tour::Find<toolkit::EntryGrid>("grdInput")->hasFocus(),
-                      QStringLiteral("the keyboard is not in the sheet"));
+    Quietly(u"walk-in's doctor"_s, [this] {
+        Enter(u"103"_s);
+        Expect(Tour::Find<toolkit::EntryGrid>("grdInput")->hasFocus(),
+               u"the keyboard is not in the sheet"_s);
     });
-    m_tour.Quietly(QStringLiteral("walk-in's fee"), [] {
-        Enter(QStringLiteral("CY"));
-        Enter(QStringLiteral("501"));
+    Quietly(u"walk-in's fee"_s, [] {
+        Enter(u"CY"_s);
+        Enter(u"501"_s);
         for (int cell = 0; cell < 3; ++cell)
             Tour::Press(Qt::Key_Return);
     });
-    m_tour.Quietly(QStringLiteral("walk-in's supplies"), [] {
-        Enter(QStringLiteral("CA"));
-        Enter(QStringLiteral("108"));
+    Quietly(u"walk-in's supplies"_s, [] {
+        Enter(u"CA"_s);
+        Enter(u"108"_s);
         Tour::Press(Qt::Key_Return);
-        Enter(QStringLiteral("3"));
+        Enter(u"3"_s);
     });
-    m_tour.Quietly(QStringLiteral("walk-in's doctor's fee"), [] {
-        Enter(QStringLiteral("MD"));
-        Enter(QStringLiteral("802"));
+    Quietly(u"walk-in's doctor's fee"_s, [] {
+        Enter(u"MD"_s);
+        Enter(u"802"_s);
     });
-    m_tour.Step(QStringLiteral("whole cash assessment"), [this] {
+    Step(u"whole cash assessment"_s, [this] {
         const QString gross = Tour::Find<QLineEdit>("txtGross")->text();
-        m_tour.Expect(gross == u"1370.00", QStringLiteral("the gross amount is ") + gross);
+        Expect(gross == u"1370.00", u"the gross amount is "_s + gross);
     });
 }
 
 void CashDay::PrintSlip() {
-    m_tour.Quietly(QStringLiteral("cash slip asked for"),
-                   [] { Tour::Press(Qt::Key_P, Qt::AltModifier); });
-    ReadBox(QStringLiteral("cash assessment saved"), QStringLiteral("Record Saved"));
-    SaveSlip(QStringLiteral("cashier's slip"), QStringLiteral("cash-slip.pdf"));
+    Quietly(u"cash slip asked for"_s, [] { Tour::Press(Qt::Key_P, Qt::AltModifier); });
+    ReadBox(u"cash assessment saved"_s, u"Record Saved"_s);
+    SavePdf(u"cashier's slip"_s, u"CAPD ChargeSlip"_s, u"cash-slip.pdf"_s);
 }
 
 void CashDay::SeeOnePaid() {
-    m_tour.Quietly(QStringLiteral("assessment status asked for"),
-                   [] { Tour::Press(Qt::Key_S, Qt::ControlModifier); });
-    m_tour.Step(QStringLiteral("assessments and their states"), [this] {
-        m_tour.Expect(Tour::Window()->windowTitle() == u"Assessment Status",
-                      QStringLiteral("the status did not open"));
-        m_tour.Expect(Cell(0, Status) == u"PENDING", QStringLiteral("the new one is not first"));
+    Quietly(u"assessment status asked for"_s, [] { Tour::Press(Qt::Key_S, Qt::ControlModifier); });
+    Step(u"assessments and their states"_s, [this] {
+        ExpectTitle(u"Assessment Status"_s);
+        Expect(Cell(0, Status) == u"PENDING", u"the new one is not first"_s);
     });
-    m_tour.Step(QStringLiteral("assessment found by its number"), [this] {
+    Step(u"assessment found by its number"_s, [this] {
         SearchFor(m_walkIn);
-        m_tour.Expect(List().model()->rowCount() == 3, QStringLiteral("not its three lines"));
+        Expect(List().model()->rowCount() == 3, u"not its three lines"_s);
         m_slip = Cell(0, RefNum);
     });
-    m_tour.Quietly(QStringLiteral("cashier is paid"), [this] {
+    Quietly(u"cashier is paid"_s, [this] {
         // At the cashier's own desk.
-        Tour::Ask(QStringLiteral("BILLING..sp_Cashier_Pay '%1','712345'").arg(m_slip));
+        Tour::Ask(u"BILLING..sp_Cashier_Pay '%1','712345'"_s.arg(m_slip));
     });
-    m_tour.Quietly(QStringLiteral("paid one to be revoked"), [] {
+    Quietly(u"paid one to be revoked"_s, [] {
         Tour::Press(Qt::Key_Down);
         Tour::Press(Qt::Key_V, Qt::AltModifier);
     });
-    ReadBox(QStringLiteral("paid assessment stays"), QStringLiteral("Entry is already Paid."));
-    m_tour.Step(QStringLiteral("assessment is seen paid"), [this] {
+    ReadBox(u"paid assessment stays"_s, u"Entry is already Paid."_s);
+    Step(u"assessment is seen paid"_s, [this] {
         SearchFor(m_walkIn);
-        m_tour.Expect(Cell(2, Status) == u"OR 712345", QStringLiteral("it is not paid"));
+        Expect(Cell(2, Status) == u"OR 712345", u"it is not paid"_s);
     });
 }
 
 void CashDay::RevokeAnother() {
-    m_tour.Quietly(QStringLiteral("one that waits"), [this] {
+    Quietly(u"one that waits"_s, [this] {
         SearchFor({});
-        GoDownTo(QStringLiteral("PENDING"));
+        GoDownTo(u"PENDING"_s);
         Tour::Press(Qt::Key_V, Qt::AltModifier);
     });
-    ReadBox(QStringLiteral("assessment revoked"), QStringLiteral("Data is Successfully Revoked."));
-    m_tour.Step(QStringLiteral("all its lines are revoked"), [this] {
+    ReadBox(u"assessment revoked"_s, u"Data is Successfully Revoked."_s);
+    Step(u"all its lines are revoked"_s, [this] {
         for (int row = 0; row < List().model()->rowCount(); ++row)
-            m_tour.Expect(Cell(row, RefNum) != m_slip || Cell(row, Status) == u"REVOKED",
-                          QStringLiteral("a line still stands"));
+            Expect(Cell(row, RefNum) != m_slip || Cell(row, Status) == u"REVOKED",
+                   u"a line still stands"_s);
     });
-    m_tour.Quietly(QStringLiteral("revoked once more"),
-                   [] { Tour::Press(Qt::Key_V, Qt::AltModifier); });
-    ReadBox(QStringLiteral("revoked only once"), QStringLiteral("Entry is already Revoked."));
+    Quietly(u"revoked once more"_s, [] { Tour::Press(Qt::Key_V, Qt::AltModifier); });
+    ReadBox(u"revoked only once"_s, u"Entry is already Revoked."_s);
 }
 
 void CashDay::ReprintAThird() {
-    m_tour.Quietly(QStringLiteral("slip to be printed anew"), [this] {
-        GoDownTo(QStringLiteral("OR 7000"));
+    Quietly(u"slip to be printed anew"_s, [this] {
+        GoDownTo(u"OR 7000"_s);
         Tour::Press(Qt::Key_R, Qt::AltModifier);
     });
-    SaveSlip(QStringLiteral("slip printed anew"), QStringLiteral("cash-slip-again.pdf"));
-    m_tour.Step(QStringLiteral("no assessment of that name"), [this] {
-        SearchFor(QStringLiteral("zzz"));
-        m_tour.Expect(List().model()->rowCount() == 0, QStringLiteral("somebody was found"));
+    SavePdf(u"slip printed anew"_s, u"CAPD ChargeSlip"_s, u"cash-slip-again.pdf"_s);
+    Step(u"no assessment of that name"_s, [this] {
+        SearchFor(u"zzz"_s);
+        Expect(List().model()->rowCount() == 0, u"somebody was found"_s);
     });
-    m_tour.Quietly(QStringLiteral("assessment status closed"),
-                   [] { Tour::Press(Qt::Key_C, Qt::AltModifier); });
+    Quietly(u"assessment status closed"_s, [] { Tour::Press(Qt::Key_C, Qt::AltModifier); });
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tour/Tour.h"
+#include "tour/DayPart.h"
 
 namespace toolkit {
 class EntryGrid;
@@ -9,9 +9,9 @@ class ListView;
 
 /// The cash patients of the day: assessed, looked up again, revoked, printed anew. Begins and ends
 /// with the main window; the keyboard alone is used.
-class CashDay final {
+class CashDay final : public DayPart {
 public:
-    explicit CashDay(Tour& tour) : m_tour(tour) {}
+    using DayPart::DayPart;
     void Walk();
 
 private:
@@ -21,13 +21,6 @@ private:
     void SeeOnePaid();
     void RevokeAnother();
     void ReprintAThird();
-    /// Key by key, to whoever has the keyboard.
-    static void Keys(const QString& text);
-    static void Enter(const QString& text);
-    /// The box in front says this; Enter closes it.
-    void ReadBox(const QString& step, const QString& said);
-    /// The slip in the viewer becomes a PDF, then the viewer is closed.
-    void SaveSlip(const QString& step, const QString& file);
     /// Empties the search box and lists the assessments that the text finds.
     static void SearchFor(const QString& text);
     /// Goes down the list to the first line whose status begins so, and remembers its slip.
@@ -36,7 +29,6 @@ private:
     static QString Cell(int row, int column);
     static QString CellOfChosen(int column);
 
-    Tour& m_tour;
     QString m_walkIn;
     QString m_slip;
 };

@@ -9,17 +9,8 @@
 #include "charges/ChargeRules.h"
 #include "toolkit/EntryGrid.h"
 
+using namespace Qt::StringLiterals;
 using namespace ChargeColumn;
-
-void ChargesDay::Keys(const QString& text) {
-    for (const QChar letter : text)
-        QTest::keyClick(Tour::Window()->windowHandle(), letter.toLatin1());
-}
-
-void ChargesDay::Enter(const QString& text) {
-    Keys(text);
-    Tour::Press(Qt::Key_Return);
-}
 
 toolkit::EntryGrid& ChargesDay::Sheet() {
     return *Tour::Find<toolkit::EntryGrid>("grdInput");
@@ -31,30 +22,19 @@ void ChargesDay::Click(int row, int col) {
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(cell).center());
 }
 
-void ChargesDay::Expect(int row, int col, const QString& text) {
+void ChargesDay::ExpectCell(int row, int col, const QString& text) {
     const QString found = Sheet().TextMatrix(row, col);
-    m_tour.Expect(found == text,
-                  QStringLiteral("cell %1, %2 is '%3'").arg(row).arg(col).arg(found));
+    Expect(found == text, u"cell %1, %2 is '%3'"_s.arg(row).arg(col).arg(found));
 }
 
 void ChargesDay::EnterAt(const QString& step, int row, int col, const QString& text,
                          const QString& gross) {
-    m_tour.Step(step, [=, this] {
+    Step(step, [=, this] {
         Click(row, col);
         Enter(text);
         const QString shown = Tour::Find<QLineEdit>("txtGross")->text();
-        m_tour.Expect(shown == gross, QStringLiteral("the gross amount is ") + shown);
+        Expect(shown == gross, u"the gross amount is "_s + shown);
     });
-}
-
-void ChargesDay::ReadBox(const QString& step, const QString& said) {
-    m_tour.Step(step, [=, this] {
-        bool found = false;
-        for (const QLabel* label : Tour::Window()->findChildren<QLabel*>())
-            found = found || label->text().contains(said);
-        m_tour.Expect(found, QStringLiteral("no message"));
-    });
-    m_tour.Quietly(step + QStringLiteral(" is read"), [] { Tour::Press(Qt::Key_Return); });
 }
 
 void ChargesDay::Walk() {
@@ -65,101 +45,83 @@ void ChargesDay::Walk() {
 }
 
 void ChargesDay::NameTheDoctor() {
-    m_tour.Quietly(QStringLiteral("charge sheet asked for"), [] {
-        Tour::Find<QPushButton>("cmdPostCharges")->setFocus();
-        Tour::Press(Qt::Key_Return);
+    Quietly(u"charge sheet asked for"_s, [] { Push("cmdPostCharges"); });
+    Step(u"empty charge sheet"_s, [this] { ExpectTitle(u"RequestEntry"_s); });
+    Step(u"doctor not on file"_s, [this] {
+        Keys(u"0Dr. N. Faraway"_s);
+        Expect(Tour::Find<QLineEdit>("txtDoctor")->text() == u"Dr. N. Faraway"_s,
+               u"the name was not taken"_s);
     });
-    m_tour.Step(QStringLiteral("empty charge sheet"), [this] {
-        m_tour.Expect(Tour::Window()->windowTitle() == QStringLiteral("RequestEntry"),
-                      QStringLiteral("the charge sheet did not open"));
-    });
-    m_tour.Step(QStringLiteral("doctor not on file"), [this] {
-        Keys(QStringLiteral("0Dr. N. Faraway"));
-        m_tour.Expect(
-            Tour::Find<QLineEdit>("txtDoctor")->text() == QStringLiteral("Dr. N. Faraway"),
-            QStringLiteral("the name was not taken"));
-    });
-    m_tour.Step(QStringLiteral("doctor by code"), [this] {
+    Step(u"doctor by code"_s, [this] {
         auto* code = Tour::Find<QLineEdit>("txtDoctorID");
         code->setFocus();
         code->selectAll();
-        Enter(QStringLiteral("103"));
-        m_tour.Expect(Tour::Find<QLineEdit>("txtDoctor")->text() == u"DR. Lucía Peña",
-                      QStringLiteral("another doctor was found"));
-        m_tour.Expect(Sheet().hasFocus(), QStringLiteral("the keyboard is not in the sheet"));
+        Enter(u"103"_s);
+        Expect(Tour::Find<QLineEdit>("txtDoctor")->text() == u"DR. Lucía Peña",
+               u"another doctor was found"_s);
+        Expect(Sheet().hasFocus(), u"the keyboard is not in the sheet"_s);
     });
 }
 
 void ChargesDay::TypeSupplies() {
-    m_tour.Quietly(QStringLiteral("revenue code of many meanings"),
-                   [] { Enter(QStringLiteral("c")); });
-    m_tour.Step(QStringLiteral("revenue codes to pick from"), [this] {
-        m_tour.Expect(Tour::Window()->windowTitle() == QStringLiteral("Revenue Codes"),
-                      QStringLiteral("there is no list"));
+    Quietly(u"revenue code of many meanings"_s, [] { Enter(u"c"_s); });
+    Step(u"revenue codes to pick from"_s, [this] { ExpectTitle(u"Revenue Codes"_s); });
+    Quietly(u"revenue code picked"_s, [] { Enter(u"capd s"_s); });
+    Step(u"supply found by its name"_s, [this] {
+        ExpectCell(1, Dept, u"CA"_s);
+        Enter(u"drainage"_s);
+        ExpectCell(1, Code, u"108"_s);
     });
-    m_tour.Quietly(QStringLiteral("revenue code picked"), [] { Enter(QStringLiteral("capd s")); });
-    m_tour.Step(QStringLiteral("supply found by its name"), [this] {
-        Expect(1, Dept, QStringLiteral("CA"));
-        Enter(QStringLiteral("drainage"));
-        Expect(1, Code, QStringLiteral("108"));
-    });
-    EnterAt(QStringLiteral("half a bag counts to the even side"), 1, Quantity,
-            QStringLiteral("2.5"), QStringLiteral("280.00"));
-    m_tour.Quietly(QStringLiteral("whole units stand in the sheet"),
-                   [this] { Expect(1, Quantity, QStringLiteral("2")); });
-    EnterAt(QStringLiteral("no quantity counts as one"), 1, Quantity, QStringLiteral("0"),
-            QStringLiteral("140.00"));
-    EnterAt(QStringLiteral("another quantity on the line"), 1, Quantity, QStringLiteral("3"),
-            QStringLiteral("420.00"));
+    EnterAt(u"half a bag counts to the even side"_s, 1, Quantity, u"2.5"_s, u"280.00"_s);
+    Quietly(u"whole units stand in the sheet"_s, [this] { ExpectCell(1, Quantity, u"2"_s); });
+    EnterAt(u"no quantity counts as one"_s, 1, Quantity, u"0"_s, u"140.00"_s);
+    EnterAt(u"another quantity on the line"_s, 1, Quantity, u"3"_s, u"420.00"_s);
 }
 
 void ChargesDay::TypeFees() {
-    m_tour.Step(QStringLiteral("fee of the unit"), [this] {
-        Enter(QStringLiteral("CY"));
-        Enter(QStringLiteral("501"));
-        Expect(2, Amount, QStringLiteral("450.00"));
+    Step(u"fee of the unit"_s, [this] {
+        Enter(u"CY"_s);
+        Enter(u"501"_s);
+        ExpectCell(2, Amount, u"450.00"_s);
     });
-    m_tour.Quietly(QStringLiteral("amount below the price"), [] {
+    Quietly(u"amount below the price"_s, [] {
         Click(2, Amount);
-        Enter(QStringLiteral("449.99"));
+        Enter(u"449.99"_s);
     });
-    ReadBox(QStringLiteral("amount below the price is refused"),
-            QStringLiteral("You cannot enter amount lesser than the price."));
-    m_tour.Quietly(QStringLiteral("same fee again"), [this] {
-        Expect(2, Amount, QStringLiteral("450.00"));
-        Enter(QStringLiteral("CY"));
-        Enter(QStringLiteral("501"));
+    ReadBox(u"amount below the price is refused"_s,
+            u"You cannot enter amount lesser than the price."_s);
+    Quietly(u"same fee again"_s, [this] {
+        ExpectCell(2, Amount, u"450.00"_s);
+        Enter(u"CY"_s);
+        Enter(u"501"_s);
     });
-    ReadBox(QStringLiteral("same fee is refused"), QStringLiteral("Exam already selected."));
-    m_tour.Quietly(QStringLiteral("open-price fee"), [this] {
-        Enter(QStringLiteral("510"));
-        Expect(3, OpenPrice, QStringLiteral("Y"));
+    ReadBox(u"same fee is refused"_s, u"Exam already selected."_s);
+    Quietly(u"open-price fee"_s, [this] {
+        Enter(u"510"_s);
+        ExpectCell(3, OpenPrice, u"Y"_s);
     });
-    EnterAt(QStringLiteral("open price is typed"), 3, Amount, QStringLiteral("275.5"),
-            QStringLiteral("1145.50"));
-    m_tour.Quietly(QStringLiteral("doctor's fee"), [] {
-        Enter(QStringLiteral("MD"));
-        Enter(QStringLiteral("802"));
+    EnterAt(u"open price is typed"_s, 3, Amount, u"275.5"_s, u"1145.50"_s);
+    Quietly(u"doctor's fee"_s, [] {
+        Enter(u"MD"_s);
+        Enter(u"802"_s);
     });
-    m_tour.Step(QStringLiteral("a whole sheet of charges"), [this] {
-        m_tour.Expect(Tour::Find<QLineEdit>("txtGross")->text() == QStringLiteral("1645.50"),
-                      QStringLiteral("the totals do not add up"));
+    Step(u"a whole sheet of charges"_s, [this] {
+        Expect(Tour::Find<QLineEdit>("txtGross")->text() == u"1645.50"_s,
+               u"the totals do not add up"_s);
     });
 }
 
 void ChargesDay::SaveTheSheet() {
-    m_tour.Step(QStringLiteral("Esc leads to saving"), [this] {
+    Step(u"Esc leads to saving"_s, [this] {
         Tour::Press(Qt::Key_Escape);
-        m_tour.Expect(Tour::Find<QPushButton>("cmdSave")->hasFocus(),
-                      QStringLiteral("the keyboard is not on Save"));
+        Expect(Tour::Find<QPushButton>("cmdSave")->hasFocus(), u"the keyboard is not on Save"_s);
     });
-    m_tour.Quietly(QStringLiteral("charges are saved"), [] { Tour::Press(Qt::Key_Return); });
-    m_tour.Quietly(QStringLiteral("a sponsor's fund is seen"), [] {
-        if (Tour::Window()->windowTitle() == QStringLiteral("Viewing"))
+    Quietly(u"charges are saved"_s, [] { Tour::Press(Qt::Key_Return); });
+    Quietly(u"a sponsor's fund is seen"_s, [] {
+        if (Tour::Window()->windowTitle() == u"Viewing"_s)
             Tour::Press(Qt::Key_Escape);
     });
-    m_tour.Quietly(QStringLiteral("charge sheet closed"), [this] {
-        m_tour.Expect(Tour::Window()->objectName() != QStringLiteral("frmRequest"),
-                      QStringLiteral("the charge sheet stayed"));
+    Quietly(u"charge sheet closed"_s, [this] {
+        Expect(Tour::Window()->objectName() != u"frmRequest"_s, u"the charge sheet stayed"_s);
     });
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tour/Tour.h"
+#include "tour/DayPart.h"
 
 namespace toolkit {
 class EntryGrid;
@@ -8,14 +8,10 @@ class EntryGrid;
 
 /// The part of the day in which a patient's charges are typed; begins and ends with the patient's
 /// hub open.
-class ChargesDay final {
+class ChargesDay final : public DayPart {
 public:
-    explicit ChargesDay(Tour& tour) : m_tour(tour) {}
+    using DayPart::DayPart;
     void Walk();
-
-    /// Key by key, to whoever has the keyboard.
-    static void Keys(const QString& text);
-    static void Enter(const QString& text);
 
 private:
     void NameTheDoctor();
@@ -26,8 +22,5 @@ private:
     static void Click(int row, int col);
     /// An entry into a cell that is clicked before.
     void EnterAt(const QString& step, int row, int col, const QString& text, const QString& gross);
-    void ReadBox(const QString& step, const QString& said);
-    void Expect(int row, int col, const QString& text);
-
-    Tour& m_tour;
+    static void ExpectCell(int row, int col, const QString& text);
 };

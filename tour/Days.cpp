@@ -13,6 +13,8 @@
 #include "toolkit/FileNames.h"
 #include "toolkit/ListView.h"
 
+using namespace Qt::StringLiterals;
+
 void Day::TypeLogIn(const QString& user, const QString& password) {
     auto* box = Tour::Find<QLineEdit>("txtUser");
     box->clear();
@@ -23,124 +25,106 @@ void Day::TypeLogIn(const QString& user, const QString& password) {
 }
 
 void Day::LogIn(const NurseLogIn& nurse) {
-    m_tour.Step(QStringLiteral("start"), [this] { m_frame = modMain::Main(); });
-    m_tour.Step(QStringLiteral("log-in refused"), [this, nurse] {
+    Step(u"start"_s, [this] { m_frame = modMain::Main(); });
+    Step(u"log-in refused"_s, [this, nurse] {
         auto* sources = Tour::Find<QComboBox>("cboSource");
         if (!nurse.Source.isEmpty())
             Tour::Type(sources, nurse.Source);
-        TypeLogIn(nurse.User, QStringLiteral("not the password"));
+        TypeLogIn(nurse.User, u"not the password"_s);
     });
-    m_tour.Quietly(QStringLiteral("the refusal is told"), [this] {
-        m_tour.Expect(Tour::Find<QLabel>("lblRefusal")->isVisible(),
-                      QStringLiteral("nothing told of the refusal"));
+    Quietly(u"the refusal is told"_s, [this] {
+        Expect(Tour::Find<QLabel>("lblRefusal")->isVisible(), u"nothing told of the refusal"_s);
     });
-    m_tour.Quietly(QStringLiteral("log-in"),
-                   [this, nurse] { TypeLogIn(nurse.User, nurse.Password); });
-    m_tour.Step(QStringLiteral("first list"), [this] {
-        m_tour.Expect(m_frame != nullptr, QStringLiteral("the main window did not open"));
-        m_tour.Expect(ShownRows() > 0, QStringLiteral("the first list is empty"));
+    Quietly(u"log-in"_s, [this, nurse] { TypeLogIn(nurse.User, nurse.Password); });
+    Step(u"first list"_s, [this] {
+        Expect(m_frame != nullptr, u"the main window did not open"_s);
+        Expect(ShownRows() > 0, u"the first list is empty"_s);
     });
 }
 
 void Day::SearchFor(const QString& step, const char* box, const QString& text) {
-    m_tour.Step(step, [=, this] {
+    Step(step, [=, this] {
         for (const char* other : {"txtIdNum", "txtHospNum", "txtLastName"})
             Tour::Find<QLineEdit>(other)->clear();
         Tour::Type(Tour::Find<QLineEdit>(box), text);
         Tour::Press(Qt::Key_Return);
-        m_tour.Expect(ShownRows() > 0, QStringLiteral("nobody was found"));
+        Expect(ShownRows() > 0, u"nobody was found"_s);
     });
 }
 
 void Day::PickType(const QString& step, const char* option, bool current) {
-    m_tour.Step(step, [=, this] {
-        auto* check = Tour::Find<QAbstractButton>("chkCurrent");
-        if (check->isChecked() != current) {
-            check->setFocus();
-            Tour::Press(Qt::Key_Space);
-        }
-        auto* button = Tour::Find<QRadioButton>(option);
-        button->setFocus();
-        Tour::Press(Qt::Key_Space);
-        for (const char* other : {"txtHospNum", "txtLastName"})
-            Tour::Find<QLineEdit>(other)->clear();
-        auto* box = Tour::Find<QLineEdit>("txtIdNum");
-        box->clear();
-        Tour::Type(box, QStringLiteral("a"));
-        Tour::Press(Qt::Key_Return);
-        m_tour.Expect(ShownRows() > 0, QStringLiteral("the list is empty"));
+    Step(step, [=, this] {
+        ListPatients(option, current, u"a"_s);
+        Expect(ShownRows() > 0, u"the list is empty"_s);
     });
 }
 
 void Day::FindPatients() {
-    PickType(QStringLiteral("all out-patients"), "OptPatientType1", false);
-    SearchFor(QStringLiteral("search by last name"), "txtLastName", QStringLiteral("de"));
-    SearchFor(QStringLiteral("search for an apostrophe"), "txtLastName", QStringLiteral("o'hara"));
-    m_tour.Step(QStringLiteral("search by hospital number"), [this] {
+    PickType(u"all out-patients"_s, "OptPatientType1", false);
+    SearchFor(u"search by last name"_s, "txtLastName", u"de"_s);
+    SearchFor(u"search for an apostrophe"_s, "txtLastName", u"o'hara"_s);
+    Step(u"search by hospital number"_s, [this] {
         const QString number = Patients().HospNum();
         Tour::Find<QLineEdit>("txtLastName")->clear();
         Tour::Type(Tour::Find<QLineEdit>("txtHospNum"), number);
         Tour::Press(Qt::Key_Return);
-        m_tour.Expect(Patients().HospNum() == number, QStringLiteral("another patient was found"));
+        Expect(Patients().HospNum() == number, u"another patient was found"_s);
     });
-    m_tour.Step(QStringLiteral("search by admission number"), [this] {
+    Step(u"search by admission number"_s, [this] {
         const QString number = Patients().IdNum();
         Tour::Find<QLineEdit>("txtHospNum")->clear();
         Tour::Type(Tour::Find<QLineEdit>("txtIdNum"), number);
         Tour::Press(Qt::Key_Return);
-        m_tour.Expect(ShownRows() == 1 && Patients().IdNum() == number,
-                      QStringLiteral("another visit was found"));
+        Expect(ShownRows() == 1 && Patients().IdNum() == number, u"another visit was found"_s);
     });
-    m_tour.Step(QStringLiteral("nobody found"), [this] {
+    Step(u"nobody found"_s, [this] {
         auto* box = Tour::Find<QLineEdit>("txtIdNum");
         box->clear();
-        Tour::Type(box, QStringLiteral("%_'; DROP TABLE x --"));
+        Tour::Type(box, u"%_'; DROP TABLE x --"_s);
         Tour::Press(Qt::Key_Return);
-        m_tour.Expect(ShownRows() == 0, QStringLiteral("somebody was found"));
+        Expect(ShownRows() == 0, u"somebody was found"_s);
     });
-    m_tour.Quietly(QStringLiteral("empty search"), [] {
+    Quietly(u"empty search"_s, [] {
         Tour::Find<QLineEdit>("txtIdNum")->clear();
         Tour::Press(Qt::Key_Return);
     });
-    m_tour.Step(QStringLiteral("empty search is told"), [this] {
-        m_tour.Expect(Tour::Window() != m_frame.get(), QStringLiteral("no message"));
-    });
-    m_tour.Quietly(QStringLiteral("message read"), [] { Tour::Press(Qt::Key_Return); });
-    PickType(QStringLiteral("CAPD patients"), "OptPatientType0", false);
-    PickType(QStringLiteral("ER patients"), "OptPatientType3", true);
-    PickType(QStringLiteral("in-patients"), "OptPatientType2", true);
-    PickType(QStringLiteral("out-patients of today"), "OptPatientType1", true);
+    Step(u"empty search is told"_s,
+         [this] { Expect(Tour::Window() != m_frame.get(), u"no message"_s); });
+    Quietly(u"message read"_s, [] { Tour::Press(Qt::Key_Return); });
+    PickType(u"CAPD patients"_s, "OptPatientType0", false);
+    PickType(u"ER patients"_s, "OptPatientType3", true);
+    PickType(u"in-patients"_s, "OptPatientType2", true);
+    PickType(u"out-patients of today"_s, "OptPatientType1", true);
 }
 
 void Day::ChoosePatients() {
-    PickType(QStringLiteral("the register again"), "OptPatientType0", false);
-    m_tour.Step(QStringLiteral("sorted by last name"), [] {
+    PickType(u"the register again"_s, "OptPatientType0", false);
+    Step(u"sorted by last name"_s, [] {
         const QHeaderView* header = Tour::Find<toolkit::ListView>("lvwSearchPatient")->header();
         const QPoint lastName(header->sectionViewportPosition(3) + 20, header->height() / 2);
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, lastName);
     });
-    m_tour.Step(QStringLiteral("chosen by the Down key"), [this] {
+    Step(u"chosen by the Down key"_s, [this] {
         Tour::Find<QLineEdit>("txtLastName")->setFocus();
         const QString before = Patients().IdNum();
         Tour::Press(Qt::Key_Down);
         Tour::Press(Qt::Key_Home);
         for (int press = 0; press < 3; ++press)
             Tour::Press(Qt::Key_Down);
-        m_tour.Expect(Patients().IdNum() != before, QStringLiteral("no other patient was chosen"));
-        m_tour.Expect(Tour::Find<QLabel>("lblChosenPatient")->text().contains(Patients().IdNum()),
-                      QStringLiteral("the status bar names nobody"));
+        Expect(Patients().IdNum() != before, u"no other patient was chosen"_s);
+        Expect(Tour::Find<QLabel>("lblChosenPatient")->text().contains(Patients().IdNum()),
+               u"the status bar names nobody"_s);
     });
-    m_tour.Step(QStringLiteral("opened by Enter"), [this] {
+    Step(u"opened by Enter"_s, [this] {
         Tour::Press(Qt::Key_Return);
-        m_tour.Expect(Tour::Find<frmFinal>("frmFinal")->HospNum() == Patients().HospNum(),
-                      QStringLiteral("the hub shows another patient"));
+        Expect(Tour::Find<frmFinal>("frmFinal")->HospNum() == Patients().HospNum(),
+               u"the hub shows another patient"_s);
     });
-    m_tour.Step(QStringLiteral("visit of a registered patient"), [this] {
+    Step(u"visit of a registered patient"_s, [this] {
         Tour::Press(Qt::Key_R, Qt::ControlModifier);
-        m_tour.Expect(Tour::Window()->windowTitle() == QStringLiteral("Register Visit"),
-                      QStringLiteral("the visit was refused"));
+        ExpectTitle(u"Register Visit"_s);
     });
-    m_tour.Quietly(QStringLiteral("visit left"), [] {
+    Quietly(u"visit left"_s, [] {
         Tour::Press(Qt::Key_Escape);
         Tour::Press(Qt::Key_Return);
     });
@@ -148,41 +132,29 @@ void Day::ChoosePatients() {
 
 void Day::PrintReport(const QString& title, const QString& file, bool dated,
                       std::function<void()> open) {
-    m_tour.Quietly(title + QStringLiteral(" asked for"), std::move(open));
+    Quietly(title + u" asked for"_s, std::move(open));
     if (dated) {
-        m_tour.Step(title + QStringLiteral(" dates"), [] {
+        Step(title + u" dates"_s, [] {
             auto* start = Tour::Find<QWidget>("dtStart");
             start->setFocus();
             Tour::Press(Qt::Key_Home);
             Tour::Press(Qt::Key_Down);
         });
-        m_tour.Quietly(title + QStringLiteral(" entered"), [] { Tour::Press(Qt::Key_Return); });
+        Quietly(title + u" entered"_s, [] { Tour::Press(Qt::Key_Return); });
     }
-    m_tour.Step(title, [this, title] {
-        m_tour.Expect(Tour::Window()->windowTitle() == title,
-                      QStringLiteral("the viewer is not there"));
-    });
-    m_tour.Quietly(title + QStringLiteral(" saved"), [this, file] {
-        toolkit::FileNameScript names;
-        names.Answer(m_tour.File(file));
-        Tour::Press(Qt::Key_S, Qt::ControlModifier);
-        m_tour.Expect(names.Leftovers().isEmpty() && QFileInfo(m_tour.File(file)).size() > 1000,
-                      QStringLiteral("no PDF was written"));
-    });
-    m_tour.Quietly(title + QStringLiteral(" closed"), [] { Tour::Press(Qt::Key_Escape); });
+    SavePdf(title, title, file);
 }
 
 void Day::PrintReports() {
-    PrintReport(QStringLiteral("CAPD Visits Report"), QStringLiteral("capd-visits.pdf"), true,
+    PrintReport(u"CAPD Visits Report"_s, u"capd-visits.pdf"_s, true,
                 [] { Tour::Press(Qt::Key_C, Qt::ControlModifier); });
-    PrintReport(QStringLiteral("IncomeReport"), QStringLiteral("income.pdf"), true,
+    PrintReport(u"IncomeReport"_s, u"income.pdf"_s, true,
                 [] { Tour::Press(Qt::Key_I, Qt::ControlModifier); });
-    PrintReport(
-        QStringLiteral("List of CAPD Patients"), QStringLiteral("capd-patients.pdf"), false,
-        [this] { Frame().findChild<QAction*>(QStringLiteral("mnuCAPDPatients"))->trigger(); });
-    m_tour.Quietly(QStringLiteral("the frame is closed"), [this] {
+    PrintReport(u"List of CAPD Patients"_s, u"capd-patients.pdf"_s, false,
+                [this] { Frame().findChild<QAction*>(u"mnuCAPDPatients"_s)->trigger(); });
+    Quietly(u"the frame is closed"_s, [this] {
         Frame().close();
-        m_tour.Expect(!Frame().isVisible(), QStringLiteral("the frame stayed"));
+        Expect(!Frame().isVisible(), u"the frame stayed"_s);
     });
 }
 
@@ -197,8 +169,5 @@ frmPatientList& Day::Patients() const {
 }
 
 int Day::ShownRows() const {
-    return Frame()
-        .findChild<toolkit::ListView*>(QStringLiteral("lvwSearchPatient"))
-        ->model()
-        ->rowCount();
+    return Frame().findChild<toolkit::ListView*>(u"lvwSearchPatient"_s)->model()->rowCount();
 }

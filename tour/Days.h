@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "app/mdiCAPD.h"
-#include "tour/Tour.h"
+#include "tour/DayPart.h"
 
 /// What a nurse chooses and types to get in; without a source, the one that is offered first.
 struct NurseLogIn {
@@ -13,9 +13,9 @@ struct NurseLogIn {
 };
 
 /// The steps of the working day, in the order in which they are added.
-class Day final {
+class Day final : public DayPart {
 public:
-    explicit Day(Tour& tour) : m_tour(tour) {}
+    using DayPart::DayPart;
 
     void LogIn(const NurseLogIn& nurse);
     void FindPatients();
@@ -32,6 +32,5 @@ private:
     frmPatientList& Patients() const;
     int ShownRows() const;
 
-    Tour& m_tour;
     std::unique_ptr<mdiCAPD> m_frame;
 };

@@ -13,19 +13,21 @@
 #include "toolkit/FlexGrid.h"
 #include "toolkit/ListView.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString kHasRequests = QStringLiteral(
-    "v.BillingDate IS NULL AND EXISTS (SELECT 1 FROM STATION..tbNurseLogBook r WHERE r.IdNum = "
+const QString kHasRequests =
+    u"v.BillingDate IS NULL AND EXISTS (SELECT 1 FROM STATION..tbNurseLogBook r WHERE r.IdNum = "
     "v.IdNum AND "
-    "r.RecordStatus = ' ')");
-const QString kIsClosed = QStringLiteral("v.BillingDate IS NOT NULL");
-const QString kIsOpen = QStringLiteral("v.BillingDate IS NULL");
+    "r.RecordStatus = ' ')"_s;
+const QString kIsClosed = u"v.BillingDate IS NOT NULL"_s;
+const QString kIsOpen = u"v.BillingDate IS NULL"_s;
 
 bool Holds(const QString& condition, const QString& idNum) {
-    return !Tour::Ask(QStringLiteral("SELECT v.IdNum FROM PATIENT_DATA..tbOutPatient v WHERE "
-                                     "v.IdNum = '%1' AND %2")
-                          .arg(idNum, condition))
+    return !Tour::Ask(
+                u"SELECT v.IdNum FROM PATIENT_DATA..tbOutPatient v WHERE "
+                "v.IdNum = '%1' AND %2"_s.arg(idNum, condition))
                 ->Eof();
 }
 
@@ -37,21 +39,19 @@ frmPatientList& HubDay::Patients() const {
 
 void HubDay::ExpectHubOfChosen() {
     const auto* hub = Tour::Find<frmFinal>("frmFinal");
-    m_tour.Expect(hub->isVisible() && hub->isAncestorOf(QApplication::focusWidget()),
-                  QStringLiteral("the hub is not in front"));
-    m_tour.Expect(hub->HospNum() == Patients().HospNum(),
-                  QStringLiteral("the hub shows another patient"));
+    Expect(hub->isVisible() && hub->isAncestorOf(QApplication::focusWidget()),
+           u"the hub is not in front"_s);
+    Expect(hub->HospNum() == Patients().HospNum(), u"the hub shows another patient"_s);
 }
 
 void HubDay::OpenFirst(const QString& condition) {
-    m_tour.Expect(Tour::Find<toolkit::ListView>("lvwSearchPatient")->hasFocus(),
-                  QStringLiteral("the patient list has not the keys"));
+    Expect(Tour::Find<toolkit::ListView>("lvwSearchPatient")->hasFocus(),
+           u"the patient list has not the keys"_s);
     Tour::Press(Qt::Key_Home);
     const int rows = Tour::Find<toolkit::ListView>("lvwSearchPatient")->model()->rowCount();
     for (int row = 1; row < rows && !Holds(condition, Patients().IdNum()); ++row)
         Tour::Press(Qt::Key_Down);
-    m_tour.Expect(Holds(condition, Patients().IdNum()),
-                  QStringLiteral("there is no such patient in the list"));
+    Expect(Holds(condition, Patients().IdNum()), u"there is no such patient in the list"_s);
     Tour::Press(Qt::Key_Return);
 }
 
@@ -67,59 +67,52 @@ void HubDay::Walk() {
 }
 
 void HubDay::ReadRequests() {
-    m_tour.Quietly(QStringLiteral("hub left by Esc"), [] { Tour::Press(Qt::Key_Escape); });
-    m_tour.Step(QStringLiteral("hub with open requests"), [this] { OpenFirst(kHasRequests); });
-    m_tour.Quietly(QStringLiteral("requests are read"), [this] {
+    Quietly(u"hub left by Esc"_s, [] { Tour::Press(Qt::Key_Escape); });
+    Step(u"hub with open requests"_s, [this] { OpenFirst(kHasRequests); });
+    Quietly(u"requests are read"_s, [this] {
         ExpectHubOfChosen();
         for (const char* grid : {"mshflexProcessed0", "mshflexProcessed1"})
-            m_tour.Expect(!Tour::Find<toolkit::FlexGrid>(grid)->TextMatrix(1, 1).isEmpty(),
-                          QStringLiteral("no request is listed"));
+            Expect(!Tour::Find<toolkit::FlexGrid>(grid)->TextMatrix(1, 1).isEmpty(),
+                   u"no request is listed"_s);
     });
-    m_tour.Step(QStringLiteral("results of the patient"), [this] {
+    Step(u"results of the patient"_s, [this] {
         GoToTab("tabSSTab1", 1);
         GoToTab("tabSSTab2", 3);
-        m_tour.Expect(Tour::Find<QTabWidget>("tabSSTab2")->currentIndex() == 3,
-                      QStringLiteral("the tab stayed"));
+        Expect(Tour::Find<QTabWidget>("tabSSTab2")->currentIndex() == 3, u"the tab stayed"_s);
     });
-    m_tour.Quietly(QStringLiteral("back to the requests"), [this] { GoToTab("tabSSTab1", 0); });
-    m_tour.Step(QStringLiteral("charges asked for"), [] {
-        Tour::Find<QPushButton>("cmdPostCharges")->setFocus();
-        Tour::Press(Qt::Key_Return);
-    });
-    m_tour.Quietly(QStringLiteral("charges left"), [this] {
+    Quietly(u"back to the requests"_s, [this] { GoToTab("tabSSTab1", 0); });
+    Step(u"charges asked for"_s, [] { Push("cmdPostCharges"); });
+    Quietly(u"charges left"_s, [this] {
         QWidget* charges = QApplication::activeModalWidget();
-        m_tour.Expect(charges != nullptr, QStringLiteral("the charges did not open"));
+        Expect(charges != nullptr, u"the charges did not open"_s);
         charges->close();
     });
-    m_tour.Quietly(QStringLiteral("next patient"), [] { Tour::Press(Qt::Key_N, Qt::AltModifier); });
+    Quietly(u"next patient"_s, [] { Tour::Press(Qt::Key_N, Qt::AltModifier); });
 }
 
 void HubDay::MeetClosedAccounts() {
-    m_tour.Quietly(QStringLiteral("closed account opened"), [this] { OpenFirst(kIsClosed); });
-    m_tour.Step(QStringLiteral("closed account is told"), [this] {
-        m_tour.Expect(QApplication::activeModalWidget() != nullptr, QStringLiteral("no message"));
-    });
-    m_tour.Quietly(QStringLiteral("closed account read"), [] { Tour::Press(Qt::Key_Return); });
-    m_tour.Step(QStringLiteral("hub of a closed account"), [this] {
+    Quietly(u"closed account opened"_s, [this] { OpenFirst(kIsClosed); });
+    Step(u"closed account is told"_s,
+         [this] { Expect(QApplication::activeModalWidget() != nullptr, u"no message"_s); });
+    Quietly(u"closed account read"_s, [] { Tour::Press(Qt::Key_Return); });
+    Step(u"hub of a closed account"_s, [this] {
         ExpectHubOfChosen();
-        m_tour.Expect(!Tour::Find<QTabWidget>("tabSSTab1")->isTabEnabled(0),
-                      QStringLiteral("charges can be posted"));
+        Expect(!Tour::Find<QTabWidget>("tabSSTab1")->isTabEnabled(0), u"charges can be posted"_s);
     });
-    m_tour.Quietly(QStringLiteral("closed account left"), [] { Tour::Press(Qt::Key_Escape); });
+    Quietly(u"closed account left"_s, [] { Tour::Press(Qt::Key_Escape); });
 }
 
 void HubDay::OpenAnotherPatient() {
-    m_tour.Quietly(QStringLiteral("first of two patients"), [this] { OpenFirst(kHasRequests); });
-    m_tour.Step(QStringLiteral("patient list over the hub"), [this] {
+    Quietly(u"first of two patients"_s, [this] { OpenFirst(kHasRequests); });
+    Step(u"patient list over the hub"_s, [this] {
         ExpectHubOfChosen();
         Tour::Press(Qt::Key_F6, Qt::ControlModifier);
     });
-    m_tour.Step(QStringLiteral("second patient in the hub"), [this] {
+    Step(u"second patient in the hub"_s, [this] {
         const QString first = Patients().IdNum();
-        OpenFirst(kIsOpen + QStringLiteral(" AND v.IdNum <> '%1'").arg(first));
+        OpenFirst(kIsOpen + u" AND v.IdNum <> '%1'"_s.arg(first));
         ExpectHubOfChosen();
-        m_tour.Expect(Tour::Find<frmFinal>("frmFinal")->IdNum() != first,
-                      QStringLiteral("the first patient stayed"));
+        Expect(Tour::Find<frmFinal>("frmFinal")->IdNum() != first, u"the first patient stayed"_s);
     });
-    m_tour.Quietly(QStringLiteral("second patient left"), [] { Tour::Press(Qt::Key_Escape); });
+    Quietly(u"second patient left"_s, [] { Tour::Press(Qt::Key_Escape); });
 }

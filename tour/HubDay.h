@@ -1,13 +1,13 @@
 #pragma once
 
-#include "tour/Tour.h"
+#include "tour/DayPart.h"
 
 class frmPatientList;
 
 /// The part of the day that is spent in the patient hub; begins with a hub open.
-class HubDay final {
+class HubDay final : public DayPart {
 public:
-    explicit HubDay(Tour& tour) : m_tour(tour) {}
+    using DayPart::DayPart;
     void Walk();
 
 private:
@@ -21,6 +21,4 @@ private:
     frmPatientList& Patients() const;
     /// The hub is in front and names the patient chosen in the list.
     void ExpectHubOfChosen();
-
-    Tour& m_tour;
 };

@@ -12,14 +12,9 @@
 #include "toolkit/ListView.h"
 #include "visits/VisitChart.h"
 
-namespace {
+using namespace Qt::StringLiterals;
 
-/// Key by key to whoever has the keyboard, and on.
-void Enter(const QString& text) {
-    if (!text.isEmpty())
-        QTest::keyClicks(QApplication::focusWidget(), text);
-    Tour::Press(Qt::Key_Return);
-}
+namespace {
 
 /// Chooses the option of the group that has the keyboard, and goes on.
 void Choose(int option) {
@@ -52,45 +47,34 @@ void RegisterDay::Choose(bool registered, const QString& butNot) {
     };
     if (!list->hasFocus())
         Tour::Press(Qt::Key_Down);
-    m_tour.Expect(list->hasFocus(), QStringLiteral("the patient list has not the keys"));
+    Expect(list->hasFocus(), u"the patient list has not the keys"_s);
     Tour::Press(Qt::Key_Home);
     for (int row = 1; row < list->model()->rowCount() && !fits(); ++row)
         Tour::Press(Qt::Key_Down);
-    m_tour.Expect(fits(), QStringLiteral("there is no such patient in the list"));
-}
-
-void RegisterDay::ReadBox(const QString& step, const QString& said) {
-    m_tour.Step(step, [this, said] {
-        const QWidget* box = Tour::Window();
-        m_tour.Expect(box->windowTitle() == QStringLiteral("Message"),
-                      QStringLiteral("no message: ") + said);
-    });
-    m_tour.Quietly(step + QStringLiteral(" is read"), [] { Tour::Press(Qt::Key_Return); });
+    Expect(fits(), u"there is no such patient in the list"_s);
 }
 
 void RegisterDay::LeaveWindow(const QString& step) {
-    m_tour.Quietly(step, [this] {
+    Quietly(step, [this] {
         Tour::Press(Qt::Key_Escape);
         Tour::Press(Qt::Key_Return);
-        m_tour.Expect(QApplication::activeModalWidget() == nullptr,
-                      QStringLiteral("the window stayed"));
+        Expect(QApplication::activeModalWidget() == nullptr, u"the window stayed"_s);
     });
 }
 
 void RegisterDay::RegisterAPatient() {
-    m_tour.Step(QStringLiteral("new registration"), [this] {
+    Step(u"new registration"_s, [this] {
         Choose(false);
         Tour::Press(Qt::Key_N, Qt::ControlModifier);
-        m_tour.Expect(Tour::Window()->windowTitle() == QStringLiteral("Registration"),
-                      QStringLiteral("the sheet did not open"));
+        ExpectTitle(u"Registration"_s);
     });
-    m_tour.Step(QStringLiteral("registration typed"), [this] {
-        Enter(QStringLiteral("Maria O'Neil"));
-        Enter(QStringLiteral("Active"));
+    Step(u"registration typed"_s, [this] {
+        Enter(u"Maria O'Neil"_s);
+        Enter(u"Active"_s);
         ::Choose(0);
-        Enter(QStringLiteral("Chronic kidney disease, stage 5"));
-        Enter(QStringLiteral("2/3/16"));
-        Enter(QStringLiteral("03152016"));
+        Enter(u"Chronic kidney disease, stage 5"_s);
+        Enter(u"2/3/16"_s);
+        Enter(u"03152016"_s);
         ::Choose(3);
         ::Choose(2);
         ::Choose(2);
@@ -99,93 +83,85 @@ void RegisterDay::RegisterAPatient() {
             Enter(QString::fromLatin1(text));
         for (int field = 0; field < 6; ++field)
             Enter({});
-        Enter(QStringLiteral("Lives alone; the neighbour helps with the exchanges."));
-        m_tour.Expect(Tour::Find<QWidget>("cmdSave")->hasFocus(),
-                      QStringLiteral("the fields did not lead to the save button"));
+        Enter(u"Lives alone; the neighbour helps with the exchanges."_s);
+        Expect(Tour::Find<QWidget>("cmdSave")->hasFocus(),
+               u"the fields did not lead to the save button"_s);
     });
-    m_tour.Quietly(QStringLiteral("registration saved"), [] { Tour::Press(Qt::Key_Return); });
-    ReadBox(QStringLiteral("registration is told"),
-            QStringLiteral("Registration Successfully Saved."));
-    m_tour.Step(QStringLiteral("number given"), [this] {
+    Quietly(u"registration saved"_s, [] { Tour::Press(Qt::Key_Return); });
+    ReadBox(u"registration is told"_s, u"Registration Successfully Saved."_s);
+    Step(u"number given"_s, [this] {
         m_registered = Patients().HospNum();
-        m_tour.Expect(!Patients().CAPDNum().isEmpty(),
-                      QStringLiteral("the list has no CAPD number"));
+        Expect(!Patients().CAPDNum().isEmpty(), u"the list has no CAPD number"_s);
     });
 }
 
 void RegisterDay::ChangeTheSheet() {
-    m_tour.Step(QStringLiteral("sheet opened again"), [this] {
+    Step(u"sheet opened again"_s, [this] {
         Tour::Press(Qt::Key_N, Qt::ControlModifier);
-        m_tour.Expect(
-            Tour::Find<QLineEdit>("txtWeight")->text() == QStringLiteral("58.5") &&
-                Tour::Find<QLineEdit>("dtAcutePDStart")->text() == QStringLiteral("2/3/2016"),
-            QStringLiteral("what was typed is not there"));
+        Expect(Tour::Find<QLineEdit>("txtWeight")->text() == u"58.5"_s &&
+                   Tour::Find<QLineEdit>("dtAcutePDStart")->text() == u"2/3/2016"_s,
+               u"what was typed is not there"_s);
     });
-    m_tour.Step(QStringLiteral("impossible date"), [] {
+    Step(u"impossible date"_s, [] {
         auto* box = Tour::Find<QLineEdit>("dtAcutePDStart");
         box->setFocus(Qt::TabFocusReason);
-        Enter(QStringLiteral("2/30/2016"));
+        Enter(u"2/30/2016"_s);
         Tour::Press(Qt::Key_S, Qt::AltModifier);
     });
-    m_tour.Quietly(QStringLiteral("impossible date is read"), [this] {
-        m_tour.Expect(Tour::Window()->windowTitle() == QStringLiteral("Message"),
-                      QStringLiteral("2/30 was saved"));
+    Quietly(u"impossible date is read"_s, [this] {
+        ExpectTitle(u"Message"_s);
         Tour::Press(Qt::Key_Return);
     });
-    m_tour.Quietly(QStringLiteral("date put right"), [] {
-        Enter(QStringLiteral("2/13/2016"));
+    Quietly(u"date put right"_s, [] {
+        Enter(u"2/13/2016"_s);
         Tour::Press(Qt::Key_S, Qt::AltModifier);
     });
-    m_tour.Quietly(QStringLiteral("change is told"), [this] {
-        m_tour.Expect(Tour::Window()->windowTitle() == QStringLiteral("Message"),
-                      QStringLiteral("the change was not saved"));
+    Quietly(u"change is told"_s, [this] {
+        ExpectTitle(u"Message"_s);
         Tour::Press(Qt::Key_Return);
     });
 }
 
 void RegisterDay::RegisterAVisit() {
     const auto openVisit = [] { Tour::Press(Qt::Key_R, Qt::ControlModifier); };
-    m_tour.Quietly(QStringLiteral("visit window"), openVisit);
-    m_tour.Step(QStringLiteral("visit typed"), [this] {
-        m_tour.Expect(Patients().HospNum() == m_registered,
-                      QStringLiteral("another patient is chosen"));
-        Enter(QStringLiteral("Follow-up"));
+    Quietly(u"visit window"_s, openVisit);
+    Step(u"visit typed"_s, [this] {
+        Expect(Patients().HospNum() == m_registered, u"another patient is chosen"_s);
+        Enter(u"Follow-up"_s);
         Tour::Find<QLineEdit>("txtWeight")->setFocus();
         for (const char* text : {"57.5", "Low salt", "130/80"})
             Enter(QString::fromLatin1(text));
     });
-    m_tour.Quietly(QStringLiteral("visit saved"), [] { Tour::Press(Qt::Key_S, Qt::AltModifier); });
-    ReadBox(QStringLiteral("visit is told"), QStringLiteral("Registration Successfully Saved."));
-    m_tour.Quietly(QStringLiteral("second visit window"), openVisit);
-    m_tour.Quietly(QStringLiteral("second visit typed"), [] {
-        Enter(QStringLiteral("Once more"));
+    Quietly(u"visit saved"_s, [] { Tour::Press(Qt::Key_S, Qt::AltModifier); });
+    ReadBox(u"visit is told"_s, u"Registration Successfully Saved."_s);
+    Quietly(u"second visit window"_s, openVisit);
+    Quietly(u"second visit typed"_s, [] {
+        Enter(u"Once more"_s);
         Tour::Press(Qt::Key_S, Qt::AltModifier);
     });
-    ReadBox(QStringLiteral("second visit refused"),
-            QStringLiteral("Patient's visit for this day is already registered."));
-    m_tour.Quietly(QStringLiteral("second visit is kept"), [this] {
-        m_tour.Expect(Tour::Find<QLineEdit>("txtDiagnosis")->text() == QStringLiteral("Once more"),
-                      QStringLiteral("what was typed is lost"));
+    ReadBox(u"second visit refused"_s, u"Patient's visit for this day is already registered."_s);
+    Quietly(u"second visit is kept"_s, [this] {
+        Expect(Tour::Find<QLineEdit>("txtDiagnosis")->text() == u"Once more"_s,
+               u"what was typed is lost"_s);
     });
-    LeaveWindow(QStringLiteral("second visit left"));
+    LeaveWindow(u"second visit left"_s);
 }
 
 void RegisterDay::ReadVisits() {
-    m_tour.Quietly(QStringLiteral("visit window of another patient"), [this] {
+    Quietly(u"visit window of another patient"_s, [this] {
         Choose(true, m_registered);
         Tour::Press(Qt::Key_R, Qt::ControlModifier);
     });
-    m_tour.Quietly(QStringLiteral("earlier visits asked for"),
-                   [] { Tour::Press(Qt::Key_V, Qt::AltModifier); });
-    m_tour.Step(QStringLiteral("earlier visits"), [this] {
-        m_tour.Expect(!Tour::Find<toolkit::FlexGrid>("grdTable")->TextMatrix(1, 1).isEmpty(),
-                      QStringLiteral("no visit is listed"));
+    Quietly(u"earlier visits asked for"_s, [] { Tour::Press(Qt::Key_V, Qt::AltModifier); });
+    Step(u"earlier visits"_s, [this] {
+        Expect(!Tour::Find<toolkit::FlexGrid>("grdTable")->TextMatrix(1, 1).isEmpty(),
+               u"no visit is listed"_s);
     });
-    m_tour.Step(QStringLiteral("earlier visit marked"), [this] {
+    Step(u"earlier visit marked"_s, [this] {
         for (int press = 0; press < 2; ++press)
             Tour::Press(Qt::Key_Down);
-        m_tour.Expect(Tour::Find<VisitChart>("chtVisits")->Marked() == 2,
-                      QStringLiteral("the chart marks another visit"));
+        Expect(Tour::Find<VisitChart>("chtVisits")->Marked() == 2,
+               u"the chart marks another visit"_s);
     });
-    LeaveWindow(QStringLiteral("visits left"));
+    LeaveWindow(u"visits left"_s);
 }

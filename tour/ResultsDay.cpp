@@ -18,6 +18,8 @@
 #include "toolkit/FlexGrid.h"
 #include "toolkit/ListView.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kResults = 1;
@@ -25,15 +27,14 @@ constexpr int kTabs = 7;
 
 bool HasEveryResult(const QString& idNum) {
     return !Tour::Ask(
-                QStringLiteral(
-                    "SELECT v.IdNum FROM PATIENT_DATA..tbOutPatient v INNER JOIN "
-                    "STATION..tbHeartResult h ON h.IdNum = v.IdNum WHERE v.IdNum = '%1' AND "
-                    "v.BillingDate IS NULL AND "
-                    "EXISTS (SELECT 1 FROM STATION..tbPTResult p WHERE p.IdNum = h.IdNum) AND "
-                    "EXISTS (SELECT 1 FROM PATIENT_DATA..tbLabResult l WHERE l.IdNum = "
-                    "h.IdNum AND l.ResultDate IS NOT NULL) AND (SELECT COUNT(DISTINCT "
-                    "x.Modality) FROM RADIOLOGY..tbRadResult x WHERE x.IdNum = h.IdNum) = 3")
-                    .arg(idNum))
+                u"SELECT v.IdNum FROM PATIENT_DATA..tbOutPatient v INNER JOIN "
+                "STATION..tbHeartResult h ON h.IdNum = v.IdNum WHERE v.IdNum = '%1' AND "
+                "v.BillingDate IS NULL AND "
+                "EXISTS (SELECT 1 FROM STATION..tbPTResult p WHERE p.IdNum = h.IdNum) AND "
+                "EXISTS (SELECT 1 FROM PATIENT_DATA..tbLabResult l WHERE l.IdNum = "
+                "h.IdNum AND l.ResultDate IS NOT NULL) AND (SELECT COUNT(DISTINCT "
+                "x.Modality) FROM RADIOLOGY..tbRadResult x WHERE x.IdNum = h.IdNum) = 3"_s.arg(
+                    idNum))
                 ->Eof();
 }
 
@@ -50,53 +51,36 @@ void ResultsDay::Walk() {
     OpenPatientOfEveryDepartment();
     const auto radiology = [this](const char* name, int tab) {
         const QString plain = QLatin1String(name);
-        ReadTab(plain.toLower() + QStringLiteral(" result"), tab,
-                qPrintable(QStringLiteral("mshflex") + plain));
-        m_tour.Quietly(plain + QStringLiteral(" is read"), [this, plain] {
-            ExpectText(qPrintable(QStringLiteral("txt%1Interp").arg(plain)));
-            m_tour.Expect(
-                !Tour::Find<QLabel>(qPrintable(QStringLiteral("lbl%1TransNum").arg(plain)))
-                     ->text()
-                     .isEmpty(),
-                QStringLiteral("no transaction number"));
+        ReadTab(plain.toLower() + u" result"_s, tab, qPrintable(u"mshflex"_s + plain));
+        Quietly(plain + u" is read"_s, [this, plain] {
+            ExpectText(qPrintable(u"txt%1Interp"_s.arg(plain)));
+            Expect(!Tour::Find<QLabel>(qPrintable(u"lbl%1TransNum"_s.arg(plain)))->text().isEmpty(),
+                   u"no transaction number"_s);
         });
     };
     radiology("Xray", 0);
     radiology("Ultra", 1);
-    ReadTab(QStringLiteral("heart station result"), 2, "mshflexHeart");
+    ReadTab(u"heart station result"_s, 2, "mshflexHeart");
     PrintHeart();
-    ReadTab(QStringLiteral("laboratory results"), 3, "mshflexLab");
+    ReadTab(u"laboratory results"_s, 3, "mshflexLab");
     ViewLaboratory();
     radiology("CT", 4);
-    ReadTab(QStringLiteral("rehabilitation result"), 5, "mshflexPT");
-    m_tour.Quietly(QStringLiteral("rehabilitation is read"), [this] { ExpectText("txtPT"); });
-    m_tour.Step(QStringLiteral("no nuclear results"), [this] {
+    ReadTab(u"rehabilitation result"_s, 5, "mshflexPT");
+    Quietly(u"rehabilitation is read"_s, [this] { ExpectText("txtPT"); });
+    Step(u"no nuclear results"_s, [this] {
         GoTo("tabSSTab2", kTabs - 1);
-        m_tour.Expect(!Tour::Find<QLabel>("lblNuclearState")->text().isEmpty(),
-                      QStringLiteral("nothing says why the list is empty"));
+        Expect(!Tour::Find<QLabel>("lblNuclearState")->text().isEmpty(),
+               u"nothing says why the list is empty"_s);
     });
-    m_tour.Quietly(QStringLiteral("results left"), [] { Tour::Press(Qt::Key_Escape); });
+    Quietly(u"results left"_s, [] { Tour::Press(Qt::Key_Escape); });
 }
 
 void ResultsDay::OpenPatientOfEveryDepartment() {
-    m_tour.Quietly(QStringLiteral("the register for results"), [this] {
-        auto* capd = Tour::Find<QRadioButton>("OptPatientType0");
-        capd->setFocus();
-        Tour::Press(Qt::Key_Space);
-        for (const char* other : {"txtHospNum", "txtLastName"})
-            Tour::Find<QLineEdit>(other)->clear();
-        auto* current = Tour::Find<QAbstractButton>("chkCurrent");
-        if (current->isChecked()) {
-            current->setFocus();
-            Tour::Press(Qt::Key_Space);
-        }
-        auto* box = Tour::Find<QLineEdit>("txtIdNum");
-        box->clear();
-        Tour::Type(box, QStringLiteral("a"));
-        Tour::Press(Qt::Key_Return);
+    Quietly(u"the register for results"_s, [this] {
+        ListPatients("OptPatientType0", false, u"a"_s);
         Tour::Press(Qt::Key_Down);
     });
-    m_tour.Quietly(QStringLiteral("patient of every department"), [this] {
+    Quietly(u"patient of every department"_s, [this] {
         auto* list = Tour::Find<toolkit::ListView>("lvwSearchPatient");
         list->setFocus();
         Tour::Press(Qt::Key_Home);
@@ -104,63 +88,41 @@ void ResultsDay::OpenPatientOfEveryDepartment() {
         for (int row = 1; row < list->model()->rowCount() && !HasEveryResult(patients.IdNum());
              ++row)
             Tour::Press(Qt::Key_Down);
-        m_tour.Expect(HasEveryResult(patients.IdNum()),
-                      QStringLiteral("no patient has results of every department"));
+        Expect(HasEveryResult(patients.IdNum()), u"no patient has results of every department"_s);
         Tour::Press(Qt::Key_Return);
     });
-    m_tour.Quietly(QStringLiteral("result viewing"), [] { GoTo("tabSSTab1", kResults); });
+    Quietly(u"result viewing"_s, [] { GoTo("tabSSTab1", kResults); });
 }
 
 void ResultsDay::ReadTab(const QString& step, int tab, const char* grid) {
     const QByteArray name = grid;
-    m_tour.Quietly(step + QStringLiteral(" listed"), [this, tab, name] {
+    Quietly(step + u" listed"_s, [this, tab, name] {
         GoTo("tabSSTab2", tab);
-        m_tour.Expect(!Tour::Find<toolkit::FlexGrid>(name)->TextMatrix(1, 1).isEmpty(),
-                      QStringLiteral("the list is empty"));
+        Expect(!Tour::Find<toolkit::FlexGrid>(name)->TextMatrix(1, 1).isEmpty(),
+               u"the list is empty"_s);
     });
-    m_tour.Step(step, [this, tab, name] {
+    Step(step, [this, tab, name] {
         Tour::Press(Qt::Key_Tab);
-        m_tour.Expect(Tour::Find<toolkit::FlexGrid>(name)->hasFocus(),
-                      QStringLiteral("Tab does not lead into the list"));
+        Expect(Tour::Find<toolkit::FlexGrid>(name)->hasFocus(),
+               u"Tab does not lead into the list"_s);
         // In the laboratory Enter opens the result.
         Tour::Press(tab == 3 ? Qt::Key_Home : Qt::Key_Return);
     });
 }
 
 void ResultsDay::ExpectText(const char* box) {
-    m_tour.Expect(!Tour::Find<QPlainTextEdit>(box)->toPlainText().isEmpty(),
-                  QStringLiteral("nothing is read"));
+    Expect(!Tour::Find<QPlainTextEdit>(box)->toPlainText().isEmpty(), u"nothing is read"_s);
 }
 
 void ResultsDay::PrintHeart() {
-    m_tour.Quietly(QStringLiteral("heart station print"), [this] {
+    Quietly(u"heart station print"_s, [this] {
         ExpectText("txtHeartInterpretation");
-        Tour::Find<QPushButton>("cmdHeartPrint")->setFocus();
-        Tour::Press(Qt::Key_Return);
+        Push("cmdHeartPrint");
     });
-    m_tour.Step(QStringLiteral("heart station result on paper"), [this] {
-        m_tour.Expect(QApplication::activeModalWidget() != nullptr,
-                      QStringLiteral("no report is shown"));
-    });
-    SavePdf(QStringLiteral("heart-result.pdf"));
+    SavePdf(u"heart station result on paper"_s, u"Heart Station Result"_s, u"heart-result.pdf"_s);
 }
 
 void ResultsDay::ViewLaboratory() {
-    m_tour.Quietly(QStringLiteral("laboratory viewer opened"), [] { Tour::Press(Qt::Key_Return); });
-    m_tour.Step(QStringLiteral("laboratory viewer"), [this] {
-        m_tour.Expect(Tour::Window()->objectName() == QStringLiteral("frmResultViewer"),
-                      QStringLiteral("the viewer did not open"));
-    });
-    SavePdf(QStringLiteral("laboratory-result.pdf"));
-}
-
-void ResultsDay::SavePdf(const QString& file) {
-    m_tour.Quietly(file, [this, file] {
-        toolkit::FileNameScript names;
-        names.Answer(m_tour.File(file));
-        Tour::Press(Qt::Key_S, Qt::ControlModifier);
-        m_tour.Expect(names.Leftovers().isEmpty() && QFileInfo(m_tour.File(file)).size() > 1000,
-                      QStringLiteral("no PDF was written"));
-    });
-    m_tour.Quietly(file + QStringLiteral(" closed"), [] { Tour::Press(Qt::Key_Escape); });
+    Quietly(u"laboratory viewer opened"_s, [] { Tour::Press(Qt::Key_Return); });
+    SavePdf(u"laboratory viewer"_s, u"Laboratory Result - "_s, u"laboratory-result.pdf"_s);
 }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "tour/Tour.h"
+#include "tour/DayPart.h"
 
 /// The results of the other departments, read by keyboard alone; begins with the main window and
 /// its patient list.
-class ResultsDay final {
+class ResultsDay final : public DayPart {
 public:
-    explicit ResultsDay(Tour& tour) : m_tour(tour) {}
+    using DayPart::DayPart;
     void Walk();
 
 private:
@@ -17,8 +17,4 @@ private:
     void ExpectText(const char* box);
     void ViewLaboratory();
     void PrintHeart();
-    /// In the viewer that is open, which is then left.
-    void SavePdf(const QString& file);
-
-    Tour& m_tour;
 };

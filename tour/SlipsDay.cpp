@@ -16,20 +16,22 @@
 #include "toolkit/ListView.h"
 #include "tour/ChargesDay.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QString kNotSponsored =
-    QStringLiteral("NOT EXISTS (SELECT 1 FROM BILLING..tbVisitAccount a WHERE a.IdNum = v.IdNum)");
-const QString kPays = kNotSponsored + QStringLiteral(
-                                          " AND ISNULL(v.DiscType, '') = '%1' AND "
-                                          "ISNULL(m.MSSClassification, '') = ''");
+    u"NOT EXISTS (SELECT 1 FROM BILLING..tbVisitAccount a WHERE a.IdNum = v.IdNum)"_s;
+const QString kPays = kNotSponsored +
+                      u" AND ISNULL(v.DiscType, '') = '%1' AND "
+                      "ISNULL(m.MSSClassification, '') = ''"_s;
 const QString kIsService =
-    kNotSponsored + QStringLiteral(" AND v.DiscType = 'QF' AND m.MSSClassification <> ''");
-const QString kFunds = QStringLiteral(
-    "EXISTS (SELECT 1 FROM BILLING..tbVisitAccount a WHERE a.IdNum = v.IdNum) AND %1 = (SELECT "
+    kNotSponsored + u" AND v.DiscType = 'QF' AND m.MSSClassification <> ''"_s;
+const QString kFunds =
+    u"EXISTS (SELECT 1 FROM BILLING..tbVisitAccount a WHERE a.IdNum = v.IdNum) AND %1 = (SELECT "
     "COUNT(*) FROM BILLING..tbFundAccount f INNER JOIN BILLING..tbFundCostCenter c ON "
     "c.AccountNum = f.AccountNum AND c.RevenueID = 'CY' WHERE f.HospNum = v.HospNum AND "
-    "f.FundBalance > 0)");
+    "f.FundBalance > 0)"_s;
 
 QString Ask(const QString& statement) {
     const auto rows = Tour::Ask(statement);
@@ -39,13 +41,13 @@ QString Ask(const QString& statement) {
 }
 
 QString VisitWhere(const QString& condition) {
-    return Ask(QStringLiteral("SELECT TOP (1) v.IdNum FROM CLINICAL_AREA..tbCAPDPatient p INNER "
-                              "JOIN PATIENT_DATA..tbMaster m ON m.HospNum = p.HospNum INNER JOIN "
-                              "PATIENT_DATA..tbOutPatient v ON v.IdNum = (SELECT TOP (1) x.IdNum "
-                              "FROM PATIENT_DATA..tbOutPatient x WHERE x.HospNum = p.HospNum ORDER "
-                              "BY x.AdmDate DESC, x.IdNum DESC) WHERE v.BillingDate IS NULL AND %1 "
-                              "ORDER BY v.IdNum")
-                   .arg(condition));
+    return Ask(
+        u"SELECT TOP (1) v.IdNum FROM CLINICAL_AREA..tbCAPDPatient p INNER "
+        "JOIN PATIENT_DATA..tbMaster m ON m.HospNum = p.HospNum INNER JOIN "
+        "PATIENT_DATA..tbOutPatient v ON v.IdNum = (SELECT TOP (1) x.IdNum "
+        "FROM PATIENT_DATA..tbOutPatient x WHERE x.HospNum = p.HospNum ORDER "
+        "BY x.AdmDate DESC, x.IdNum DESC) WHERE v.BillingDate IS NULL AND %1 "
+        "ORDER BY v.IdNum"_s.arg(condition));
 }
 
 QString TextOfSlip() {
@@ -69,213 +71,167 @@ void SlipsDay::Walk() {
 }
 
 void SlipsDay::OpenSheetOf(const QString& who, const QString& condition) {
-    m_tour.Quietly(who + QStringLiteral(" is looked for"), [condition] {
-        auto* option = Tour::Find<QAbstractButton>("OptPatientType0");
-        option->setFocus();
-        Tour::Press(Qt::Key_Space);
-        if (auto* current = Tour::Find<QAbstractButton>("chkCurrent"); current->isChecked()) {
-            current->setFocus();
-            Tour::Press(Qt::Key_Space);
-        }
-        for (const char* other : {"txtHospNum", "txtLastName"})
-            Tour::Find<QLineEdit>(other)->clear();
-        auto* box = Tour::Find<QLineEdit>("txtIdNum");
-        box->clear();
-        Tour::Type(box, VisitWhere(condition));
-        Tour::Press(Qt::Key_Return);
-    });
-    m_tour.Quietly(who + QStringLiteral(" is opened"), [] {
+    Quietly(who + u" is looked for"_s,
+            [condition] { ListPatients("OptPatientType0", false, VisitWhere(condition)); });
+    Quietly(who + u" is opened"_s, [] {
         Tour::Find<toolkit::ListView>("lvwSearchPatient")->setFocus();
         Tour::Press(Qt::Key_Return);
     });
-    m_tour.Quietly(who + QStringLiteral(" is charged"), [] {
-        Tour::Find<QAbstractButton>("cmdPostCharges")->setFocus();
-        Tour::Press(Qt::Key_Return);
-    });
+    Quietly(who + u" is charged"_s, [] { Push("cmdPostCharges"); });
 }
 
 void SlipsDay::NameDoctor() {
-    ChargesDay::Enter(QStringLiteral("103"));
+    Enter(u"103"_s);
 }
 
 // Enter walks from the item over type and quantity to the next line.
 void SlipsDay::TypeSupply(const QString& item, const QString& quantity) {
-    ChargesDay::Enter(QStringLiteral("CA"));
-    ChargesDay::Enter(item);
+    Enter(u"CA"_s);
+    Enter(item);
     Tour::Press(Qt::Key_Return);
-    ChargesDay::Enter(quantity);
+    Enter(quantity);
 }
 
 void SlipsDay::TypeFee(const QString& revenueCode, const QString& item, const QString& amount) {
-    ChargesDay::Enter(revenueCode);
-    ChargesDay::Enter(item);
+    Enter(revenueCode);
+    Enter(item);
     Tour::Press(Qt::Key_Return);
     Tour::Press(Qt::Key_Return);
-    ChargesDay::Enter(amount);
+    Enter(amount);
 }
 
 void SlipsDay::SaveAndPrint(const QString& who, bool sponsored) {
-    m_tour.Quietly(who + QStringLiteral("'s slip is saved"),
-                   [] { Tour::Press(Qt::Key_P, Qt::AltModifier); });
+    Quietly(who + u"'s slip is saved"_s, [] { Tour::Press(Qt::Key_P, Qt::AltModifier); });
     if (sponsored) {
-        m_tour.Step(who + QStringLiteral("'s fund after the slip"), [this] {
-            m_tour.Expect(Tour::Window()->windowTitle() == QStringLiteral("Viewing"),
-                          QStringLiteral("the fund is not shown"));
-        });
-        m_tour.Quietly(QStringLiteral("the fund is read"), [] { Tour::Press(Qt::Key_Escape); });
+        Step(who + u"'s fund after the slip"_s, [this] { ExpectTitle(u"Viewing"_s); });
+        Quietly(u"the fund is read"_s, [] { Tour::Press(Qt::Key_Escape); });
     }
-    m_tour.Step(who + QStringLiteral("'s slip is told saved"), [this] {
-        m_tour.Expect(Tour::Window()->objectName() != QStringLiteral("frmRequest"),
-                      QStringLiteral("there is no message"));
+    Step(who + u"'s slip is told saved"_s, [this] {
+        Expect(Tour::Window()->objectName() != u"frmRequest"_s, u"there is no message"_s);
     });
-    m_tour.Quietly(QStringLiteral("the message is read"), [] { Tour::Press(Qt::Key_Return); });
+    Quietly(u"the message is read"_s, [] { Tour::Press(Qt::Key_Return); });
 }
 
 void SlipsDay::ReadSlip(const QString& name, const QString& file) {
-    m_tour.Step(name, [this] {
-        m_tour.Expect(Tour::Window()->windowTitle() == QStringLiteral("CAPD ChargeSlip"),
-                      QStringLiteral("the slip is not shown"));
-    });
-    m_tour.Quietly(name + QStringLiteral(" saved as PDF"), [this, file] {
-        m_slip = TextOfSlip();
-        toolkit::FileNameScript names;
-        names.Answer(m_tour.File(file));
-        Tour::Press(Qt::Key_S, Qt::ControlModifier);
-        m_tour.Expect(names.Leftovers().isEmpty() && QFileInfo(m_tour.File(file)).size() > 1000,
-                      QStringLiteral("no PDF was written"));
-    });
-    m_tour.Quietly(name + QStringLiteral(" closed"), [] { Tour::Press(Qt::Key_Escape); });
+    Quietly(name + u" is read"_s, [this] { m_slip = TextOfSlip(); });
+    SavePdf(name, u"CAPD ChargeSlip"_s, file);
 }
 
 void SlipsDay::LeaveHub() {
-    m_tour.Quietly(QStringLiteral("hub left"), [this] {
-        m_tour.Expect(Tour::Window()->objectName() != QStringLiteral("frmRequest"),
-                      QStringLiteral("the charge sheet stayed"));
+    Quietly(u"hub left"_s, [this] {
+        Expect(Tour::Window()->objectName() != u"frmRequest"_s, u"the charge sheet stayed"_s);
         Tour::Press(Qt::Key_Escape);
     });
 }
 
 void SlipsDay::ChargePayPatient() {
-    OpenSheetOf(QStringLiteral("pay patient"), kPays.arg(QString()));
-    m_tour.Step(QStringLiteral("pay patient's charges"), [this] {
+    OpenSheetOf(u"pay patient"_s, kPays.arg(QString()));
+    Step(u"pay patient's charges"_s, [this] {
         NameDoctor();
-        TypeSupply(QStringLiteral("108"), QStringLiteral("2"));
-        TypeFee(QStringLiteral("CY"), QStringLiteral("501"));
-        m_tour.Expect(Tour::Find<QLineEdit>("txtNetAmount")->text() == QStringLiteral("730.00"),
-                      QStringLiteral("the charges do not add up"));
+        TypeSupply(u"108"_s, u"2"_s);
+        TypeFee(u"CY"_s, u"501"_s);
+        Expect(Tour::Find<QLineEdit>("txtNetAmount")->text() == u"730.00"_s,
+               u"the charges do not add up"_s);
     });
-    SaveAndPrint(QStringLiteral("pay patient"), false);
-    ReadSlip(QStringLiteral("pay patient's slip"), QStringLiteral("slip-pay.pdf"));
+    SaveAndPrint(u"pay patient"_s, false);
+    ReadSlip(u"pay patient's slip"_s, u"slip-pay.pdf"_s);
     LeaveHub();
 }
 
 void SlipsDay::ChargeServicePatient() {
-    OpenSheetOf(QStringLiteral("service patient"), kIsService);
-    m_tour.Step(QStringLiteral("service patient's charges"), [this] {
+    OpenSheetOf(u"service patient"_s, kIsService);
+    Step(u"service patient's charges"_s, [this] {
         NameDoctor();
-        TypeSupply(QStringLiteral("102"), QStringLiteral("3"));
-        TypeFee(QStringLiteral("CY"), QStringLiteral("501"));
-        m_tour.Expect(base::Val(Tour::Find<QLineEdit>("txtDiscount")->text()) > 0,
-                      QStringLiteral("there is no discount"));
+        TypeSupply(u"102"_s, u"3"_s);
+        TypeFee(u"CY"_s, u"501"_s);
+        Expect(base::Val(Tour::Find<QLineEdit>("txtDiscount")->text()) > 0,
+               u"there is no discount"_s);
     });
-    SaveAndPrint(QStringLiteral("service patient"), false);
-    ReadSlip(QStringLiteral("service patient's slip"), QStringLiteral("slip-service.pdf"));
+    SaveAndPrint(u"service patient"_s, false);
+    ReadSlip(u"service patient's slip"_s, u"slip-service.pdf"_s);
     LeaveHub();
 }
 
 void SlipsDay::ChargeSponsoredPatient() {
-    OpenSheetOf(QStringLiteral("sponsored patient"), kFunds.arg(3));
-    m_tour.Step(QStringLiteral("sponsored patient's charges"), [this] {
+    OpenSheetOf(u"sponsored patient"_s, kFunds.arg(3));
+    Step(u"sponsored patient's charges"_s, [this] {
         NameDoctor();
         // A fee that takes all three accounts and 125.50 more.
         const QString all =
-            Ask(QStringLiteral("SELECT SUM(f.FundBalance) FROM BILLING..tbFundAccount f INNER JOIN "
-                               "PATIENT_DATA..tbOutPatient v ON v.HospNum = f.HospNum WHERE "
-                               "v.IdNum = '%1'")
-                    .arg(Tour::Find<QLabel>("lblIdNum")->text()));
-        TypeFee(QStringLiteral("CY"), QStringLiteral("510"),
-                base::MoneyText(base::Val(all) + 125.5));
-        TypeSupply(QStringLiteral("101"), QStringLiteral("1"));
+            Ask(u"SELECT SUM(f.FundBalance) FROM BILLING..tbFundAccount f INNER JOIN "
+                "PATIENT_DATA..tbOutPatient v ON v.HospNum = f.HospNum WHERE "
+                "v.IdNum = '%1'"_s.arg(Tour::Find<QLabel>("lblIdNum")->text()));
+        TypeFee(u"CY"_s, u"510"_s, base::MoneyText(base::Val(all) + 125.5));
+        TypeSupply(u"101"_s, u"1"_s);
     });
-    SaveAndPrint(QStringLiteral("sponsored patient"), true);
-    ReadSlip(QStringLiteral("sponsored patient's slip"), QStringLiteral("slip-sponsored.pdf"));
-    m_tour.Quietly(QStringLiteral("three funds pay"), [this] {
-        m_tour.Expect(m_slip.contains(QStringLiteral("510.50")) &&
-                          m_slip.count(QRegularExpression(QStringLiteral("F1\\d+-[123]"))) == 3,
-                      QStringLiteral("the slip does not name the three funds"));
+    SaveAndPrint(u"sponsored patient"_s, true);
+    ReadSlip(u"sponsored patient's slip"_s, u"slip-sponsored.pdf"_s);
+    Quietly(u"three funds pay"_s, [this] {
+        Expect(m_slip.contains(u"510.50"_s) &&
+                   m_slip.count(QRegularExpression(u"F1\\d+-[123]"_s)) == 3,
+               u"the slip does not name the three funds"_s);
     });
     LeaveHub();
 }
 
 void SlipsDay::MeetEmptyFund() {
-    OpenSheetOf(QStringLiteral("patient without funds"), kFunds.arg(0));
-    m_tour.Step(QStringLiteral("fund of 0 is told"), [this] {
-        bool found = false;
-        for (const QLabel* label : Tour::Window()->findChildren<QLabel*>())
-            found = found || label->text().contains(QStringLiteral("CDF Balance is 0.00"));
-        m_tour.Expect(found, QStringLiteral("no message"));
+    OpenSheetOf(u"patient without funds"_s, kFunds.arg(0));
+    ReadBox(u"fund of 0 is told"_s, u"CDF Balance is 0.00"_s);
+    Step(u"sheet that cannot be saved"_s, [this] {
+        Expect(!Tour::Find<QAbstractButton>("cmdSavePrint")->isVisible(), u"it can be saved"_s);
     });
-    m_tour.Quietly(QStringLiteral("fund of 0 is read"), [] { Tour::Press(Qt::Key_Return); });
-    m_tour.Step(QStringLiteral("sheet that cannot be saved"), [this] {
-        m_tour.Expect(!Tour::Find<QAbstractButton>("cmdSavePrint")->isVisible(),
-                      QStringLiteral("it can be saved"));
-    });
-    m_tour.Quietly(QStringLiteral("sheet closed"), [] { Tour::Press(Qt::Key_C, Qt::AltModifier); });
+    Quietly(u"sheet closed"_s, [] { Tour::Press(Qt::Key_C, Qt::AltModifier); });
     LeaveHub();
 }
 
 void SlipsDay::ExpectOneLine() {
     const auto* list = Tour::Find<toolkit::FlexGrid>("grdCharges");
-    m_tour.Expect(list->TextMatrix(1, 2) == QStringLiteral("501") &&
-                      list->TextMatrix(1, 6) != list->TextMatrix(2, 6),
-                  QStringLiteral("the list shows something else"));
+    Expect(list->TextMatrix(1, 2) == u"501"_s && list->TextMatrix(1, 6) != list->TextMatrix(2, 6),
+           u"the list shows something else"_s);
 }
 
 void SlipsDay::RevokeDoctorsFee() {
-    OpenSheetOf(QStringLiteral("senior patient"), kPays.arg(QStringLiteral("SM")));
-    m_tour.Step(QStringLiteral("doctor's fee, fee and supply"), [this] {
+    OpenSheetOf(u"senior patient"_s, kPays.arg(u"SM"_s));
+    Step(u"doctor's fee, fee and supply"_s, [this] {
         NameDoctor();
-        TypeFee(QStringLiteral("MD"), QStringLiteral("802"));
-        TypeFee(QStringLiteral("CY"), QStringLiteral("501"));
-        TypeSupply(QStringLiteral("102"), QStringLiteral("2"));
+        TypeFee(u"MD"_s, u"802"_s);
+        TypeFee(u"CY"_s, u"501"_s);
+        TypeSupply(u"102"_s, u"2"_s);
     });
-    SaveAndPrint(QStringLiteral("senior patient"), false);
-    ReadSlip(QStringLiteral("doctor's fee on a slip"), QStringLiteral("slip-doctor.pdf"));
-    m_tour.Quietly(QStringLiteral("sheet opened again"), [] {
-        Tour::Find<QAbstractButton>("cmdPostCharges")->setFocus();
-        Tour::Press(Qt::Key_Return);
-    });
-    m_tour.Step(QStringLiteral("list of charges"), [] { Tour::Press(Qt::Key_L, Qt::AltModifier); });
-    m_tour.Quietly(QStringLiteral("the list has the keys"), [this] {
-        m_tour.Expect(Tour::Find<toolkit::FlexGrid>("grdCharges")->hasFocus(),
-                      QStringLiteral("the list has not the keys"));
+    SaveAndPrint(u"senior patient"_s, false);
+    ReadSlip(u"doctor's fee on a slip"_s, u"slip-doctor.pdf"_s);
+    Quietly(u"sheet opened again"_s, [] { Push("cmdPostCharges"); });
+    Step(u"list of charges"_s, [] { Tour::Press(Qt::Key_L, Qt::AltModifier); });
+    Quietly(u"the list has the keys"_s, [this] {
+        Expect(Tour::Find<toolkit::FlexGrid>("grdCharges")->hasFocus(),
+               u"the list has not the keys"_s);
         Tour::Press(Qt::Key_Down);
     });
-    m_tour.Quietly(QStringLiteral("slip asked for again"), [this] {
+    Quietly(u"slip asked for again"_s, [this] {
         m_slip.swap(m_firstSlip);
         Tour::Press(Qt::Key_R, Qt::AltModifier);
     });
-    ReadSlip(QStringLiteral("slip printed again"), QStringLiteral("slip-again.pdf"));
-    m_tour.Step(QStringLiteral("slip revoked"), [this] {
+    ReadSlip(u"slip printed again"_s, u"slip-again.pdf"_s);
+    Step(u"slip revoked"_s, [this] {
         const QString again = m_slip.left(m_slip.indexOf(u"REPRINT by ")).trimmed();
-        m_tour.Expect(m_slip != m_firstSlip && again == m_firstSlip.trimmed(),
-                      QStringLiteral("the slip says something else"));
+        Expect(m_slip != m_firstSlip && again == m_firstSlip.trimmed(),
+               u"the slip says something else"_s);
         Tour::Press(Qt::Key_V, Qt::AltModifier);
     });
     // The unit's own fee stays, alone: revoking again finds nothing more.
-    m_tour.Step(QStringLiteral("slip revoked again"), [this] {
+    Step(u"slip revoked again"_s, [this] {
         ExpectOneLine();
         Tour::Press(Qt::Key_V, Qt::AltModifier);
     });
-    m_tour.Quietly(QStringLiteral("nothing more is taken back"), [this] {
+    Quietly(u"nothing more is taken back"_s, [this] {
         ExpectOneLine();
-        m_tour.Expect(Tour::Find<QLabel>("lblMessage")->text().contains(u"450.00"),
-                      QStringLiteral("the fee that stays is not told"));
+        Expect(Tour::Find<QLabel>("lblMessage")->text().contains(u"450.00"),
+               u"the fee that stays is not told"_s);
     });
-    m_tour.Quietly(QStringLiteral("list closed"), [] {
+    Quietly(u"list closed"_s, [] {
         Tour::Find<toolkit::FlexGrid>("grdCharges")->setFocus();
         Tour::Press(Qt::Key_Escape);
     });
-    m_tour.Quietly(QStringLiteral("sheet closed"), [] { Tour::Press(Qt::Key_C, Qt::AltModifier); });
+    Quietly(u"sheet closed"_s, [] { Tour::Press(Qt::Key_C, Qt::AltModifier); });
     LeaveHub();
 }

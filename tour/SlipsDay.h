@@ -1,12 +1,12 @@
 #pragma once
 
-#include "tour/Tour.h"
+#include "tour/DayPart.h"
 
 /// The part of the day in which charge slips are saved, printed, printed again and revoked; begins
 /// and ends with the main window and its patient list.
-class SlipsDay final {
+class SlipsDay final : public DayPart {
 public:
-    explicit SlipsDay(Tour& tour) : m_tour(tour) {}
+    using DayPart::DayPart;
     void Walk();
 
 private:
@@ -29,7 +29,6 @@ private:
     void ExpectOneLine();
     void LeaveHub();
 
-    Tour& m_tour;
     QString m_slip;       ///< what the slip last read says
     QString m_firstSlip;  ///< what its first print said
 };

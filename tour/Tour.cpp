@@ -1,7 +1,10 @@
 #include "tour/Tour.h"
 
+#include <QAbstractButton>
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QEventLoop>
+#include <QFile>
 #include <QProgressDialog>
 #include <QRegularExpression>
 #include <QScreen>
@@ -14,16 +17,27 @@
 #include "db/Recordset.h"
 #include "session/modGlobals.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Long enough for a window to be laid out and painted on a slow machine.
 constexpr int kRestMilliseconds = 120;
+constexpr int kPaintMilliseconds = 12;
 constexpr int kPatientWaits = 8;
 constexpr int kLongestWaits = 200;
 
+// A button that its letter has pressed acts a moment later.
+bool HasButtonDown() {
+    const QWidget* window = Tour::Window();
+    const auto buttons =
+        window ? window->findChildren<QAbstractButton*>() : QList<QAbstractButton*>();
+    return std::any_of(buttons.begin(), buttons.end(), std::mem_fn(&QAbstractButton::isDown));
+}
+
 }  // namespace
 
-Tour::Tour(QString folder) : m_folder(std::move(folder)) {}
+Tour::Tour(QString folder, bool quick) : m_folder(std::move(folder)), m_quick(quick) {}
 
 void Tour::Step(const QString& name, std::function<void()> act) {
     m_stages.push_back({name, std::move(act), true});
@@ -38,8 +52,8 @@ int Tour::Walk() {
     m_stages.push_back({{}, [&day] { day.quit(); }, false});
     QTimer::singleShot(0, this, &Tour::Next);
     day.exec();
-    if (!m_roundTrips.Write(File(QStringLiteral("round-trips.md"))))
-        ++m_failed;
+    WriteDown(u"round-trips.md"_s, m_roundTrips.Table());
+    WriteDown(u"commands.md"_s, m_roundTrips.Commands());
     for (const QString& repeated : m_roundTrips.NeedlesslyRepeated()) {
         ++m_failed;
         std::cout << "FAILED " << repeated.toStdString() << ": sent again" << std::endl;
@@ -66,15 +80,28 @@ void Tour::Next() {
     try {
         stage.Act();
     } catch (const base::RuntimeError& error) {
-        fail(QStringLiteral("%1 %2").arg(error.Number()).arg(error.Description()));
+        fail(u"%1 %2"_s.arg(error.Number()).arg(error.Description()));
     } catch (const std::exception& error) {
         fail(QString::fromUtf8(error.what()));
     }
     m_acting = false;
 }
 
+// Without pictures a moment ends when the program has nothing left to do, painting included.
+void Tour::AfterAMoment(std::function<void()> go) {
+    if (!m_quick) {
+        QTimer::singleShot(kRestMilliseconds, this, std::move(go));
+        return;
+    }
+    QTimer::singleShot(kPaintMilliseconds, this, [this, go = std::move(go)] {
+        connect(
+            QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+            [this, go] { QTimer::singleShot(0, this, go); }, Qt::SingleShotConnection);
+    });
+}
+
 void Tour::Rest(const Stage& stage) {
-    QTimer::singleShot(kRestMilliseconds, this, [this, stage] {
+    AfterAMoment([this, stage] {
         // A dialog that has hidden itself is about to ask again, or its opener is about to get the
         // keys back; only the last step leaves nothing.
         const bool between = !QApplication::activeWindow() && m_next + 1 < m_stages.size() &&
@@ -88,24 +115,19 @@ void Tour::Rest(const Stage& stage) {
                             !QApplication::activePopupWidget() &&
                             QApplication::activeModalWidget() == m_dialogBefore;
         m_waits += typing ? 1 : 0;
-        if (typing || between ||
+        if (typing || between || HasButtonDown() ||
             qobject_cast<QProgressDialog*>(QApplication::activeModalWidget())) {
             Rest(stage);
             return;
         }
         m_waits = 0;
         // What this moment brought up is painted by the next.
-        QTimer::singleShot(kRestMilliseconds, this, [this, stage] {
-            if (stage.Pictured)
+        AfterAMoment([this, stage] {
+            if (stage.Pictured && !m_quick)
                 Picture(stage);
             Next();
         });
     });
-}
-
-void Tour::Expect(bool holds, const QString& what) {
-    if (!holds)
-        throw std::runtime_error(what.toStdString());
 }
 
 QWidget* Tour::Window() {
@@ -136,11 +158,19 @@ void Tour::Press(int key, Qt::KeyboardModifiers modifiers) {
     QTest::keyClick(window->windowHandle(), Qt::Key(key), modifiers);
 }
 
+void Tour::WriteDown(const QString& name, const QString& text) {
+    QFile file(File(name));
+    if (file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) > 0)
+        return;
+    ++m_failed;
+    std::cout << "FAILED " << name.toStdString() << std::endl;
+}
+
 void Tour::Picture(const Stage& stage) {
     QString name = stage.Name;
-    name.replace(QRegularExpression(QStringLiteral("[^A-Za-z0-9]+")), QStringLiteral("-"));
+    name.replace(QRegularExpression(u"[^A-Za-z0-9]+"_s), u"-"_s);
     const QString file =
-        QStringLiteral("%1-%2.png").arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(name.toLower());
+        u"%1-%2.png"_s.arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(name.toLower());
     if (!QGuiApplication::primaryScreen()->grabWindow(0).save(File(file))) {
         ++m_failed;
         std::cout << "FAILED picture " << file.toStdString() << std::endl;

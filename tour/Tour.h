@@ -3,18 +3,24 @@
 #include <QObject>
 #include <QString>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "tour/RoundTrips.h"
 
 class QWidget;
 
+namespace db {
+class Recordset;
+}
+
 /// A working day walked through the real windows: each step is done by keys and mouse, checked
 /// and pictured. A step runs when the windows have come to rest, also inside a dialog's own loop.
 class Tour final : public QObject {
     Q_OBJECT
 public:
-    explicit Tour(QString folder);
+    /// The folder takes what the day leaves behind. A quick day has no pictures.
+    Tour(QString folder, bool quick);
 
     /// Adds a step; what it throws or Expect() finds is its failure. Pictures are taken after it.
     void Step(const QString& name, std::function<void()> act);
@@ -25,8 +31,6 @@ public:
 
     /// A file in the tour's folder.
     QString File(const QString& name) const { return m_folder + u'/' + name; }
-    /// A check within a step.
-    void Expect(bool holds, const QString& what);
 
     /// The window that takes the keys now: the topmost dialog, else the active window.
     static QWidget* Window();
@@ -45,12 +49,15 @@ private:
         bool Pictured;
     };
     void Next();
+    void AfterAMoment(std::function<void()> go);
     /// Lets the windows come to rest, and what shows its progress end, before the next step.
     void Rest(const Stage& stage);
+    void WriteDown(const QString& file, const QString& text);
     void Picture(const Stage& stage);
     static QObject* FindObject(const char* name, const QMetaObject& type);
 
-    QString m_folder;
+    const QString m_folder;
+    const bool m_quick;
     std::vector<Stage> m_stages;
     RoundTrips m_roundTrips;
     size_t m_next = 0;

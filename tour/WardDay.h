@@ -1,12 +1,12 @@
 #pragma once
 
-#include "tour/Tour.h"
+#include "tour/DayPart.h"
 
 /// The part of the day in which medicines and supplies are requested; begins and ends with the
 /// patient list.
-class WardDay final {
+class WardDay final : public DayPart {
 public:
-    explicit WardDay(Tour& tour) : m_tour(tour) {}
+    using DayPart::DayPart;
     void Walk();
 
 private:
@@ -18,14 +18,9 @@ private:
     /// From the hub, by its button.
     void OpenSheet(const QString& step, const char* button);
     void Save(const QString& step, int pending, const QString& item);
-    /// Types into the current cell and confirms.
-    static void Enter(const QString& text);
-    static void Keys(const QString& text);
     void EnterLine(const QString& step, const QStringList& entries, int row, const QString& line);
-    void ReadBox(const QString& step, const QString& said, int answer);
-    void ExpectLine(int row, const QString& line);
+    static void ExpectLine(int row, const QString& line);
 
-    Tour& m_tour;
     QString m_waiting;  ///< a medicine that is already requested
     int m_pending = 0;  ///< requests of the visit that wait
 };
