@@ -30,3 +30,10 @@ template <class... Cells>
 std::tuple<Cells...> Fetch() {
     return rows::Fetch<Cells...>(std::index_sequence_for<Cells...>());
 }
+
+/// A row of the table; literals stand for texts.
+template <class... Cells>
+void Row(const char* name, const Cells&... cells) {
+    QTestData& row = QTest::newRow(name);
+    (row << ... << cells);
+}

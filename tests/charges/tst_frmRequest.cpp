@@ -1,132 +1,144 @@
-#include "Rows.h"
 #include "charges/frmRequest.h"
 
-#include <QClipboard>
-#include <QGroupBox>
+#include "ChargeWindow.h"
 
-#include "ChargeTest.h"
-#include "toolkit/Twips.h"
-
-using namespace Qt::StringLiterals;
 using namespace ChargeColumn;
-using toolkit::BoxAnswer;
 
-// The charge window itself: what it shows, and what it survives.
+// The charge window itself: what it shows of the patient, what the patient is granted, and what the
+// window survives.
 class tst_frmRequest final : public ChargeTest {
     Q_OBJECT
 private slots:
     void init() { SetUp(); }
-    void cleanup() { TearDown(); }
+    void cleanup() { CloseAll(); }
 
-    void Load_showsThePatientAndItsClass_data() {
-        Columns<QString, QString, QString, QString>();
-        QTest::newRow("pay") << "SM"
-                             << ""
-                             << "Pay Patient"
-                             << "Senior Citizen";
-        QTest::newRow("service") << "QF"
-                                 << "C2"
-                                 << "Class: C2 Service Patient"
-                                 << "Med.Social Service Discount Class: C2";
+    void Patient_isShownWithItsClassAndGranted_data() {
+        Columns<QString, QString, QString, QString, bool>();
+        const auto row = [](const char* type, const char* grade, const char* labels,
+                            const char* amounts, bool serviceRoom = false) {
+            QTest::addRow("%s %s%s", type, grade, serviceRoom ? " in a service room" : "")
+                << type << grade << labels << amounts << serviceRoom;
+        };
+        row("", "", "Pay Patient|", "385|0");
+        row("XX", "", "Pay Patient|", "385|0");
+        row("SM", "", "Pay Patient|Senior Citizen", "308|77");
+        row("GE", "", "Pay Patient|Gov`t Employees Discount", "346.5|38.5");
+        row("GD", "", "Pay Patient|Gov`t Employees Dependent Discount", "365.75|19.25");
+        row("KE", "", "Pay Patient|Velmora Employees Discount", "327.25|57.75");
+        row("KD", "", "Pay Patient|Velmora Employees Dependent Discount", "346.5|38.5");
+        row("QF", "C2", "Class: C2 Service Patient|Med.Social Service Discount Class: C2",
+            "192.5|192.5");
+        row("SM", "C2", "Class: C2 Service Patient|Senior Citizen Class: C2", "308|77");
+        row("QF", "D", "Class: D Service Patient|Med.Social Service Discount Class: D", "0|385");
+        row("SM", "", " Service Patient|Senior Citizen ", "308|77", true);
+        row("", "", " Service Patient| ", "385|0", true);
     }
 
-    void Load_showsThePatientAndItsClass() {
-        auto [type, classification, classLabel, discountLabel] =
-            Fetch<QString, QString, QString, QString>();
-        const ChargeWindow& window = Open(type, classification);
-        QCOMPARE(window.Window.windowTitle(), u"RequestEntry"_s);
-        QCOMPARE(window.Find<QGroupBox>("fraPostCharges").title(), u"Post Charges"_s);
-        QCOMPARE(window.Label("lblHint"), u"Revenue Codes :     CA - CAPD Supplies"_s);
-        QCOMPARE(window.Label("lblCompany"), u"A-17 <b>Kidney & Sons"_s);
-        QCOMPARE(window.Label("lblPatient"), u"O'HARA, Ana Luz"_s);
-        QCOMPARE(window.Label("lblPatientClass"), classLabel);
-        QCOMPARE(window.Label("lblDiscount"), discountLabel);
-        QCOMPARE(window.Totals(), QStringList(3, u"0.00"_s));
-        QVERIFY(!window.Find<QPushButton>("cmdSave").isEnabled());
-        QVERIFY(!window.Find<QPushButton>("cmdSavePrint").isEnabled());
+    void Patient_isShownWithItsClassAndGranted() {
+        auto [type, grade, labels, amounts, serviceRoom] =
+            Fetch<QString, QString, QString, QString, bool>();
+        const QString table = serviceRoom ? u"tbPatient"_s : u"tbOutPatient"_s;
+        const QString stay =
+            Ask(u"SELECT TOP (1) IdNum, HospNum FROM PATIENT_DATA..%1 WHERE %2"_s.arg(
+                table, serviceRoom ? u"RoomClassID = 'S'"_s : u"IdNum LIKE 'A%'"_s));
+        const QString idNum = stay.section(u'|', 0, 0), hospNum = stay.section(u'|', 1);
+        const auto grant = [&](const QString& discountType, const QString& classification) {
+            Do(u"UPDATE PATIENT_DATA..%1 SET DiscType = NULLIF('%2', '') WHERE IdNum = '%3'"_s.arg(
+                table, discountType, idNum));
+            Do(u"UPDATE PATIENT_DATA..tbMaster SET MSSClassification = NULLIF('%1', '') WHERE "
+               "HospNum = '%2'"_s.arg(classification, hospNum));
+        };
+        grant(type, grade);
+        m_window = std::make_unique<ChargeWindow>(idNum);
+        QCOMPARE(m_window->Text("lblPatient"), u"O'HARA, Ana Luz"_s);
+        QCOMPARE(m_window->Text("lblCompany"), u"A-17 <b>Kidney & Sons"_s);
+        QCOMPARE(m_window->Text("lblPatientClass") + u'|' + m_window->Text("lblDiscount"), labels);
+        QVERIFY(!Find<QPushButton>(m_window->Window, "cmdSave").isEnabled());
+        QVERIFY(!Find<QPushButton>(m_window->Window, "cmdSavePrint").isEnabled());
+        m_window->Charge(u"CA"_s, u"101"_s);
+        QCOMPARE(m_window->Line(1, NetAmount), amounts);
+        // What was granted a minute ago counts.
+        grant(u"QF"_s, u"D"_s);
+        m_window->Charge(u"CA"_s, u"101"_s);
+        QCOMPARE(m_window->Line(2, NetAmount), u"0|385"_s);
+    }
+
+    // Nor what the patient before was granted.
+    void Visit_unknownGetsNoDiscount() {
+        Open(u"QF"_s, u"C2"_s).Charge(u"CA"_s, u"101"_s);
+        QVERIFY(m_window->Line(1, NetAmount) != u"385|0");
+        for (const QString& idNum : {u"99999999"_s, u"A99999999B"_s, u"A'1B"_s}) {
+            m_window = std::make_unique<ChargeWindow>(idNum);
+            QCOMPARE(m_window->Text("lblPatientClass") + m_window->Text("lblDiscount"), QString());
+            m_window->Charge(u"CA"_s, u"101"_s);
+            QCOMPARE(m_window->Line(1, NetAmount), u"385|0"_s);
+        }
     }
 
     void Load_thatFailsShowsNothing() {
-        ScreenPatient patient(m_session->Visit(u"SM"_s));
+        ScreenPatient patient(VisitOf(u"SM"_s));
         frmRequest window(patient);
-        PluggedDriver::Gone = true;
+        PluggedDriver::GoesAfter(0);
         QVERIFY_EXCEPTION_THROWN(window.exec(), base::DatabaseError);
         QVERIFY(!window.isVisible());
     }
 
-    void Sheet_isLaidOut() {
-        const ChargeWindow& window = Open();
-        QCOMPARE(window.Line(0).join(u','),
-                 u",Dept.,Code,Examimantion Description,Type,Price,Quantity,Amount,"
-                 "WithItems,LocationID,,InventoryCode,NetAmount,Discount"_s);
-        QCOMPARE(window.Grid.Rows(), 2);
-        QCOMPARE(window.At(), QPoint(1, Dept));
-        const int widths[] = {100, 1000, 1000, 4000, 1500, 1000, 1000, 1000, 0, 0, 0, 0, 0, 0};
-        for (int col = 0; col < ChargeColumn::Count; ++col)
-            QVERIFY(col == 3
-                        ? window.Grid.columnWidth(col) >= toolkit::Twips(widths[col], &window.Grid)
-                        : window.Grid.columnWidth(col) ==
-                              toolkit::Twips(widths[col], &window.Grid));
-    }
-
     void Cells_takeAnyText_data() {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("quotes") << "'; DELETE tbCAPDSlip --\"";
-        QTest::newRow("a thousand letters") << QString(1000, u'Z');
-        QTest::newRow("a table") << "101\t2\r\n102\t3\r\n";
-        QTest::newRow("patterns") << "%_[!'";
-        QTest::newRow("accents") << u"Peña ₱"_s;
+        Columns<QString>();
+        Row("quotes", "'; DELETE tbCAPDSlip --\"");
+        Row("a thousand letters", QString(1000, u'Z'));
+        Row("a table", "101\t2\r\n102\t3\r\n");
+        Row("patterns", "%_[!'");
+        Row("accents", u"Peña ₱"_s);
     }
 
     void Cells_takeAnyText() {
-        QFETCH(QString, text);
+        auto [text] = Fetch<QString>();
         if (!ServerHospital::Keeps(text))
             QSKIP("the server's code page may lack these letters");
         ChargeWindow& window = Open();
         window.Charge(u"CA"_s, u"101"_s, u"2"_s);
         window.Charge(u"CY"_s, u"501"_s);
         PickListKeys cancelled;
-        const int unfound = 2;
-        for (int box = 0; box < unfound; ++box)
-            m_boxes->Answer(BoxAnswer::Ok);
-        for (const QPoint& cell :
+        // For each revenue code that is not found.
+        Answer(BoxAnswer::Ok, 2);
+        for (const QPoint cell :
              {QPoint(1, Dept), QPoint(2, Dept), QPoint(1, Code), QPoint(2, Code)}) {
-            const QStringList before = window.Line(cell.x());
+            const QString before = window.Line(cell.x());
             window.Grid.setFocus();
             window.Grid.SetCell(cell.x(), cell.y());
             QGuiApplication::clipboard()->setText(text);
-            window.Key(Qt::Key_Insert, Qt::ShiftModifier);
-            window.Key(Qt::Key_Return);
+            PressKey(Qt::Key_Insert, Qt::ShiftModifier);
+            PressKey(Qt::Key_Return);
             QCOMPARE(window.Line(cell.x()), before);
-            window.Key(Qt::Key_Escape);
+            PressKey(Qt::Key_Escape);
         }
-        QVERIFY(window.Find<QLabel>("lblMessage").text().isEmpty());
+        QCOMPARE(window.Text("lblMessage"), QString());
     }
 
     void ServerGone_leavesTheSheet_data() {
         Columns<int, QString, int>();
-        QTest::newRow("revenue code") << int(Dept) << "CY" << 0;
-        QTest::newRow("item") << int(Code) << "105" << 0;
-        QTest::newRow("before its discount") << int(Code) << "105" << 2;
-        QTest::newRow("between net amount and discount") << int(Code) << "105" << 7;
-        QTest::newRow("before the last answer") << int(Code) << "105" << 11;
+        Row("revenue code", int(Dept), "CY", 0);
+        Row("item", int(Code), "105", 0);
+        Row("before its discount", int(Code), "105", 2);
+        Row("between net amount and discount", int(Code), "105", 7);
+        Row("before the last answer", int(Code), "105", 11);
     }
 
     void ServerGone_leavesTheSheet() {
         auto [column, text, answered] = Fetch<int, QString, int>();
         ChargeWindow& window = Open();
         window.Charge(u"CA"_s, u"101"_s, u"2"_s);
-        const QStringList before = window.Line(1);
+        const QString before = window.Line(1);
         window.Grid.SetCell(1, column);
-        PluggedDriver::Gone = true;
-        PluggedDriver::Left = answered;
-        QVERIFY_EXCEPTION_THROWN(window.Enter(text), base::DatabaseError);
+        PluggedDriver::GoesAfter(answered);
+        QVERIFY_EXCEPTION_THROWN(EnterText(text), base::DatabaseError);
         QCOMPARE(window.Line(1), before);
         QCOMPARE(window.Fault(), QString());
         QCOMPARE(window.Grid.EditText(), text);
         // It is back: the same Enter goes through.
-        PluggedDriver::Gone = false;
-        window.Key(Qt::Key_Return);
+        PluggedDriver::Returns();
+        PressKey(Qt::Key_Return);
         QCOMPARE(window.Cell(1, column), text);
         QVERIFY(window.Line(1) != before);
     }
@@ -134,23 +146,22 @@ private slots:
     void ServerGone_isToldOfAFee() {
         ChargeWindow& window = Open();
         window.Charge(u"CY"_s, u"501"_s);
-        const QStringList before = window.Line(1);
-        PluggedDriver::Gone = true;
+        const QString before = window.Line(1);
+        PluggedDriver::GoesAfter(0);
         window.EnterAt(1, Code, u"502"_s);
-        QCOMPARE(window.Label("lblMessage"), u"10054  The server is gone."_s);
+        QCOMPARE(window.Text("lblMessage"), u"10054  The server is gone."_s);
         QCOMPARE(window.Line(1), before);
-        PluggedDriver::Gone = false;
-        window.Key(Qt::Key_Return);
+        PluggedDriver::Returns();
+        PressKey(Qt::Key_Return);
         QCOMPARE(window.Cell(1, Code), u"502"_s);
-        QCOMPARE(window.Label("lblMessage"), QString());
+        QCOMPARE(window.Text("lblMessage"), QString());
     }
 
     void Closing_looksNothingUp() {
         ChargeWindow& window = Open();
-        window.Type(u"ZZ"_s);
-        QTest::mouseClick(&window.Find<QPushButton>("cmdClose"), Qt::LeftButton);
+        TypeText(u"ZZ"_s);
+        QTest::mouseClick(&Find<QPushButton>(window.Window, "cmdClose"), Qt::LeftButton);
         QVERIFY(!window.Window.isVisible());
-        QVERIFY(m_boxes->Shown().empty());
     }
 };
 
