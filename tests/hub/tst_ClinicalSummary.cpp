@@ -1,49 +1,11 @@
-#include <QProgressBar>
-#include <QPushButton>
-#include <QTest>
-#include <QTextBlock>
-#include <QTextDocument>
-#include <QTextEdit>
-
-#include "FakeComponents.h"
-#include "Rows.h"
-#include "TestHospital.h"
-#include "components/builtin/clsConfinements.h"
-#include "components/builtin/clsPatientFinder.h"
-#include "db/Recordset.h"
 #include "hub/ClinicalSummary.h"
-#include "hub/ClinicalTab.h"
-#include "patients/PatientOnScreen.h"
-#include "print/DocumentPages.h"
-#include "session/modGlobals.h"
-#include "toolkit/FlexGrid.h"
 
-using namespace Qt::StringLiterals;
+#include "ScreenPatient.h"
+#include "WindowTest.h"
+#include "hub/ClinicalTab.h"
+#include "print/DocumentPages.h"
 
 namespace {
-
-class Patient final : public PatientOnScreen {
-public:
-    QString Hosp, Id;
-    QString HospNum() const override { return Hosp; }
-    QString IdNum() const override { return Id; }
-    QString CAPDNum() const override { return {}; }
-    QString LastName() const override { return {}; }
-    QString FirstName() const override { return {}; }
-    QString MiddleName() const override { return {}; }
-    QString Age() const override { return {}; }
-    QString Sex() const override { return {}; }
-    QString Company() const override { return {}; }
-    void Get_CanPenProc() override {}
-};
-
-class FailingFinder final : public components::PatientFinder {
-public:
-    bool InitConnection(const QString&, QString&) override { return true; }
-    bool ValidateAdmission(const QString&) override {
-        throw base::DatabaseError(11, u"The server is gone."_s);
-    }
-};
 
 QString Line(const QTextDocument& document, const QString& beginning) {
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
@@ -56,42 +18,28 @@ QString Line(const QTextDocument& document, const QString& beginning) {
 }  // namespace
 
 // The summary over the demo hospital, to which one stay is added.
-class tst_ClinicalSummary final : public QObject {
+class tst_ClinicalSummary final : public WindowTest {
     Q_OBJECT
 private slots:
     void init() {
-        m_hospital = std::make_unique<TestHospital>();
-        m_connection = m_hospital->Connect();
-        const auto user = std::make_shared<fakes::User>();
-        user->Session = m_connection;
-        modGlobals::gCurrentUser = user;
+        SetUp();
         modGlobals::gCompany = u"HARBOUR MEMORIAL HOSPITAL"_s;
-        modGlobals::gAddress1 = u"Dunmarrow"_s;
-        const auto finder = std::make_shared<components::clsPatientFinder>();
-        QString server;
-        QVERIFY(finder->InitConnection(m_connection->ConnectionString(), server));
-        modGlobals::gPatientSearch = finder;
-        modGlobals::gConfinement = std::make_shared<components::clsConfinement>();
-        modGlobals::gConfinementResults = std::make_shared<components::clsConfinementResults>();
-        m_patient.Hosp = u"HS1"_s;
-        m_patient.Id = u"99001"_s;
-        Run(u"INSERT INTO PATIENT_DATA..tbMaster (HospNum, LastName, FirstName, Sex) "
-            "VALUES ('HS1', 'Montgomery-Castellanos', 'Ana', 'F')"_s);
-        Run(u"INSERT INTO PATIENT_DATA..tbPatient (IdNum, HospNum, AdmDate, RoomID) "
-            "VALUES ('99001', 'HS1', '2026-01-07 09:30:00', '204')"_s);
-        Run(u"INSERT INTO STATION..tbMedicineGiven (HospNum, IdNum, TransDate, DrugCode, DrugName, "
-            "Dosage, Quantity) VALUES ('HS1', '99001', '2026-01-07 10:00:00', '1', 'CALCIUM', '1 "
-            "TAB', "
-            "2), ('HS1', '99001', NULL, '2', 'NEVER GIVEN', NULL, 1)"_s);
+        m_patient = ScreenPatient(u"99001"_s, u"HS1"_s);
+        for (const char* rows :
+             {"PATIENT_DATA..tbMaster (HospNum, LastName, FirstName, Sex) VALUES ('HS1', "
+              "'Montgomery-Castellanos', 'Ana', 'F')",
+              "PATIENT_DATA..tbPatient (IdNum, HospNum, AdmDate, RoomID) VALUES ('99001', 'HS1', "
+              "'2026-01-07 09:30:00', '204')",
+              "STATION..tbMedicineGiven (HospNum, IdNum, TransDate, DrugCode, DrugName, Dosage, "
+              "Quantity) VALUES ('HS1', '99001', '2026-01-07 10:00:00', '1', 'CALCIUM', '1 TAB', "
+              "2), ('HS1', '99001', NULL, '2', 'NEVER GIVEN', NULL, 1)"})
+            Do(u"INSERT INTO "_s + QLatin1String(rows));
     }
 
     void cleanup() {
         m_document.clear();
         m_progress.clear();
-        modGlobals::gConfinementResults.reset();
-        modGlobals::gConfinement.reset();
-        modGlobals::gPatientSearch.reset();
-        modGlobals::gCurrentUser.reset();
+        TearDown();
     }
 
     void FitText_fills_cuts_andCentres_data() {
@@ -107,18 +55,6 @@ private slots:
     void FitText_fills_cuts_andCentres() {
         auto [text, width, mode, fitted] = Fetch<QString, int, int, QString>();
         QCOMPARE(FitText(text, width, mode), fitted);
-    }
-
-    void Run_goesBehindOrInFrontOfTheSelection() {
-        SummaryText text(m_document);
-        text.AppendRun(u"b"_s, 10, u"Arial"_s, 255, true);
-        text.AppendRun(u"c\r\nd"_s, 8, u"Courier New"_s, 0, false);
-        QCOMPARE(m_document.toPlainText(), u"bc\nd"_s);
-        QTextCursor first(&m_document);
-        first.setPosition(1);
-        QCOMPARE(first.charFormat().foreground().color(), QColor(Qt::red));
-        QCOMPARE(first.charFormat().fontWeight(), int(QFont::Bold));
-        QCOMPARE(first.charFormat().fontFamilies().toStringList(), QStringList{u"Arial"_s});
     }
 
     void Summary_ofAnAdmission() {
@@ -170,30 +106,27 @@ private slots:
 
     void Medicine_losesNoDigit() {
         auto [drug, dosage, quantity, line] = Fetch<QString, QString, QString, QString>();
-        Run(u"INSERT INTO STATION..tbMedicineGiven (HospNum, IdNum, TransDate, DrugCode, "
-            "DrugName, Dosage, Quantity) VALUES ('HS1', '99001', '2026-01-09', '3', "
-            "'%1', '%2', %3)"_s.arg(drug, dosage, quantity));
+        Do(u"INSERT INTO STATION..tbMedicineGiven (HospNum, IdNum, TransDate, DrugCode, "
+           "DrugName, Dosage, Quantity) VALUES ('HS1', '99001', '2026-01-09', '3', "
+           "'%1', '%2', %3)"_s.arg(drug, dosage, quantity));
         Compose(u"99001"_s);
         QCOMPARE(Line(m_document, u"1/9/2026"_s).mid(13), line);
     }
 
-    void Summary_ofAVisit() {
+    void Summary_ofAVisitAndOfNobody() {
         const QString visit =
-            One(u"SELECT TOP (1) v.IdNum FROM PATIENT_DATA..tbOutPatient v WHERE EXISTS "
-                "(SELECT 1 FROM RADIOLOGY..tbRadResult x WHERE x.IdNum = v.IdNum AND "
-                "x.Modality = 'C' AND x.ResultDate IS NOT NULL)"_s);
+            Ask(u"SELECT TOP (1) v.IdNum FROM PATIENT_DATA..tbOutPatient v WHERE EXISTS (SELECT 1 "
+                "FROM RADIOLOGY..tbRadResult x WHERE x.IdNum = v.IdNum AND x.Modality = 'C' AND "
+                "x.ResultDate IS NOT NULL)"_s);
         m_patient.Hosp =
-            One(u"SELECT HospNum FROM PATIENT_DATA..tbOutPatient WHERE IdNum = '%1'"_s.arg(visit));
+            Ask(u"SELECT HospNum FROM PATIENT_DATA..tbOutPatient WHERE IdNum = '%1'"_s.arg(visit));
         Compose(visit);
         QVERIFY(Line(m_document, u"Middlename"_s).endsWith(u"Room/Ward Number : ER/OPD"_s));
         QCOMPARE(Line(m_document, u"Admitting Doctor"_s), u"Admitting Doctor     :     "_s);
         QVERIFY(m_document.toPlainText().contains(u"CT-Scan Examinations :\n"_s));
-    }
-
-    void Summary_ofAnUnknownStayHasNoPatient() {
+        m_document.clear();
         Compose(u"99999"_s);
-        // Title, then the four lines between the sections and the last, empty one.
-        QCOMPARE(m_document.blockCount(), 5 + 3 + 1);
+        QVERIFY(Line(m_document, u"Clinical Summary"_s).size() > 0);
         QVERIFY(Line(m_document, u"Lastname"_s).isEmpty());
     }
 
@@ -209,10 +142,10 @@ private slots:
         QFETCH(QString, text);
         if (!ServerHospital::Keeps(text))
             QSKIP("the server's code page may lack these letters");
-        Run(u"INSERT INTO RADIOLOGY..tbRadResult (TransNum, HospNum, IdNum, Modality, "
-            "ExamName, TransDate, ResultDate, Interpretation) VALUES ('ZZ1', 'HS1', "
-            "'99001', 'X', 'CHEST', '2026-01-08', '2026-01-08', '%1')"_s.arg(
-                QString(text).replace(u'\'', u"''"_s)));
+        Do(u"INSERT INTO RADIOLOGY..tbRadResult (TransNum, HospNum, IdNum, Modality, "
+           "ExamName, TransDate, ResultDate, Interpretation) VALUES ('ZZ1', 'HS1', "
+           "'99001', 'X', 'CHEST', '2026-01-08', '2026-01-08', '%1')"_s.arg(
+               QString(text).replace(u'\'', u"''"_s)));
         Compose(u"99001"_s);
         QString shown = text;
         shown.replace(u"\r\n"_s, u"\n"_s).remove(u'\u0001').remove(u'\u001b');
@@ -221,9 +154,9 @@ private slots:
 
     void Paper_keepsTheColumns() {
         for (int i = 0; i < 200; ++i)
-            Run(u"INSERT INTO STATION..tbMedicineGiven (HospNum, IdNum, TransDate, "
-                "DrugCode, DrugName, Dosage, Quantity) VALUES ('HS1', '99001', "
-                "'2026-01-08', '1', 'DRUG %1', 'DOSAGE', 100)"_s.arg(i));
+            Do(u"INSERT INTO STATION..tbMedicineGiven (HospNum, IdNum, TransDate, "
+               "DrugCode, DrugName, Dosage, Quantity) VALUES ('HS1', '99001', "
+               "'2026-01-08', '1', 'DRUG %1', 'DOSAGE', 100)"_s.arg(i));
         Compose(u"99001"_s);
         const auto pages = print::PagesOf(m_document, {u"Velmora"_s, u"Castellanos HS1"_s});
         QVERIFY(pages->Count() > 2);
@@ -261,46 +194,39 @@ private slots:
         ClinicalTab tab;
         tab.SetPatient(m_patient);
         tab.LoadClinicalTab();
-        auto* stays = tab.findChild<toolkit::FlexGrid*>();
-        QCOMPARE(stays->TextMatrix(1, 1), u"99001"_s);
-        auto* view = tab.findChild<QPushButton*>(u"cmdClinical0"_s);
-        view->click();
-        auto* text = tab.findChild<QTextEdit*>();
-        QVERIFY(text->toPlainText().contains(u"Montgomery"_s));
-        QVERIFY(tab.findChild<QPushButton*>(u"cmdPrint"_s)->isEnabled());
+        const auto& stays = Find<toolkit::FlexGrid>(tab);
+        const auto& text = Find<QTextEdit>(tab);
+        const auto expectNothing = [&] {
+            QVERIFY(text.toPlainText().isEmpty());
+            QVERIFY(stays.TextMatrix(1, 1).isEmpty());
+            for (const char* button : {"cmdClinical0", "cmdPrint"})
+                QVERIFY(!Find<QPushButton>(tab, button).isEnabled());
+        };
+        QCOMPARE(stays.TextMatrix(1, 1), u"99001"_s);
+        Click(tab, "cmdClinical0");
+        QVERIFY(text.toPlainText().contains(u"Montgomery"_s));
+        QVERIFY(Find<QPushButton>(tab, "cmdPrint").isEnabled());
         // A load that fails leaves nothing of the patient before.
-        modGlobals::gPatientSearch = std::make_shared<FailingFinder>();
+        PluggedDriver::GoesAfter(0);
         QVERIFY_EXCEPTION_THROWN(tab.LoadClinicalTab(), base::DatabaseError);
-        QVERIFY(text->toPlainText().isEmpty());
-        QVERIFY(stays->TextMatrix(1, 1).isEmpty());
-        QVERIFY(!view->isEnabled());
-        QVERIFY(!tab.findChild<QPushButton*>(u"cmdPrint"_s)->isEnabled());
-    }
-
-    void Tab_withoutStaysOffersNoSummary() {
+        expectNothing();
+        PluggedDriver::Returns();
         m_patient.Hosp = u"nobody"_s;
         m_patient.Id = u"A0B"_s;
-        ClinicalTab tab;
-        tab.SetPatient(m_patient);
         tab.LoadClinicalTab();
-        QVERIFY(!tab.findChild<QPushButton*>(u"cmdClinical0"_s)->isEnabled());
-        QVERIFY(tab.findChild<QTextEdit*>()->toPlainText().isEmpty());
+        expectNothing();
     }
 
 private:
-    void Run(const QString& command) { m_connection->Execute(command); }
-    QString One(const QString& query) { return m_connection->Execute(query)->Fields(0).Text(); }
     void Compose(const QString& number, const QString& admitted = {}) {
         ClinicalSummary(m_document, [this](int percent) {
             m_progress << percent;
         }).Compose({m_patient.Hosp, m_patient.Id, number, admitted, {}});
     }
 
-    std::unique_ptr<TestHospital> m_hospital;
-    std::shared_ptr<db::Connection> m_connection;
     QTextDocument m_document;
     QList<int> m_progress;
-    Patient m_patient;
+    ScreenPatient m_patient;
 };
 
 QTEST_MAIN(tst_ClinicalSummary)

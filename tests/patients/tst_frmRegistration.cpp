@@ -1,89 +1,87 @@
-#include <QLabel>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTest>
-
-#include "CommandLog.h"
-#include "FakeComponents.h"
-#include "TestHospital.h"
-#include "db/CommandText.h"
 #include "patients/frmRegistration.h"
-#include "session/Saved.h"
-#include "session/modGlobals.h"
+
+#include "WindowTest.h"
+#include "db/CommandText.h"
 #include "toolkit/DateEdit.h"
 #include "toolkit/MemoEdit.h"
-#include "toolkit/MsgBox.h"
 
-using namespace Qt::StringLiterals;
+namespace {
+
+// Each field of the sheet with a text that no other has.
+const std::pair<const char*, QString> kSheet[] = {
+    {"txtNextKin", u"José d'Or"_s},       {"txtStatus", u"Active"_s},
+    {"txtDiagnosis", u" it's ñ "_s},      {"dtAcutePDStart", u"1/31/2021"_s},
+    {"dtChronicPDStart", u"2/28/2022"_s}, {"txtWeight", u"58.5"_s},
+    {"txtDiet", u"low salt"_s},           {"txtBloodPressure", u"140/90"_s},
+    {"txtFluidRestriction", u"1 l"_s},    {"txtBloodType", u"O+"_s},
+    {"txtHBsAg", u"non-reactive"_s},      {"dtShifted", u"3/1/2023"_s},
+    {"txtNewdialysis", u"HD"_s},          {"txtReson", u"leak"_s},
+    {"dtShiftedBack", u"4/2/2023"_s},     {"dtTransplant", u"5/3/2024"_s},
+    {"dtRejected", u"6/4/2025"_s},        {"txtComments", u"one\ntwo"_s}};
+
+}  // namespace
 
 // The registration sheet over the demo hospital: 200001 is not on the register, 200005 is.
-class tst_frmRegistration final : public QObject {
+class tst_frmRegistration final : public WindowTest {
     Q_OBJECT
 
 private slots:
-    void init() {
-        m_hospital = std::make_unique<TestHospital>();
-        modGlobals::gCurrentUser = std::make_shared<fakes::User>();
-        modGlobals::gConnection = m_hospital->Connect();
-        m_boxes = std::make_unique<toolkit::BoxScript>();
-    }
-
+    void init() { SetUp(); }
     void cleanup() {
         m_sheet.reset();
-        QCOMPARE(m_boxes->Leftovers(), QStringList());
-        m_boxes.reset();
-        modGlobals::gConnection.reset();
+        TearDown();
     }
 
-    void Save_ofANewPatientSendsTheSheetAndReopensIt() {
+    void Save_ofANewPatientSendsEachFieldAndReadsItBack() {
         m_sheet = Open(u"200001"_s);
-        QCOMPARE(Text("txtDiagnosis"), QString());
-        QVERIFY(!Find<toolkit::DateEdit>("dtAcutePDStart")->date().isValid());
-        Find<QLineEdit>("txtDiagnosis")->setText(u" it's ñ "_s);
-        Find<toolkit::DateEdit>("dtShifted")->setText(u"2/9/26"_s);
-        Find<toolkit::MemoEdit>("txtComments")->setPlainText(u"one\ntwo"_s);
-        Find<QRadioButton>("optChronicPD1")->setChecked(true);
-        Find<QRadioButton>("optCatheter0")->setChecked(true);
-        Find<QRadioButton>("optPurpose1")->setChecked(true);
-        m_boxes->Answer(toolkit::BoxAnswer::Ok);
-        QString told;
+        for (const auto& [field, text] : kSheet) {
+            QCOMPARE(TextIn(field), QString());
+            if (auto* memo = m_sheet->findChild<toolkit::MemoEdit*>(QLatin1String(field)))
+                memo->setPlainText(text);
+            else
+                Find<QLineEdit>(*m_sheet, field).setText(text);
+        }
+        for (const char* option :
+             {"optWithPeritonitis1", "optChronicPD1", "optCatheter0", "optPurpose1"})
+            Find<QRadioButton>(*m_sheet, option).setChecked(true);
+        Answer(BoxAnswer::Ok);
         {
             const CommandLog log;
-            Saved::SetHook([&told](const QString& sentence) { told = sentence; });
-            Find<QPushButton>("cmdSave")->click();
-            Saved::SetHook({});
-            Find<QPushButton>("cmdSave")->click();
+            Click(*m_sheet, "cmdSave");
+            Click(*m_sheet, "cmdSave");
             QCOMPARE(
-                log.Sent.filter(u"RegisterPatient"_s),
-                QStringList{
-                    u"CLINICAL_AREA..sp_CAPD_RegisterPatient '200001','A1B','','CIPD-C','','',"
-                    "' it''s ñ ','','','  CIPD-C','  Silastic ','','','','','','2/9/2026','','',"
-                    "'','','','','','one\ntwo','','E1',' Inquiry','N'"_s});
+                log.Sent.filter(u"RegisterPatient"_s).join(u'|'),
+                u"CLINICAL_AREA..sp_CAPD_RegisterPatient '200001','A1B','','CIPD-C','','José "
+                "d''Or',' it''s ñ ','1/31/2021','2/28/2022','  CIPD-C','  Silastic ','58.5','',"
+                "'low salt','140/90','1 l','3/1/2023','O+','non-reactive','HD','leak',"
+                "'4/2/2023','5/3/2024','6/4/2025','one\ntwo','Active','4601',' Inquiry','Y'"_s);
         }
-        QCOMPARE(m_boxes->Shown().back().Text, u"Registration Successfully Saved."_s);
+        QCOMPARE(Said().Text, u"Registration Successfully Saved."_s);
         QCOMPARE(m_sheet->result(), int(QDialog::Accepted));
-        QVERIFY2(told.startsWith(u"The registration is saved, CAPD No. "), qPrintable(told));
+        QVERIFY2(m_session->Told.join(u'|').startsWith(u"The registration is saved, CAPD No. "_s),
+                 qPrintable(m_session->Told.join(u'|')));
 
         m_sheet = Open(u"200001"_s);
-        QCOMPARE(Text("txtDiagnosis"), u" it's ñ "_s);
-        QCOMPARE(Text("dtShifted"), u"2/9/2026"_s);
-        QCOMPARE(Find<toolkit::MemoEdit>("txtComments")->toPlainText(), u"one\ntwo"_s);
-        QVERIFY(Find<QRadioButton>("optPurpose1")->isChecked());
-        QVERIFY(!Find<QRadioButton>("optChronicPD1")->isChecked());
-
-        Find<QRadioButton>("optPurpose1")->setFocus();
-        QTest::keyClick(Find<QRadioButton>("optPurpose1"), Qt::Key_Delete);
-        m_boxes->Answer(toolkit::BoxAnswer::Ok);
-        Find<QPushButton>("cmdSave")->click();
+        for (const auto& [field, text] : kSheet)
+            QCOMPARE(TextIn(field), text);
+        for (const char* option : {"optWithPeritonitis1", "optPurpose1"})
+            QVERIFY2(Find<QRadioButton>(*m_sheet, option).isChecked(), option);
+        QVERIFY(!Find<QRadioButton>(*m_sheet, "optChronicPD1").isChecked());
+        auto& purpose = Find<QRadioButton>(*m_sheet, "optPurpose1");
+        purpose.setFocus();
+        QTest::keyClick(&purpose, Qt::Key_Delete);
+        Answer(BoxAnswer::Ok);
+        Click(*m_sheet, "cmdSave");
         m_sheet = Open(u"200001"_s);
-        QVERIFY(!Find<QRadioButton>("optPurpose1")->isChecked());
+        QVERIFY(!Find<QRadioButton>(*m_sheet, "optPurpose1").isChecked());
     }
 
     void Enter_goesAlongTheSheetToTheSaveButton() {
         m_sheet = Open(u"200001"_s);
         QVERIFY(QTest::qWaitForWindowActive(m_sheet.get()));
         QStringList passed;
-        for (int press = 0; press < 30 && !Find<QPushButton>("cmdSave")->hasFocus(); ++press) {
+        for (int press = 0; press < 30 && !Find<QPushButton>(*m_sheet, "cmdSave").hasFocus();
+             ++press) {
             passed << m_sheet->focusWidget()->objectName();
             QTest::keyClick(m_sheet->focusWidget(), Qt::Key_Return);
         }
@@ -96,8 +94,8 @@ private slots:
         QCOMPARE(passed.back(), u"txtComments"_s);
         // Esc loses nothing, and Delete takes a choice back.
         QTest::keyClick(m_sheet->focusWidget(), Qt::Key_Escape);
-        QVERIFY(m_sheet->isVisible() && Find<QPushButton>("cmdClose")->hasFocus());
-        auto* option = Find<QRadioButton>("optCatheter1");
+        QVERIFY(m_sheet->isVisible() && Find<QPushButton>(*m_sheet, "cmdClose").hasFocus());
+        auto* option = &Find<QRadioButton>(*m_sheet, "optCatheter1");
         option->setFocus();
         option->click();
         QTest::keyClick(option, Qt::Key_Delete);
@@ -106,10 +104,10 @@ private slots:
 
     void Fields_takeWhatTheirColumnsHold() {
         m_sheet = Open(u"200005"_s);
-        QVERIFY(!Text("txtAddress1").isEmpty());
-        QVERIFY(!Text("txtDiagnosis").isEmpty());
+        QVERIFY(!TextIn("txtAddress1").isEmpty());
+        QVERIFY(!TextIn("txtDiagnosis").isEmpty());
         // The list that opened the sheet did not know yet that the patient is registered.
-        QVERIFY(!Find<QLabel>("lblCAPDNumCaption")->text().contains(u"NEW"_s));
+        QVERIFY(!Find<QLabel>(*m_sheet, "lblCAPDNumCaption").text().contains(u"NEW"_s));
         const QString tooLong(3000, u'x');
         for (QLineEdit* box : m_sheet->findChildren<QLineEdit*>())
             if (!box->isReadOnly() && !qobject_cast<toolkit::DateEdit*>(box)) {
@@ -117,36 +115,35 @@ private slots:
                 box->insert(tooLong);
                 QVERIFY2(box->text().size() < 1000, qPrintable(box->objectName()));
             }
-        auto* comments = Find<toolkit::MemoEdit>("txtComments");
+        auto* comments = &Find<toolkit::MemoEdit>(*m_sheet, "txtComments");
         comments->setPlainText(u"end"_s);
         comments->insertPlainText(tooLong);
         QCOMPARE(comments->toPlainText().size(), 2000);
         QVERIFY(comments->toPlainText().endsWith(u"end"_s));
-        m_boxes->Answer(toolkit::BoxAnswer::Ok);
-        Find<QPushButton>("cmdSave")->click();
+        Answer(BoxAnswer::Ok);
+        Click(*m_sheet, "cmdSave");
         m_sheet = Open(u"200005"_s);
-        QCOMPARE(Find<toolkit::MemoEdit>("txtComments")->toPlainText().size(), 2000);
+        QCOMPARE(Find<toolkit::MemoEdit>(*m_sheet, "txtComments").toPlainText().size(), 2000);
     }
 
     void DoubtfulDate_isNotSavedUnasked() {
         m_sheet = Open(u"200001"_s);
-        Find<toolkit::DateEdit>("dtRejected")->setText(u"2/30/2026"_s);
-        m_boxes->Answer(toolkit::BoxAnswer::Ok);
+        Find<toolkit::DateEdit>(*m_sheet, "dtRejected").setText(u"2/30/2026"_s);
+        Answer(BoxAnswer::Ok);
         const CommandLog log;
-        Find<QPushButton>("cmdSave")->click();
+        Click(*m_sheet, "cmdSave");
         QCOMPARE(log.Sent, QStringList());
-        QVERIFY(m_boxes->Shown().back().Text.contains(u"2/30/2026"_s));
+        QVERIFY(Said().Text.contains(u"2/30/2026"_s));
         // A day to come, and a rejection before the transplant, are asked about.
         const QString doubtful[][2] = {{u"11/22/9999"_s, u"after today"_s},
                                        {u"5/3/98"_s, u"5/3/1998, is before"_s}};
-        Find<toolkit::DateEdit>("dtTransplant")->setText(u"6/1/98"_s);
+        Find<toolkit::DateEdit>(*m_sheet, "dtTransplant").setText(u"6/1/98"_s);
         for (const auto& [typed, doubt] : doubtful) {
-            Find<toolkit::DateEdit>("dtRejected")->setText(typed);
-            m_boxes->Answer(toolkit::BoxAnswer::No);
-            Find<QPushButton>("cmdSave")->click();
+            Find<toolkit::DateEdit>(*m_sheet, "dtRejected").setText(typed);
+            Answer(BoxAnswer::No);
+            Click(*m_sheet, "cmdSave");
             QCOMPARE(log.Sent, QStringList());
-            QVERIFY2(m_boxes->Shown().back().Text.contains(doubt),
-                     qPrintable(m_boxes->Shown().back().Text));
+            QVERIFY2(Said().Text.contains(doubt), qPrintable(Said().Text));
         }
     }
 
@@ -154,32 +151,31 @@ private slots:
     void Save_overAnotherNursesAsksFirst() {
         for (const auto& hospNum : {u"200005"_s, u"200001"_s}) {
             m_sheet = Open(hospNum);
-            Find<QLineEdit>("txtDiet")->setText(u"low salt"_s);
+            Find<QLineEdit>(*m_sheet, "txtDiet").setText(u"low salt"_s);
             QStringList others(29, QString());
             others[0] = hospNum;
             others[26] = u"4602"_s;
             others[28] = u"N"_s;
-            modGlobals::gConnection->Execute(
-                db::Call(u"CLINICAL_AREA..sp_CAPD_RegisterPatient"_s, others));
-            m_boxes->Answer(toolkit::BoxAnswer::No);
+            Do(db::Call(u"CLINICAL_AREA..sp_CAPD_RegisterPatient"_s, others));
+            Answer(BoxAnswer::No);
             const CommandLog log;
-            Find<QPushButton>("cmdSave")->click();
-            QVERIFY(m_boxes->Shown().back().Text.startsWith(u"Rory O'Hara saved"_s));
-            QVERIFY(m_sheet->isVisible() && Text("txtDiet") == u"low salt"_s);
+            Click(*m_sheet, "cmdSave");
+            QVERIFY(Said().Text.startsWith(u"Rory O'Hara saved"_s));
+            QVERIFY(m_sheet->isVisible() && TextIn("txtDiet") == u"low salt"_s);
             QCOMPARE(log.Sent.filter(u"RegisterPatient"_s).size(), 0);
-            m_boxes->Answer(toolkit::BoxAnswer::Yes);
-            m_boxes->Answer(toolkit::BoxAnswer::Ok);
-            Find<QPushButton>("cmdSave")->click();
+            Answer(BoxAnswer::Yes);
+            Answer(BoxAnswer::Ok);
+            Click(*m_sheet, "cmdSave");
             QCOMPARE(m_sheet->result(), int(QDialog::Accepted));
         }
     }
 
     void FailedSave_keepsTheSheet() {
         m_sheet = Open(u"999999"_s);
-        Find<QLineEdit>("txtDiet")->setText(u"low salt"_s);
-        QVERIFY_EXCEPTION_THROWN(Find<QPushButton>("cmdSave")->click(), base::DatabaseError);
-        QVERIFY(m_sheet->isVisible() && Find<QPushButton>("cmdSave")->isEnabled());
-        QCOMPARE(Text("txtDiet"), u"low salt"_s);
+        Find<QLineEdit>(*m_sheet, "txtDiet").setText(u"low salt"_s);
+        QVERIFY_EXCEPTION_THROWN(Click(*m_sheet, "cmdSave"), base::DatabaseError);
+        QVERIFY(m_sheet->isVisible() && Find<QPushButton>(*m_sheet, "cmdSave").isEnabled());
+        QCOMPARE(TextIn("txtDiet"), u"low salt"_s);
     }
 
 private:
@@ -194,14 +190,11 @@ private:
         return sheet;
     }
 
-    template <class Control>
-    Control* Find(const char* name) const {
-        return m_sheet->findChild<Control*>(QString::fromLatin1(name));
+    QString TextIn(const char* field) const {
+        const QVariant memo = Find<QWidget>(*m_sheet, field).property("plainText");
+        return memo.isValid() ? memo.toString() : TextOf(*m_sheet, field);
     }
-    QString Text(const char* name) const { return Find<QLineEdit>(name)->text(); }
 
-    std::unique_ptr<TestHospital> m_hospital;
-    std::unique_ptr<toolkit::BoxScript> m_boxes;
     std::unique_ptr<frmRegistration> m_sheet;
 };
 

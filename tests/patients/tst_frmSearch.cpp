@@ -1,258 +1,184 @@
-#include "Rows.h"
 #include "patients/frmSearch.h"
 
-#include <QCheckBox>
-#include <QHeaderView>
-#include <QPushButton>
+#include "WindowTest.h"
 
-#include "CommandLog.h"
-#include "FakeComponents.h"
-#include "TestHospital.h"
-#include "components/PickListKeys.h"
-#include "session/modGlobals.h"
-#include "toolkit/FlexGrid.h"
-
-using namespace Qt::StringLiterals;
+using toolkit::FlexGrid;
 
 namespace {
 
-/// The parts of the window under the user's hands.
-class Hands final {
-public:
-    explicit Hands(QWidget& form) : m_form(form) {}
-    template <class Control>
-    Control& Find(const char* name) const {
-        return *m_form.findChild<Control*>(QString::fromLatin1(name));
-    }
-    QLineEdit& Box() const { return Find<QLineEdit>("txtSearchStr"); }
-    toolkit::FlexGrid& Grid() const { return Find<toolkit::FlexGrid>("grdDispWindow"); }
-    QPushButton& Select() const { return Find<QPushButton>("cmdSelect"); }
-    QString Label(const char* name) const { return Find<QLabel>(name).text(); }
-    QStringList Codes() const {
-        QStringList codes;
-        for (int row = 1; row < Grid().Rows(); ++row)
-            codes << Grid().TextMatrix(row, 2);
-        return codes;
-    }
-
-private:
-    QWidget& m_form;
-};
-
-QStringList Words(const char* text) {
-    return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
+QLineEdit& Box(const QWidget& form) {
+    return Find<QLineEdit>(form, "txtSearchStr");
+}
+FlexGrid& Grid(const QWidget& form) {
+    return Find<FlexGrid>(form, "grdDispWindow");
+}
+QString Codes(const QWidget& form) {
+    QStringList codes;
+    for (int row = 1; row < Grid(form).Rows(); ++row)
+        codes << Grid(form).TextMatrix(row, 2);
+    return codes.join(u' ');
 }
 
 }  // namespace
 
-class tst_frmSearch final : public QObject {
+class tst_frmSearch final : public WindowTest {
     Q_OBJECT
 private slots:
     void init() {
-        m_hospital = std::make_unique<TestHospital>();
-        const auto user = std::make_shared<fakes::User>();
-        user->Session = m_hospital->Connect();
-        user->Session->SetDefaultDatabase(u"CLINICAL_AREA"_s);
-        modGlobals::gCurrentUser = user;
-        modGlobals::gCompany = u"Velmora General Hospital"_s;
+        SetUp();
         m_form = std::make_unique<frmSearch>();
         m_form->SetSearchCaption(u"Revenue Codes"_s);
         m_form->SetQuery(u"sp_CAPD_SearchRevenue '0','##'"_s);
     }
+    void cleanup() {
+        m_form.reset();
+        TearDown();
+    }
 
     void Load_showsTheListOfTheCriteria() {
-        const CommandLog log;
-        Show(u"C"_s, [&](const Hands& hands) {
-            QCOMPARE(log.Sent, QStringList(u"sp_CAPD_SearchRevenue '0','C'"_s));
-            QCOMPARE(m_form->windowTitle(), u"Revenue Codes"_s);
-            QCOMPARE(hands.Label("lblTitle"), u"Revenue Codes"_s);
-            QCOMPARE(hands.Label("lblSTitle"), u"Revenue Codes"_s);
-            QCOMPARE(hands.Label("lblHospital"), u"Velmora General Hospital"_s);
-            QCOMPARE(hands.Label("lblTotalCap"), u"Total Records:"_s);
-            QCOMPARE(hands.Label("lblTotal"), u"3"_s);
-            QVERIFY(!hands.Find<QCheckBox>("chkAutoSearch").isVisible());
-            QCOMPARE(hands.Codes(), Words("CY CA CS"));
-            const auto& grid = hands.Grid();
-            QCOMPARE(grid.TextMatrix(0, 1), u"description"_s);
-            QCOMPARE(grid.TextMatrix(0, 2), u"code"_s);
-            QVERIFY(grid.horizontalHeader()->font().bold());
-            QCOMPARE(grid.ColWidth(0), 200);
-            QCOMPARE(grid.ColWidth(1), 4150);
-            QCOMPARE(grid.ColWidth(2), 1500);
-            QCOMPARE(grid.Row(), 1);
-            QVERIFY(hands.Box().hasFocus());
-            QCOMPARE(hands.Box().selectedText(), u"C"_s);
-        });
-    }
-
-    void Typing_narrowsInUpperCase() {
-        Show({}, [](const Hands& hands) {
-            QCOMPARE(hands.Codes(), Words("CY CA CS PH MD"));
-            const CommandLog log;
-            QTest::keyClicks(&hands.Box(), u"ca"_s);
-            QCOMPARE(hands.Box().text(), u"CA"_s);
-            QCOMPARE(log.Sent, QStringList({u"sp_CAPD_SearchRevenue '0','C'"_s,
-                                            u"sp_CAPD_SearchRevenue '0','CA'"_s}));
-            QCOMPARE(hands.Codes(), Words("CY CA"));
-            QCOMPARE(hands.Label("lblTotal"), u"2"_s);
-            QTest::keyClick(&hands.Box(), Qt::Key_Left);
-            QCOMPARE(log.Sent.size(), 2);
-            QCOMPARE(hands.Grid().ColWidth(1), 4150);
-        });
-    }
-
-    void Typing_takesQuotesAndPlaceholdersAsText_data() {
-        Columns<QString, QString>();
-        QTest::newRow("quote") << "O'"
-                               << "sp_CAPD_SearchRevenue '0','O'''";
-        QTest::newRow("placeholder") << "##"
-                                     << "sp_CAPD_SearchRevenue '0','##'";
-        QTest::newRow("end of command") << "';--"
-                                        << "sp_CAPD_SearchRevenue '0',''';--'";
-        const QString longText(1000, u'X');
-        QTest::newRow("1,000 letters")
-            << longText << u"sp_CAPD_SearchRevenue '0','%1'"_s.arg(longText);
-    }
-
-    void Typing_takesQuotesAndPlaceholdersAsText() {
-        auto [typed, command] = Fetch<QString, QString>();
-        Show(u"CA"_s, [&](const Hands& hands) {
-            const CommandLog log;
-            hands.Box().selectAll();
-            hands.Box().insert(typed.chopped(1));
-            QTest::keyClicks(&hands.Box(), typed.right(1));
-            QCOMPARE(log.Sent.value(log.Sent.size() - 1), command);
-            QCOMPARE(hands.Codes(), QStringList());
-        });
-    }
-
-    void Nothing_canBePickedFromAnEmptyList() {
-        Show(u"NO SUCH CODE"_s, [this](const Hands& hands) {
-            QCOMPARE(hands.Grid().Rows(), 1);
-            QCOMPARE(hands.Label("lblTotal"), u"0"_s);
-            QVERIFY(!hands.Select().isEnabled());
-            QTest::keyClick(&hands.Box(), Qt::Key_Return);
-            QTest::keyClick(&hands.Box(), Qt::Key_Down);
-            QTest::keyClick(&hands.Grid(), Qt::Key_Return);
-            QVERIFY(m_form->isVisible());
-            QVERIFY(!m_form->Valid());
-            // One that finds something again can.
-            hands.Box().clear();
-            QTest::keyClicks(&hands.Box(), u"P"_s);
-            QCOMPARE(hands.Codes(), Words("PH MD"));
-            QVERIFY(hands.Select().isEnabled());
-        });
-    }
-
-    void Moving_rewritesTheBoxButNotTheList() {
-        Show(u"CAPD"_s, [](const Hands& hands) {
-            const CommandLog log;
-            QTest::keyClick(&hands.Box(), Qt::Key_Down);
-            QVERIFY(hands.Grid().hasFocus());
-            QCOMPARE(hands.Grid().Row(), 1);
-            QTest::keyClick(&hands.Grid(), Qt::Key_Down);
-            QCOMPARE(hands.Box().text(), u"CAPD SUPPLIES"_s);
-            QTest::keyClick(&hands.Grid(), Qt::Key_Up);
-            QCOMPARE(hands.Box().text(), u"CAPD CONSULTATION FEE"_s);
-            QCOMPARE(hands.Codes(), Words("CY CA"));
-            QCOMPARE(log.Sent, QStringList());
-            // What is typed next is searched from what the box shows.
-            hands.Box().setFocus();
-            QTest::keyClick(&hands.Box(), Qt::Key_End);
-            QTest::keyClick(&hands.Box(), Qt::Key_S);
-            QCOMPARE(hands.Label("lblTotal"), u"0"_s);
-        });
-    }
-
-    void Row_isMarkedOnlyByATextOrAKey() {
-        Show({}, [](const Hands& hands) {
-            QTest::keyClick(&hands.Box(), Qt::Key_Return);
-            QVERIFY(!hands.Select().isEnabled() && hands.Grid().Row() == 0);
-            QTest::keyClick(&hands.Box(), Qt::Key_Down);
-            QVERIFY(hands.Select().isEnabled() && hands.Grid().Row() == 1);
+        Show(u"C"_s, [](QDialog& form) {
+            for (const char* title : {"lblTitle", "lblSTitle"})
+                QCOMPARE(TextOf(form, title), form.windowTitle());
+            QCOMPARE(TextOf(form, "lblHospital"), modGlobals::gCompany);
+            QCOMPARE(TextOf(form, "lblTotal"), u"3"_s);
+            QCOMPARE(Codes(form), u"CY CA CS"_s);
+            QCOMPARE(Grid(form).Row(), 1);
+            QVERIFY(Box(form).hasFocus());
+            QCOMPARE(Box(form).selectedText(), u"C"_s);
         });
         QVERIFY(!m_form->Valid());
-    }
-
-    void Row_isPickedByKeyAndMouse_data() {
-        Columns<int, QString>();
-        QTest::newRow("Enter in the box: the marked row") << 0 << "CA";
-        QTest::newRow("Enter in the grid") << 1 << "CA";
-        QTest::newRow("double click") << 2 << "CA";
-        QTest::newRow("button") << 3 << "CA";
-    }
-
-    void Row_isPickedByKeyAndMouse() {
-        auto [way, code] = Fetch<int, QString>();
-        Show(u"CAPD"_s, [way](const Hands& hands) {
-            hands.Grid().SetRow(2);
-            const QPoint place = hands.Grid().visualRect(hands.Grid().currentIndex()).center();
-            if (way == 0)
-                QTest::keyClick(&hands.Box(), Qt::Key_Return);
-            else if (way == 1)
-                QTest::keyClick(&hands.Grid(), Qt::Key_Return);
-            else if (way == 3)
-                hands.Select().click();
-            else
-                QTest::mouseClick(hands.Grid().viewport(), Qt::LeftButton, {}, place);
-            if (way == 2)
-                QTest::mouseDClick(hands.Grid().viewport(), Qt::LeftButton, {}, place);
-        });
-        QVERIFY(m_form->Valid());
-        QCOMPARE(m_form->ResultCode(), code);
-    }
-
-    void Leaving_withoutAPickKeepsTheLastCode_data() {
-        QTest::addColumn<int>("way");
-        QTest::newRow("cancel") << 0;
-        QTest::newRow("escape") << 1;
-        QTest::newRow("close box") << 2;
-    }
-
-    void Leaving_withoutAPickKeepsTheLastCode() {
-        QFETCH(int, way);
-        Show(u"PH"_s, [](const Hands& hands) { hands.Select().click(); });
-        QVERIFY(m_form->Valid());
-        Show(u"CAPD"_s, [&](const Hands& hands) {
-            if (way == 0)
-                hands.Find<QPushButton>("cmdCancel").click();
-            else if (way == 1)
-                QTest::keyClick(&hands.Box(), Qt::Key_Escape);
-            else
-                m_form->close();
-            QVERIFY(!m_form->isVisible());
-        });
-        QVERIFY(!m_form->Valid());
-        QCOMPARE(m_form->ResultCode(), u"PH"_s);
-    }
-
-    void Template_withoutPlaceholderRunsUnchanged() {
-        const QString query = u"SELECT DiscType FROM BILLING..tbDiscountType"_s;
-        m_form->SetQuery(query);
-        Show(u"Z"_s, [&](const Hands& hands) {
-            const CommandLog log;
-            QTest::keyClicks(&hands.Box(), u"Q"_s);
-            QCOMPARE(log.Sent, QStringList(query));
-            QCOMPARE(hands.Label("lblTotal"), u"6"_s);
-        });
-    }
-
-    void Failure_atLoadReachesTheCaller() {
         m_form->SetQuery(u"sp_NoSuchProcedure '##'"_s);
         QVERIFY_EXCEPTION_THROWN(m_form->exec(), base::DatabaseError);
         QVERIFY(!m_form->isVisible());
     }
 
+    void Typing_narrowsInUpperCase_data() {
+        Columns<QString, QString, QString>();
+        const auto row = [](const char* name, const QString& typed, const QString& sent,
+                            const char* codes) {
+            QTest::newRow(name) << typed << u"sp_CAPD_SearchRevenue '0','%1'"_s.arg(sent)
+                                << QString::fromLatin1(codes);
+        };
+        row("a code", u"ca"_s, u"CA"_s, "CY CA");
+        row("quote", u"O'"_s, u"O''"_s, "");
+        row("placeholder", u"##"_s, u"##"_s, "");
+        row("end of command", u"';--"_s, u"'';--"_s, "");
+        row("1,000 letters", QString(1000, u'X'), QString(1000, u'X'), "");
+    }
+
+    void Typing_narrowsInUpperCase() {
+        auto [typed, command, codes] = Fetch<QString, QString, QString>();
+        Show(u"P"_s, [&](QDialog& form) {
+            const CommandLog log;
+            Box(form).selectAll();
+            Box(form).insert(typed.chopped(1).toUpper());
+            QTest::keyClicks(&Box(form), typed.right(1));
+            QCOMPARE(log.Sent.last(), command);
+            QCOMPARE(Codes(form), codes);
+            const auto sent = log.Sent.size();
+            QTest::keyClick(&Box(form), Qt::Key_Left);
+            QCOMPARE(log.Sent.size(), sent);
+        });
+    }
+
+    void Nothing_canBePickedFromAnEmptyList() {
+        Show(u"NO SUCH CODE"_s, [](QDialog& form) {
+            QCOMPARE(TextOf(form, "lblTotal"), u"0"_s);
+            QVERIFY(!Find<QPushButton>(form, "cmdSelect").isEnabled());
+            QTest::keyClick(&Box(form), Qt::Key_Return);
+            QTest::keyClick(&Box(form), Qt::Key_Down);
+            QTest::keyClick(&Grid(form), Qt::Key_Return);
+            QVERIFY(form.isVisible());
+            // One that finds something again can.
+            Box(form).clear();
+            QTest::keyClicks(&Box(form), u"P"_s);
+            QCOMPARE(Codes(form), u"PH MD"_s);
+            QVERIFY(Find<QPushButton>(form, "cmdSelect").isEnabled());
+        });
+        // Without a text no row is marked until a key goes to the list.
+        Show({}, [](QDialog& form) {
+            QTest::keyClick(&Box(form), Qt::Key_Return);
+            QVERIFY(!Find<QPushButton>(form, "cmdSelect").isEnabled() && Grid(form).Row() == 0);
+            QTest::keyClick(&Box(form), Qt::Key_Down);
+            QVERIFY(Find<QPushButton>(form, "cmdSelect").isEnabled() && Grid(form).Row() == 1);
+        });
+        QVERIFY(!m_form->Valid());
+    }
+
+    void Moving_rewritesTheBoxButNotTheList() {
+        Show(u"CAPD"_s, [](QDialog& form) {
+            const CommandLog log;
+            QTest::keyClick(&Box(form), Qt::Key_Down);
+            QCOMPARE(Grid(form).Row(), 1);
+            QTest::keyClick(&Grid(form), Qt::Key_Down);
+            QCOMPARE(Box(form).text(), u"CAPD SUPPLIES"_s);
+            QTest::keyClick(&Grid(form), Qt::Key_Up);
+            QCOMPARE(Box(form).text(), u"CAPD CONSULTATION FEE"_s);
+            QCOMPARE(Codes(form), u"CY CA"_s);
+            QCOMPARE(log.Sent, QStringList());
+            // What is typed next is searched from what the box shows.
+            Box(form).setFocus();
+            QTest::keyClick(&Box(form), Qt::Key_End);
+            QTest::keyClick(&Box(form), Qt::Key_S);
+            QCOMPARE(TextOf(form, "lblTotal"), u"0"_s);
+        });
+    }
+
+    void Row_isPickedOrLeft() {
+        const auto leave = [](auto act) {
+            return [act](QDialog& form) {
+                Grid(form).SetRow(2);
+                act(form);
+                QVERIFY(!form.isVisible());
+            };
+        };
+        const auto place = [](QDialog& form) {
+            return Grid(form).visualRect(Grid(form).currentIndex()).center();
+        };
+        const std::function<void(QDialog&)> picks[] = {
+            leave([](QDialog& form) { QTest::keyClick(&Box(form), Qt::Key_Return); }),
+            leave([](QDialog& form) { QTest::keyClick(&Grid(form), Qt::Key_Return); }),
+            leave([](QDialog& form) { Click(form, "cmdSelect"); }), leave([place](QDialog& form) {
+                QTest::mouseClick(Grid(form).viewport(), Qt::LeftButton, {}, place(form));
+                QTest::mouseDClick(Grid(form).viewport(), Qt::LeftButton, {}, place(form));
+            })};
+        const std::function<void(QDialog&)> leaves[] = {
+            leave([](QDialog& form) { Click(form, "cmdCancel"); }),
+            leave([](QDialog& form) { QTest::keyClick(&Box(form), Qt::Key_Escape); }),
+            leave([](QDialog& form) { form.close(); })};
+        for (const auto& pick : picks) {
+            Show(u"CAPD"_s, pick);
+            QVERIFY(m_form->Valid());
+            QCOMPARE(m_form->ResultCode(), u"CA"_s);
+        }
+        // One who leaves keeps the code picked before.
+        for (const auto& act : leaves) {
+            Show(u"P"_s, act);
+            QVERIFY(!m_form->Valid());
+            QCOMPARE(m_form->ResultCode(), u"CA"_s);
+        }
+    }
+
+    void Template_withoutPlaceholderRunsUnchanged() {
+        const QString query = u"SELECT DiscType FROM BILLING..tbDiscountType"_s;
+        m_form->SetQuery(query);
+        Show(u"Z"_s, [&](QDialog& form) {
+            const CommandLog log;
+            QTest::keyClicks(&Box(form), u"Q"_s);
+            QCOMPARE(log.Sent, QStringList(query));
+            QCOMPARE(TextOf(form, "lblTotal"), u"6"_s);
+        });
+    }
+
 private:
     /// Shows the window for the criteria and lets `act` work in it.
-    void Show(const QString& criteria, const std::function<void(const Hands&)>& act) {
+    void Show(const QString& criteria, const std::function<void(QDialog&)>& act) {
         m_form->SetCriteria(criteria);
-        PickListKeys keys([&act](QDialog& form) { act(Hands(form)); });
+        PickListKeys keys(act);
         m_form->exec();
         QCOMPARE(keys.Shown, 1);
     }
 
-    std::unique_ptr<TestHospital> m_hospital;
     std::unique_ptr<frmSearch> m_form;
 };
 

@@ -1,29 +1,12 @@
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTest>
-#include <QTextEdit>
-#include <QTimer>
+#include "visits/frmCAPDVisit.h"
+
 #include <QtCharts/QCategoryAxis>
 
-#include "CommandLog.h"
-#include "FakeComponents.h"
-#include "Rows.h"
-#include "TestHospital.h"
-#include "base/Clock.h"
+#include "WindowTest.h"
 #include "db/CommandText.h"
-#include "db/Recordset.h"
-#include "session/modGlobals.h"
-#include "toolkit/DateEdit.h"
-#include "toolkit/FlexGrid.h"
-#include "toolkit/MsgBox.h"
 #include "toolkit/Twips.h"
 #include "visits/VisitChart.h"
-#include "visits/frmCAPDVisit.h"
 #include "visits/frmPastVisit.h"
-
-using namespace Qt::StringLiterals;
-
-// The visit window over the demo hospital; 200005 is on the register under 1001.
 
 namespace {
 
@@ -32,68 +15,62 @@ const QString kRefused = u"Patient's visit for this day is already registered."_
 
 }  // namespace
 
-class tst_frmCAPDVisit final : public QObject {
+// The visit window over the demo hospital; 200005 is on the register under 1001.
+class tst_frmCAPDVisit final : public WindowTest {
     Q_OBJECT
 
 private slots:
     void init() {
-        m_hospital = std::make_unique<TestHospital>();
-        modGlobals::gCurrentUser = std::make_shared<fakes::User>();
-        modGlobals::gConnection = m_hospital->Connect();
+        SetUp();
         // A server keeps its own time, and there the patient has already come today.
-        modGlobals::gConnection->Execute(
-            u"DELETE CLINICAL_AREA..tbCAPDLogBook WHERE HospNum = '200005' AND VisitDay "
-            ">= CONVERT(varchar(10), GETDATE(), 101)"_s);
-        m_boxes = std::make_unique<toolkit::BoxScript>();
+        Do(u"DELETE CLINICAL_AREA..tbCAPDLogBook WHERE HospNum = '200005' AND VisitDay >= "
+           "CONVERT(varchar(10), GETDATE(), 101)"_s);
         base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 4), QTime(23, 59, 50)); });
         m_window = Open();
     }
 
     void cleanup() {
         m_window.reset();
-        base::Clock::Replace({});
-        QCOMPARE(m_boxes->Leftovers(), QStringList());
-        m_boxes.reset();
-        modGlobals::gConnection.reset();
+        TearDown();
     }
 
     void Save_onceADayAlsoAcrossMidnight() {
         const int before = Visits();
-        m_boxes->Answer(toolkit::BoxAnswer::No);
-        Find<QPushButton>("cmdSave")->click();
-        QVERIFY(m_boxes->Shown().back().Text.contains(u"no readings"_s));
+        Answer(BoxAnswer::No);
+        Click(*m_window, "cmdSave");
+        QVERIFY(Said().Text.contains(u"no readings"_s));
         QCOMPARE(Visits(), before);
-        Find<QLineEdit>("txtWeight")->setText(u"55.5"_s);
-        Find<QRadioButton>("optCatheter2")->setChecked(true);
-        m_boxes->Answer(toolkit::BoxAnswer::Ok);
+        Find<QLineEdit>(*m_window, "txtWeight").setText(u"55.5"_s);
+        Find<QRadioButton>(*m_window, "optCatheter2").setChecked(true);
+        Answer(BoxAnswer::Ok);
         const CommandLog log;
-        Find<QPushButton>("cmdSave")->click();
-        Find<QPushButton>("cmdSave")->click();
+        Click(*m_window, "cmdSave");
+        Click(*m_window, "cmdSave");
         QCOMPARE(log.Sent, QStringList({u"SELECT IdNum FROM CLINICAL_AREA..tbCAPDLogBook WHERE "
                                         "TransDate between convert(varchar(10),getdate(),101) and "
                                         "getdate() and IdNum = 'A1B'"_s,
                                         u"CLINICAL_AREA..sp_CAPD_RegisterPatient '200005','A1B',"
                                         "'1001','','','','','','','','  Tenchkoff','55.5','','',"
-                                        "'','','','','','','','','','','','','E1'"_s}));
+                                        "'','','','','','','','','','','','','4601'"_s}));
         QCOMPARE(Visits(), before + 1);
 
         m_window = Open();
-        Find<QRadioButton>("optPurpose2")->setChecked(true);
-        m_boxes->Answer(toolkit::BoxAnswer::Ok);
-        Find<QPushButton>("cmdSave")->click();
-        QCOMPARE(m_boxes->Shown().back().Text, kRefused);
+        Find<QRadioButton>(*m_window, "optPurpose2").setChecked(true);
+        Answer(BoxAnswer::Ok);
+        Click(*m_window, "cmdSave");
+        QCOMPARE(Said().Text, kRefused);
         QVERIFY(m_window->isVisible());
-        if (m_hospital->IsOnServer())
+        if (m_session->IsOnServer())
             QSKIP("a server's clock cannot be set");
         // Midnight passes while the window is open: another day, another visit, with its purpose.
         base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 5), QTime(0, 0)); });
-        m_boxes->Answer(toolkit::BoxAnswer::Ok);
-        Find<QPushButton>("cmdSave")->click();
-        QCOMPARE(m_boxes->Shown().back().Text, kSaved);
+        Answer(BoxAnswer::Ok);
+        Click(*m_window, "cmdSave");
+        QCOMPARE(Said().Text, kSaved);
         QVERIFY(
             log.Sent.contains(u"CLINICAL_AREA..sp_CAPD_RegisterPatient "
                               u"'200005','A1B','1001','','','','','','','','','',"
-                              "'','','','','','','','','','','','','','','E1','Treatment'"_s));
+                              "'','','','','','','','','','','','','','','4601','Treatment'"_s));
         QCOMPARE(Visits(), before + 2);
     }
 
@@ -101,25 +78,25 @@ private slots:
         const int before = Visits();
         // The check sees the visit's number only; the day is the patient's.
         Log(u"A2B"_s);
-        Find<QLineEdit>("txtDiet")->setText(u"it's typed"_s);
-        m_boxes->Answer(toolkit::BoxAnswer::Ok);
-        Find<QPushButton>("cmdSave")->click();
-        QCOMPARE(m_boxes->Shown().back().Text, kRefused);
-        QCOMPARE(m_boxes->Shown().back().Title, u"Message"_s);
-        QVERIFY(m_window->isVisible() && Find<QPushButton>("cmdSave")->isEnabled());
-        QCOMPARE(Find<QLineEdit>("txtDiet")->text(), u"it's typed"_s);
+        Find<QLineEdit>(*m_window, "txtDiet").setText(u"it's typed"_s);
+        Answer(BoxAnswer::Ok);
+        Click(*m_window, "cmdSave");
+        QCOMPARE(Said().Text, kRefused);
+        QCOMPARE(Said().Title, u"Message"_s);
+        QVERIFY(m_window->isVisible() && Find<QPushButton>(*m_window, "cmdSave").isEnabled());
+        QCOMPARE(Find<QLineEdit>(*m_window, "txtDiet").text(), u"it's typed"_s);
         QCOMPARE(Visits(), before + 1);
     }
 
     void View_listsTheVisitsAndMarksTheChosenOne() {
         Log(u"A9B"_s);
-        Find<QPushButton>("cmdView")->click();
-        const auto* grid = Find<toolkit::FlexGrid>("grdTable");
-        const auto* chart = Find<VisitChart>("chtVisits");
+        Click(*m_window, "cmdView");
+        const auto* grid = &Find<toolkit::FlexGrid>(*m_window, "grdTable");
+        const auto* chart = &Find<VisitChart>(*m_window, "chtVisits");
         QVERIFY(m_window->height() >= toolkit::Twips(8820, m_window.get()));
         QCOMPARE(grid->Rows() - 1, Visits());
         QCOMPARE(grid->TextMatrix(1, 1), u"A9B"_s);
-        if (!m_hospital->IsOnServer())
+        if (!m_session->IsOnServer())
             QCOMPARE(grid->TextMatrix(1, 2), u"3/4/2031 11:59:50 PM"_s);
         QCOMPARE(grid->ColWidth(0), 100);
         QCOMPARE(grid->ColWidth(4), 3000);
@@ -128,19 +105,18 @@ private slots:
                      qPrintable(QString::number(chart->chart()->plotArea().height())));
         const QRect pressure = grid->CellRect(1, 6);
         QVERIFY(grid->viewport()->rect().contains(pressure));
-        QTest::keyClick(Find<toolkit::FlexGrid>("grdTable"), Qt::Key_Down);
+        QTest::keyClick(&Find<toolkit::FlexGrid>(*m_window, "grdTable"), Qt::Key_Down);
         QCOMPARE(chart->Marked(), 1);
-        modGlobals::gConnection->Execute(
-            u"UPDATE CLINICAL_AREA..tbCAPDLogBook SET Remarks = 'one <b>\ntwo' WHERE "
-            "HospNum = '200005'"_s);
-        Find<QPushButton>("cmdView")->click();
+        Do(u"UPDATE CLINICAL_AREA..tbCAPDLogBook SET Remarks = 'one <b>\ntwo' WHERE "
+           "HospNum = '200005'"_s);
+        Click(*m_window, "cmdView");
         QString read;
         QTimer::singleShot(0, [&read] {
             auto* visit = qobject_cast<frmPastVisit*>(QApplication::activeModalWidget());
             read = visit->findChild<QTextEdit*>()->toPlainText();
             QTest::keyClick(visit->focusWidget(), Qt::Key_Return);
         });
-        QTest::keyClick(Find<toolkit::FlexGrid>("grdTable"), Qt::Key_Return);
+        QTest::keyClick(&Find<toolkit::FlexGrid>(*m_window, "grdTable"), Qt::Key_Return);
         QVERIFY2(read.contains(u"A9B"_s) && read.contains(u"one <b>"_s) && read.contains(u"two"_s),
                  qPrintable(read));
     }
@@ -148,7 +124,7 @@ private slots:
     // The last twelve months stand first; a visit before them brings its own. Each visit has one
     // date.
     void Chart_showsTwelveMonths() {
-        auto* chart = Find<VisitChart>("chtVisits");
+        auto* chart = &Find<VisitChart>(*m_window, "chtVisits");
         auto* days = qobject_cast<QCategoryAxis*>(chart->chart()->axes(Qt::Horizontal).front());
         const QDateTime last(QDate(2026, 11, 23), QTime(8, 0));
         chart->SetVisits({{last, 50, {}}});
@@ -167,9 +143,9 @@ private slots:
 
     void View_withoutVisitsLeavesTheGridCleared() {
         m_window->SetHospNum(u"200001"_s);
-        Find<QPushButton>("cmdView")->click();
-        QCOMPARE(Find<toolkit::FlexGrid>("grdTable")->TextMatrix(1, 1), QString());
-        QCOMPARE(Find<VisitChart>("chtVisits")->Marked(), -1);
+        Click(*m_window, "cmdView");
+        QCOMPARE(Find<toolkit::FlexGrid>(*m_window, "grdTable").TextMatrix(1, 1), QString());
+        QCOMPARE(Find<VisitChart>(*m_window, "chtVisits").Marked(), -1);
     }
 
     void Readings_leaveGaps_data() {
@@ -223,24 +199,14 @@ private:
         QStringList arguments(27, QString());
         arguments[0] = u"200005"_s;
         arguments[1] = idNum;
-        modGlobals::gConnection->Execute(
-            db::Call(u"CLINICAL_AREA..sp_CAPD_RegisterPatient"_s, arguments));
+        Do(db::Call(u"CLINICAL_AREA..sp_CAPD_RegisterPatient"_s, arguments));
     }
 
-    template <class Control>
-    Control* Find(const char* name) const {
-        return m_window->findChild<Control*>(QString::fromLatin1(name));
-    }
-    int Visits() const {
-        return modGlobals::gConnection
-            ->Execute(
-                u"SELECT LogID FROM CLINICAL_AREA..tbCAPDLogBook WHERE "
-                "HospNum = '200005'"_s)
-            ->RecordCount();
+    static int Visits() {
+        return Ask(u"SELECT COUNT(*) FROM CLINICAL_AREA..tbCAPDLogBook WHERE HospNum = '200005'"_s)
+            .toInt();
     }
 
-    std::unique_ptr<TestHospital> m_hospital;
-    std::unique_ptr<toolkit::BoxScript> m_boxes;
     std::unique_ptr<frmCAPDVisit> m_window;
 };
 
