@@ -92,7 +92,8 @@ protected:
             auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (window && window == m_seen) {
                 window->reject();
-                QTest::qFail("a window that nobody expected", __FILE__, __LINE__);
+                QTest::qFail(qPrintable(u"nobody expected "_s + window->windowTitle()), __FILE__,
+                             __LINE__);
             }
             m_seen = window;
         });

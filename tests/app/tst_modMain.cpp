@@ -1,7 +1,6 @@
 #include <QTest>
 
 #include "FakeComponents.h"
-#include "Rows.h"
 #include "TestHospital.h"
 #include "app/mdiCAPD.h"
 #include "app/modMain.h"
@@ -63,19 +62,14 @@ private slots:
         QCOMPARE(gConnection->DefaultDatabase(), u"CLINICAL_AREA"_s);
     }
 
-    void Main_endsSilentlyWithoutALogIn() {
-        toolkit::BoxScript boxes;
-        m_fakes->CurrentUser->Admitted = false;
-        QVERIFY(!modMain::Main());
-        QCOMPARE(fakes::Log().last(), u"ShowMain"_s);
-        QCOMPARE(boxes.Leftovers(), QStringList());
-    }
-
-    void Main_endsSilentlyWithoutThePatientSearch() {
+    void Main_endsSilentlyWithoutALogInOrThePatientSearch() {
         toolkit::BoxScript boxes;
         m_fakes->Stays->Initialized = false;
         QVERIFY(!modMain::Main());
         QVERIFY(!fakes::Log().contains(u"create DrugRoster.clsListDrugs"_s));
+        m_fakes->CurrentUser->Admitted = false;
+        QVERIFY(!modMain::Main());
+        QCOMPARE(fakes::Log().last(), u"ShowMain"_s);
         QCOMPARE(boxes.Leftovers(), QStringList());
     }
 
@@ -91,14 +85,10 @@ private slots:
         }
     }
 
-    void Main_failsWithoutAHospitalRow() {
-        m_fakes->CurrentUser->Session->Execute(u"DELETE PATIENT_DATA..tbHospitalInfo"_s);
-        QVERIFY_THROWS_EXCEPTION(base::DatabaseError, modMain::Main());
-    }
-
     void Main_readsTheFirstOfSeveralHospitalRows() {
         auto& session = *m_fakes->CurrentUser->Session;
         session.Execute(u"DELETE PATIENT_DATA..tbHospitalInfo"_s);
+        QVERIFY_THROWS_EXCEPTION(base::DatabaseError, modMain::Main());
         for (int row = 1; row <= 2; ++row)
             session.Execute(
                 u"INSERT INTO PATIENT_DATA..tbHospitalInfo (HospitalID, Company, address1, "
@@ -108,26 +98,19 @@ private slots:
         QVERIFY(fakes::Log().contains(u"Finder.InitConnection MTS"_s));
     }
 
-    void Frame_unloadsWithoutTheCatalogue_data() {
-        Columns<bool, QString>();
-        QTest::newRow("list") << true << u"Cannot load supplies list."_s;
-        QTest::newRow("information") << false << u"Cannot load supplies information."_s;
-    }
-
     void Frame_unloadsWithoutTheCatalogue() {
-        auto [list, message] = Fetch<bool, QString>();
-        (list ? fakes::Supplies::Reachable : fakes::SupplyRecord::Reachable) = false;
-        toolkit::BoxScript boxes;
-        boxes.Answer(toolkit::BoxAnswer::Ok);
-        const auto frame = modMain::Main();
-        QVERIFY(frame && !frame->isVisible());
-        QCOMPARE(boxes.Leftovers(), QStringList());
-        QCOMPARE(boxes.Shown().front().Text, message);
-        QCOMPARE(boxes.Shown().front().Title, toolkit::kProgramName);
-        QCOMPARE(boxes.Shown().front().Icon, toolkit::BoxIcon::Critical);
-    }
-
-    void Frame_thatCannotLoadEndsStartUp() {
+        for (const auto& [reachable, message] :
+             {std::pair(&fakes::SupplyRecord::Reachable, u"Cannot load supplies information."_s),
+              {&fakes::Supplies::Reachable, u"Cannot load supplies list."_s}}) {
+            *reachable = false;
+            toolkit::BoxScript boxes;
+            boxes.Answer(toolkit::BoxAnswer::Ok);
+            const auto frame = modMain::Main();
+            QVERIFY(frame && !frame->isVisible());
+            QCOMPARE(boxes.Leftovers(), QStringList());
+            QCOMPARE(boxes.Shown().front().Text, message);
+            QCOMPARE(boxes.Shown().front().Icon, toolkit::BoxIcon::Critical);
+        }
         fakes::Supplies::Broken = true;
         QVERIFY_THROWS_EXCEPTION(base::RuntimeError, modMain::Main());
     }
