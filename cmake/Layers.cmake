@@ -64,10 +64,12 @@ function(add_layer layer)
   capd_headers_of(${layer} ${arg_USES} ${arg_LIBRARIES})
 endfunction()
 
-# Every tests/<layer>/tst_*.cpp is a test program of its own, labelled with its folder.
+# Every tests/<layer>/tst_*.cpp is a test program of its own, labelled with its folder; the target
+# tests_<layer> makes them.
 function(add_layer_tests layer)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "USES")
   file(GLOB programs CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${layer}/tst_*.cpp)
+  add_custom_target(tests_${layer})
   foreach(program IN LISTS programs)
     get_filename_component(name ${program} NAME_WE)
     add_executable(${name} ${program})
@@ -76,6 +78,7 @@ function(add_layer_tests layer)
       CAPD_SOURCE_DIR="${CMAKE_SOURCE_DIR}" CAPD_TEST_DIR="${CMAKE_CURRENT_SOURCE_DIR}/${layer}")
     target_link_libraries(${name} PRIVATE ${layer} ${arg_USES} Qt6::Test)
     capd_headers_of(${name} ${layer} ${arg_USES})
+    add_dependencies(tests_${layer} ${name})
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS ${layer} TIMEOUT 1200
       ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;QTEST_FUNCTION_TIMEOUT=1100000")

@@ -19,7 +19,6 @@ public:
     WriteTurn(const WriteTurn&) = delete;
     WriteTurn& operator=(const WriteTurn&) = delete;
 
-    bool IsMine() const { return m_mine; }
     bool IsOthers();
     /// Takes the turn if it is free.
     void Take();

@@ -23,7 +23,7 @@ class PickList;
 /// Typing replaces a cell's content, F2 or a double click edits it in place, Delete and Backspace
 /// empty it, Ctrl+Insert and Shift+Insert copy and paste. Enter and Tab go to the next cell that
 /// may be typed in; Enter behind the last one and Down on the last line begin a new line once the
-/// last has an entry in KeyCol(). Ctrl+Delete removes the line. The look-up key, F4 or Alt+Down
+/// last has an entry in its key column. Ctrl+Delete removes the line. The look-up key, F4 or Alt+Down
 /// open a cell's list. Esc takes back what is being typed, else it leaves the grid.
 ///
 /// A cell that was changed commits once, however it is left: its text stands in the grid, then
@@ -84,7 +84,6 @@ public:
     /// Protected on the rows for which it answers true, whatever SetProtected() said.
     void SetProtectedWhen(int col, std::function<bool(int row)> isProtectedOn);
     /// The column that must have an entry for a line to count; -1 for none.
-    int KeyCol() const { return m_keyCol; }
     void SetKeyCol(int col) { m_keyCol = col; }
 
     /// Where Esc goes: to the Save button, to Close while Save is disabled.
