@@ -90,6 +90,25 @@ inline QString Ask(const QString& query) {
     return rows.join(u';');
 }
 
+/// Lets the server go after each command of the action in turn. Until the action stands, all that
+/// `state` tells is as it was before it. Returns how often it was refused: the last time, if it
+/// still threw then, behind its commit.
+inline int LoseServerAtEachCommand(const std::function<QString()>& state,
+                                   const std::function<void()>& act) {
+    const QString before = state();
+    for (int answered = 0; answered < 100; ++answered) {
+        PluggedDriver::GoesAfter(answered);
+        try {
+            act();
+        } catch (const base::DatabaseError&) {
+        }
+        PluggedDriver::Returns();
+        if (state() != before)
+            return answered;
+    }
+    return -1;
+}
+
 /// The unit's session on a demo hospital of its own, with the program's own components, over a
 /// server with a plug. All of it is gone with this object.
 class Session final {

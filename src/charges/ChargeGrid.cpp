@@ -119,7 +119,9 @@ void ChargeGrid::CommitCell(int row, int col) {
             CommitQuantity(row);
             break;
         case Amount:
-            CommitAmount(row);
+            // The totals go on counting the amount that the grid puts back.
+            if (!CommitAmount(row))
+                return;
             break;
         default:
             return;
@@ -179,12 +181,14 @@ void ChargeGrid::CommitQuantity(int row) {
     WriteAmounts(row, amount, LineOf(row).UnitDiscount * quantity);
 }
 
-void ChargeGrid::CommitAmount(int row) {
+bool ChargeGrid::CommitAmount(int row) {
     const double price = base::Val(Text(row, Price));
     const QString typed = Text(row, Amount);
     double amount = NumberIn(typed);
-    if (amount > kMostMoney)
-        return Refuse(QStringLiteral("The largest amount is %1.").arg(base::MoneyText(kMostMoney)));
+    if (amount > kMostMoney) {
+        Refuse(QStringLiteral("The largest amount is %1.").arg(base::MoneyText(kMostMoney)));
+        return false;
+    }
     if (amount < price) {
         MsgBox(QStringLiteral("You cannot enter amount lesser than the price."),
                BoxIcon::Information, QStringLiteral("Message"));
@@ -197,6 +201,7 @@ void ChargeGrid::CommitAmount(int row) {
     WriteAmounts(row, amount, 0);
     LineOf(row).IsRaised = Text(row, OpenPrice) != u"Y" &&
                            Text(row, Amount) != base::MoneyText(ComputeLineAmount(row));
+    return true;
 }
 
 // What was taken back meanwhile and typed anew begins otherwise.
@@ -337,7 +342,6 @@ double ChargeGrid::UnitDiscountOf(int row, const QString& code, double price) co
     clsComputeDiscount& server = clsComputeDiscount::Shared();
     server.SetRevenueID(Text(row, Dept));
     server.SetItemCode(code);
-    server.SetWithMarkUp(0);
     server.SetFullPrice(price);
     const double netAmount = server.NetAmount();
     const double discount = server.DiscountAmount();

@@ -68,7 +68,7 @@ private:
     void CommitRevenueCode(int row);
     void CommitItemCode(int row);
     void CommitQuantity(int row);
-    void CommitAmount(int row);
+    bool CommitAmount(int row);
     void TellOfNotTaken(const QString& taken);
     /// Adds to the message line, which begins empty with each commit.
     void Tell(const QString& text);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QProcess>
+#include <QtWidgets>
 #include <iostream>
 
 #include "SlipCase.h"
@@ -9,9 +9,8 @@
 #include "charges/RequestSlip.h"
 #include "charges/SlipReversal.h"
 #include "funds/clsPDAF.h"
+#include "print/ReportPages.h"
 #include "toolkit/FlexGrid.h"
-
-using namespace Qt::StringLiterals;
 
 /// What the test program does when it is started as one of several on a hospital file: its
 /// arguments are the work, the file, the visit, the patient and a number.
@@ -26,7 +25,7 @@ public:
     static int Run(const QStringList& arguments) {
         try {
             const QString work = arguments[0];
-            const ChargeSession session(arguments[1]);
+            const Session session(arguments[1]);
             SlipProgram program({arguments[2], arguments[3]}, arguments[4].toInt());
             if (work == u"save")
                 program.Save();

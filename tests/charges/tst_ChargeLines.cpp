@@ -1,128 +1,199 @@
-#include "ChargeTest.h"
-#include "Rows.h"
+#include "ChargeWindow.h"
 
-using namespace Qt::StringLiterals;
 using namespace ChargeColumn;
-using toolkit::BoxAnswer;
-using toolkit::BoxIcon;
+
+namespace {
+
+/// The most that a charge can cost.
+constexpr double kMost = 922'337'203'685'477.0;
+
+/// A catalogue that holds one item, at whatever price.
+class OddCatalogue final : public components::SupplyInfo {
+public:
+    explicit OddCatalogue(double price) { m_drug.SellingPriceOut = price; }
+    bool InitConnect(const std::shared_ptr<db::Connection>&) override { return true; }
+    bool SearchDrug(const QString&, const QString&) override { return true; }
+    const components::DrugRecord& Drug() const override { return m_drug; }
+
+private:
+    components::DrugRecord m_drug;
+};
+
+/// Fees of whatever rate.
+class OddFees final : public components::CodeSearch {
+public:
+    explicit OddFees(double rate) : m_fee{u"501"_s, u"FEE"_s, rate} {}
+    void SetMTS_Server(const QString&) override {}
+    void Initialize_Classes() override {}
+    void SetCompanyName(const QString&) override {}
+    void SetSearchMode(bool) override {}
+    void SetConnection(const std::shared_ptr<db::Connection>&) override {}
+    void SetOtherSectionID(const QString&) override {}
+    bool SearchListing(QString&, int) override { return true; }
+    const components::OtherRevenueRecord& OtherRevenue() const override { return m_fee; }
+
+private:
+    components::OtherRevenueRecord m_fee;
+};
+
+/// Types into the search box of the list of items and takes its first row.
+PickListKeys PickItem(const QString& name) {
+    return PickListKeys([name](QDialog& list) {
+        QTest::keyClicks(PickListKeys::Box(list), name);
+        QTest::keyClick(PickListKeys::Box(list), Qt::Key_Return);
+    });
+}
+
+}  // namespace
 
 // The lines of the charge sheet as a clerk types them: by keys, over a demo hospital.
 class tst_ChargeLines final : public ChargeTest {
     Q_OBJECT
 private slots:
-    void init() { SetUp(); }
-    void cleanup() { TearDown(); }
+    void init() {
+        SetUp();
+        Do(u"INSERT INTO BILLING..tbRevenueCode (RevenueID, Revenue, WithItems, SearchInventory, "
+           "LocationID) VALUES ('CZ', 'NO ITEMS', 'N', 0, '9'), ('MZ', 'STOCK', 'N', 1, '9')"_s);
+        Open();
+    }
+    void cleanup() { CloseAll(); }
 
     void RevenueCode_isTakenAsTheServerSpellsIt_data() {
-        Columns<QString, QString>();
-        QTest::newRow("supplies") << "ca"
-                                  << "|CA||CAPD SUPPLIES|||||Y|46||CA||";
-        QTest::newRow("fees") << "CY"
-                              << "|CY||CAPD CONSULTATION FEE|||||Y|||||";
-        QTest::newRow("by description") << "prof"
-                                        << "|MD||PROFESSIONAL FEE|||||Y|||||";
+        Columns<QString, QString, int>();
+        Row("supplies", "ca", "|CA||CAPD SUPPLIES|||||Y|46||CA||", int(Code));
+        Row("fees", "CY", "|CY||CAPD CONSULTATION FEE|||||Y|||||", int(Code));
+        Row("by description", "prof", "|MD||PROFESSIONAL FEE|||||Y|||||", int(Code));
+        Row("stock alone", "MZ", "|MZ||STOCK|||||N|9||||", int(Code));
+        Row("without items", "CZ", "|CZ||NO ITEMS|||||N|9||||", int(Dept));
     }
 
     void RevenueCode_isTakenAsTheServerSpellsIt() {
-        auto [typed, line] = Fetch<QString, QString>();
-        const ChargeWindow& window = Open();
-        window.Enter(typed);
-        QCOMPARE(window.Line(1).join(u'|'), line);
-        QCOMPARE(window.At(), QPoint(1, Code));
+        auto [typed, line, col] = Fetch<QString, QString, int>();
+        EnterText(typed);
+        QCOMPARE(m_window->Line(1), line);
+        QCOMPARE(m_window->At(), QPoint(1, col));
     }
 
     void RevenueCode_ambiguousIsPickedOrCancelled() {
-        ChargeWindow& window = Open();
         {
             PickListKeys keys;
-            window.Enter(u"c"_s);
+            EnterText(u"c"_s);
             QCOMPARE(keys.Shown, 1);
-            QCOMPARE(window.Cell(1, Dept), QString());
-            QCOMPARE(window.At(), QPoint(1, Dept));
-            QCOMPARE(window.Grid.EditText(), u"c"_s);
+            QCOMPARE(m_window->Cell(1, Dept), QString());
+            QCOMPARE(m_window->At(), QPoint(1, Dept));
+            QCOMPARE(m_window->Grid.EditText(), u"c"_s);
         }
-        QString criteria, caption;
+        QString criteria;
         PickListKeys keys([&](QDialog& list) {
-            auto* box = list.findChild<QLineEdit*>(u"txtSearchStr"_s);
-            criteria = box->text();
-            caption = list.windowTitle();
-            QTest::keyClicks(box, u"central"_s);
-            QTest::keyClick(box, Qt::Key_Return);
+            auto& box = Find<QLineEdit>(list, "txtSearchStr");
+            criteria = box.text();
+            QTest::keyClicks(&box, u"central"_s);
+            QTest::keyClick(&box, Qt::Key_Return);
         });
-        window.Key(Qt::Key_Return);
-        QCOMPARE(keys.Shown, 1);
+        PressKey(Qt::Key_Return);
         QCOMPARE(criteria, u"c"_s);
-        QCOMPARE(caption, u"Revenue Codes"_s);
-        QCOMPARE(window.Cell(1, Dept), u"CS"_s);
-        QCOMPARE(window.Cell(1, LocationID), u"21"_s);
-        QCOMPARE(window.At(), QPoint(1, Code));
+        QCOMPARE(m_window->Line(1).section(u'|', 1, 9), u"CS||CENTRAL SUPPLY|||||Y|21"_s);
+        QCOMPARE(m_window->At(), QPoint(1, Code));
+    }
+
+    void RevenueCode_unknownIsRefused_data() {
+        Columns<QString, bool>();
+        Row("nothing begins so", "ZZ", false);
+        Row("another department's", "XR", false);
+        Row("gone while its list was open", "c", true);
     }
 
     void RevenueCode_unknownIsRefused() {
-        const ChargeWindow& window = Open();
-        m_boxes->Answer(BoxAnswer::Ok);
-        window.Enter(u"ZZ"_s);
-        ExpectBox("Item does not exists.", BoxIcon::Exclamation);
-        QCOMPARE(window.At(), QPoint(1, Dept));
-        QCOMPARE(window.Line(1).join(QString()), QString());
-        window.Key(Qt::Key_Escape);
-        window.Enter(u"CY"_s);
-        QCOMPARE(window.At(), QPoint(1, Code));
+        auto [typed, gone] = Fetch<QString, bool>();
+        Answer(BoxAnswer::Ok);
+        PickListKeys keys([](QDialog& list) {
+            Do(u"DELETE BILLING..tbRevenueCode WHERE RevenueID <> 'MD'"_s);
+            Find<QLineEdit>(list, "txtSearchStr").setFocus();
+            Click(list, "cmdSelect");
+        });
+        EnterText(typed);
+        QCOMPARE(keys.Shown, int(gone));
+        QCOMPARE(Said().Text, u"Item does not exists."_s);
+        QCOMPARE(m_window->At(), QPoint(1, Dept));
+        QCOMPARE(m_window->Line(1), QString(13, u'|'));
+        PressKey(Qt::Key_Escape);
+        EnterText(u"MD"_s);
+        QCOMPARE(m_window->At(), QPoint(1, Code));
     }
 
     void RevenueCode_changedEmptiesTheLine() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CA"_s, u"101"_s, u"2"_s);
-        const QStringList before = window.Line(1);
+        m_window->Charge(u"CA"_s, u"101"_s, u"2"_s);
+        const QString before = m_window->Line(1);
         // The same code again, in whatever case, is no change.
-        window.EnterAt(1, Dept, u"ca"_s);
-        QCOMPARE(window.Line(1), before);
-        window.EnterAt(1, Dept, u"CY"_s);
-        QCOMPARE(window.Line(1).join(u'|'), u"|CY||CAPD CONSULTATION FEE|||||Y|||||"_s);
-        QCOMPARE(window.Totals(), QStringList(3, u"0.00"_s));
+        m_window->EnterAt(1, Dept, u"ca"_s);
+        QCOMPARE(m_window->Line(1), before);
+        m_window->EnterAt(1, Dept, u"CY"_s);
+        QCOMPARE(m_window->Line(1), u"|CY||CAPD CONSULTATION FEE|||||Y|||||"_s);
+        QCOMPARE(m_window->Totals(), u"0.00|0.00|0.00"_s);
     }
 
-    void RevenueCode_isListedByF1() {
-        const ChargeWindow& window = Open();
-        window.Enter(u"CA"_s);
-        window.Grid.SetCol(Dept);
+    void Lists_openByF1() {
+        EnterText(u"CA"_s);
+        m_window->Grid.SetCol(Dept);
         int offered = 0;
-        PickListKeys keys([&](QDialog& list) {
-            offered = list.findChild<QLabel*>(u"lblTotal"_s)->text().toInt();
-            auto* box = list.findChild<QLineEdit*>(u"txtSearchStr"_s);
-            QTest::keyClicks(box, u"CY"_s);
-            QTest::keyClick(box, Qt::Key_Return);
-        });
-        window.Key(Qt::Key_F1);
+        {
+            PickListKeys keys([&](QDialog& list) {
+                offered = PickListKeys::Total(list);
+                auto& box = Find<QLineEdit>(list, "txtSearchStr");
+                QTest::keyClicks(&box, u"CS"_s);
+                QTest::keyClick(&box, Qt::Key_Return);
+            });
+            PressKey(Qt::Key_F1);
+        }
         // All codes, whatever stands in the cell.
-        QCOMPARE(offered, 5);
-        QCOMPARE(window.Cell(1, Dept), u"CY"_s);
-        QCOMPARE(window.At(), QPoint(1, Code));
+        QCOMPARE(offered, 7);
+        QCOMPARE(m_window->Cell(1, Dept), u"CS"_s);
+        QCOMPARE(m_window->At(), QPoint(1, Code));
+        m_window->Charge(u"CA"_s, u"101"_s);
+        m_window->Grid.SetCell(1, Code);
+        const auto keys = PickItem(u"face"_s);
+        PressKey(Qt::Key_F1);
+        QCOMPARE(m_window->Cell(1, Code), u"113"_s);
+        QCOMPARE(m_window->At(), QPoint(1, Type));
     }
 
     void StockItem_isPricedAndDiscounted() {
-        ChargeWindow& window = Open();
-        window.Enter(u"CA"_s);
-        window.Enter(u" 102 "_s);
-        QCOMPARE(window.Line(1).join(u'|'),
-                 u"|CA|102|DIALYSIS SOLUTION 2.3% 2 L||390.25|1|390.25|Y|46|390.25|CA|"
-                 "312.2|78.05"_s);
-        QCOMPARE(window.At(), QPoint(1, Type));
-        QVERIFY(window.Find<QPushButton>("cmdSave").isEnabled());
-        QVERIFY(window.Find<QPushButton>("cmdSavePrint").isEnabled());
-        QCOMPARE(window.Totals().join(u'|'), u"390.25|78.05|312.20"_s);
+        EnterText(u"CA"_s);
+        const CommandLog log;
+        EnterText(u" 102 "_s);
+        QCOMPARE(m_window->Line(1),
+                 u"|CA|102|DIALYSIS SOLUTION 2.3% 2 L||390.25|1|390.25|Y|46|"
+                 "390.25|CA|312.2|78.05"_s);
+        QCOMPARE(m_window->At(), QPoint(1, Type));
+        QVERIFY(Find<QPushButton>(m_window->Window, "cmdSave").isEnabled());
+        QVERIFY(Find<QPushButton>(m_window->Window, "cmdSavePrint").isEnabled());
+        QCOMPARE(m_window->Totals(), u"390.25|78.05|312.20"_s);
+        // The item twice, then its net amount and its discount by five commands each.
+        const QString hospNum =
+            Ask(u"SELECT HospNum FROM PATIENT_DATA..tbOutPatient WHERE "
+                "IdNum = '%1'"_s.arg(m_window->Patient.Id));
+        const QString whose =
+            u"SELECT Hospnum from Patient_Data..tbOutPatient WHERE IdNum = '%1'"_s.arg(
+                m_window->Patient.Id);
+        const QStringList question{
+            whose,
+            u"RADIOLOGY..spRadio_GetDiscountType '%1','%2'"_s.arg(hospNum, m_window->Patient.Id),
+            whose,
+            u"SELECT MSSClassification FROM PATIENT_DATA..tbMaster WHERE HospNum = '%1'"_s.arg(
+                hospNum),
+            u"RADIOLOGY..spRadio_GetDiscount 'CA','102','SM','', '0'"_s};
+        QCOMPARE(log.Sent.mid(2, 10), question + question);
+        QCOMPARE(log.Sent[1], u"BILLING..sp_Drug_Find '102','46'"_s);
         // Type and quantity may stay as they are: Enter walks to the next line.
-        window.Type(u"s"_s);
-        window.Key(Qt::Key_Return);
-        QCOMPARE(window.Cell(1, Type), u"STAT"_s);
-        window.Key(Qt::Key_Return);
-        QCOMPARE(window.At(), QPoint(2, Dept));
+        EnterText(u"s"_s);
+        QCOMPARE(m_window->Cell(1, Type), u"STAT"_s);
+        PressKey(Qt::Key_Return);
+        QCOMPARE(m_window->At(), QPoint(2, Dept));
     }
 
     void StockItem_isFoundByItsName() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CA"_s, u"drain"_s);
-        QCOMPARE(window.Cell(1, Code), u"108"_s);
+        m_window->Charge(u"CA"_s, u"drain"_s);
+        QCOMPARE(m_window->Cell(1, Code), u"108"_s);
         // Several of that name: the list is narrowed by what was typed.
         QString narrowed;
         PickListKeys keys([&](QDialog& list) {
@@ -131,250 +202,230 @@ private slots:
             QTest::keyClick(PickListKeys::Rows(list), Qt::Key_Down);
             QTest::keyClick(PickListKeys::Rows(list), Qt::Key_Return);
         });
-        window.Charge(u"CA"_s, u"dialysis"_s);
-        QCOMPARE(keys.Shown, 1);
+        m_window->Charge(u"CA"_s, u"dialysis"_s);
         QCOMPARE(narrowed, u"DIALYSIS"_s);
-        QVERIFY(window.Cell(2, Description).startsWith(u"DIALYSIS SOLUTION"_s));
-        QCOMPARE(window.At(), QPoint(2, Type));
+        QVERIFY(m_window->Cell(2, Description).startsWith(u"DIALYSIS SOLUTION"_s));
+        QCOMPARE(m_window->At(), QPoint(2, Type));
     }
 
     void StockItem_notFoundLeavesTheLine() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CA"_s, u"101"_s, u"4"_s);
-        const QStringList before = window.Line(1);
-        m_session->Connection->Execute(
-            u"UPDATE BILLING..tbDrug SET Status = 1 WHERE DrugCode = '105'"_s);
-        m_session->Connection->Execute(
-            u"UPDATE BILLING..tbDrugStock SET OnHand = -2 WHERE DrugCode = '108'"_s);
+        m_window->Charge(u"CA"_s, u"101"_s, u"4"_s);
+        const QString before = m_window->Line(1);
+        Do(u"UPDATE BILLING..tbDrug SET Status = 1 WHERE DrugCode = '105'"_s);
+        Do(u"UPDATE BILLING..tbDrugStock SET OnHand = -2 WHERE DrugCode = '108'"_s);
         PickListKeys cancelled;
-        m_boxes->Answer(BoxAnswer::Ok);
+        Answer(BoxAnswer::Ok);
         for (const QString& code : {u"9999"_s, u"105"_s}) {
-            window.EnterAt(1, Code, code);
-            QCOMPARE(window.Line(1), before);
-            QCOMPARE(window.At(), QPoint(1, Code));
+            m_window->EnterAt(1, Code, code);
+            QCOMPARE(m_window->Line(1), before);
+            QCOMPARE(m_window->At(), QPoint(1, Code));
             // What was typed waits to be corrected.
-            QCOMPARE(window.Grid.EditText(), code);
-            window.Key(Qt::Key_Escape);
+            QCOMPARE(m_window->Grid.EditText(), code);
+            PressKey(Qt::Key_Escape);
         }
         QCOMPARE(cancelled.Shown, 1);
-        ExpectBox("Record is inactive...please reenter...", BoxIcon::Exclamation, "Message");
-        window.EnterAt(1, Code, u"108"_s);
-        QCOMPARE(window.Label("lblMessage"),
-                 window.Cell(1, Description) + u": none in stock (-2)."_s);
-    }
-
-    void StockItem_mayStandTwice() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CA"_s, u"101"_s);
-        window.Charge(u"CA"_s, u"101"_s);
-        QCOMPARE(window.Cell(2, Code), u"101"_s);
-    }
-
-    void StockItem_isListedByF1() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CA"_s, u"101"_s);
-        window.Grid.SetCell(1, Code);
-        PickListKeys keys([](QDialog& list) {
-            QTest::keyClicks(PickListKeys::Box(list), u"face"_s);
-            QTest::keyClick(PickListKeys::Box(list), Qt::Key_Return);
-        });
-        window.Key(Qt::Key_F1);
-        QCOMPARE(keys.Shown, 1);
-        QCOMPARE(window.Cell(1, Code), u"113"_s);
-        QCOMPARE(window.At(), QPoint(1, Type));
+        QCOMPARE(Said().Text, u"Record is inactive...please reenter..."_s);
+        m_window->EnterAt(1, Code, u"108"_s);
+        QCOMPARE(m_window->Text("lblMessage"),
+                 m_window->Cell(1, Description) + u": none in stock (-2)."_s);
+        // It may stand twice.
+        m_window->Charge(u"CA"_s, u"108"_s);
+        QCOMPARE(m_window->Cell(2, Code), u"108"_s);
     }
 
     void Item_beforeItsRevenueCodeIsNotFound() {
-        ChargeWindow& window = Open();
-        PickListKeys none;
-        window.EnterAt(1, Code, u"101"_s);
-        QCOMPARE(none.Shown, 0);
-        QCOMPARE(window.Label("lblMessage"), u"Type the revenue code of the line first."_s);
-        QCOMPARE(window.Line(1).join(QString()), QString());
-        QCOMPARE(window.At(), QPoint(1, Code));
+        m_window->EnterAt(1, Code, u"101"_s);
+        QCOMPARE(m_window->Text("lblMessage"), u"Type the revenue code of the line first."_s);
+        QCOMPARE(m_window->Line(1), QString(13, u'|'));
+        QCOMPARE(m_window->At(), QPoint(1, Code));
+    }
+
+    // The price is read from the catalogue, its discount from the server, one after the other.
+    void Discount_ofAnotherPriceIsNotGiven_data() {
+        Columns<QString>();
+        Row("changed", "UPDATE BILLING..tbDrug SET SellingPriceOut = 100");
+        Row("gone", "DELETE BILLING..tbDrug WHERE DrugCode = '101'");
+    }
+
+    void Discount_ofAnotherPriceIsNotGiven() {
+        auto [meanwhile] = Fetch<QString>();
+        PluggedDriver::Before = [&meanwhile](db::Driver& server, const QString& command) {
+            db::RowStore none;
+            if (command.startsWith(u"RADIOLOGY..spRadio_GetDiscount '"))
+                server.Execute(meanwhile, none);
+        };
+        m_window->Charge(u"CA"_s, u"101"_s);
+        QCOMPARE(m_window->Line(1, Price), u"385.00|1|385.00|Y|46|385.00|CA|385|0"_s);
+    }
+
+    void Price_oddOneIsNoneOrRefused_data() {
+        Columns<double, bool>();
+        Row("zero", 0.0, true);
+        Row("below zero", -385.0, true);
+        Row("not a number", std::numeric_limits<double>::quiet_NaN(), true);
+        Row("the most", kMost, true);
+        Row("more than money", 1e300, false);
+    }
+
+    void Price_oddOneIsNoneOrRefused() {
+        auto [price, taken] = Fetch<double, bool>();
+        modGlobals::gSupplyInfo = std::make_shared<OddCatalogue>(price);
+        modGlobals::gCodeSearch = std::make_shared<OddFees>(price);
+        for (const auto& [revenueId, item] : {std::pair(u"CA"_s, u"101"_s), {u"CY"_s, u"501"_s}}) {
+            m_window->EnterAt(1, Dept, revenueId);
+            EnterText(item);
+            const QString shown = base::MoneyText(price == kMost ? price : 0);
+            QCOMPARE(m_window->Cell(1, Price), taken ? shown : QString());
+            QCOMPARE(m_window->Cell(1, Amount), taken ? shown : QString());
+            QCOMPARE(m_window->Text("lblMessage").contains(u"more than can be charged"_s), !taken);
+            PressKey(Qt::Key_Escape);
+        }
+        if (price != kMost)
+            return;
+        m_window->EnterAt(1, Quantity, u"2"_s);
+        QCOMPARE(m_window->Text("lblMessage"), u"So many cost more than can be charged."_s);
+        PressKey(Qt::Key_Escape);
+        m_window->EnterAt(1, Amount, u"922337203685478"_s);
+        QCOMPARE(m_window->Text("lblMessage"), u"The largest amount is 922337203685477.00."_s);
+        PressKey(Qt::Key_Escape);
     }
 
     void Fee_isPricedWithoutDiscount() {
-        ChargeWindow& window = Open();
-        window.Charge(u"MD"_s, u"802"_s);
-        QCOMPARE(window.Line(1).join(u'|'),
+        m_window->Charge(u"MD"_s, u"802"_s);
+        QCOMPARE(m_window->Line(1),
                  u"N|MD|802|NEPHROLOGIST'S FOLLOW-UP||500.00|1|500.00|Y||500.00||500|0"_s);
-        QCOMPARE(window.At(), QPoint(1, Type));
-        QCOMPARE(window.Totals().join(u'|'), u"500.00|0.00|500.00"_s);
+        QCOMPARE(m_window->At(), QPoint(1, Type));
+        QCOMPARE(m_window->Totals(), u"500.00|0.00|500.00"_s);
+        // Whose list is cancelled stays.
+        const QString before = m_window->Line(1);
+        PickListKeys cancelled;
+        m_window->EnterAt(1, Code, u"neph"_s);
+        QCOMPARE(cancelled.Shown, 1);
+        QCOMPARE(m_window->Line(1), before);
+        QCOMPARE(m_window->At(), QPoint(1, Code));
     }
 
     void Fee_onAnotherLineIsRefused() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CY"_s, u"501"_s);
-        window.Charge(u"CY"_s, u"502"_s);
-        m_boxes->Answer(BoxAnswer::Ok);
-        window.EnterAt(2, Code, u"501"_s);
-        ExpectBox("Exam already selected.", BoxIcon::Exclamation, "Assessment");
-        QCOMPARE(window.Cell(2, Code), QString());
-        QCOMPARE(window.At(), QPoint(2, Code));
-        QCOMPARE(window.Totals().first(), u"450.00"_s);
+        m_window->Charge(u"CY"_s, u"501"_s);
+        m_window->Charge(u"CY"_s, u"502"_s);
+        Answer(BoxAnswer::Ok);
+        m_window->EnterAt(2, Code, u"501"_s);
+        QCOMPARE(Said().Text, u"Exam already selected."_s);
+        QCOMPARE(m_window->Cell(2, Code), QString());
+        QCOMPARE(m_window->At(), QPoint(2, Code));
+        QCOMPARE(m_window->Totals(), u"450.00|0.00|450.00"_s);
         // The line's own fee, typed anew, is no duplicate; nor is the code under another revenue
         // code.
-        window.Enter(u"503"_s);
-        m_session->Connection->Execute(
-            u"INSERT INTO BILLING..tbOtherRevenue (RevenueID, ItemCode, OtherRevenue, RateA) "
-            "VALUES ('MD', '501', 'SAME NUMBER', 10)"_s);
-        window.Charge(u"MD"_s, u"501"_s);
-        QCOMPARE(window.Cell(3, Description), u"SAME NUMBER"_s);
-    }
-
-    void Fee_cancelledLeavesTheLine() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CY"_s, u"501"_s);
-        const QStringList before = window.Line(1);
-        PickListKeys cancelled;
-        window.EnterAt(1, Code, u"cap"_s);
-        QCOMPARE(cancelled.Shown, 1);
-        QCOMPARE(window.Line(1), before);
-        QCOMPARE(window.At(), QPoint(1, Code));
+        EnterText(u"503"_s);
+        m_window->EnterAt(2, Code, u"503"_s);
+        Do(u"INSERT INTO BILLING..tbOtherRevenue (RevenueID, ItemCode, OtherRevenue, RateA) VALUES "
+           "('MD', '501', 'SAME NUMBER', 10)"_s);
+        m_window->Charge(u"MD"_s, u"501"_s);
+        QCOMPARE(m_window->Cell(3, Description), u"SAME NUMBER"_s);
     }
 
     void Fee_openPriceIsTyped() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CY"_s, u"510"_s);
-        QCOMPARE(window.Cell(1, OpenPrice), u"Y"_s);
-        QCOMPARE(window.Cell(1, Price), u"0.00"_s);
-        window.EnterAt(1, Amount, u"123.5"_s);
-        QCOMPARE(window.Cell(1, Amount), u"123.50"_s);
-        QCOMPARE(window.Totals().join(u'|'), u"123.50|0.00|123.50"_s);
-        window.EnterAt(1, Quantity, u"3"_s);
-        QCOMPARE(window.Cell(1, Amount), u"123.50"_s);
+        m_window->Charge(u"CY"_s, u"510"_s);
+        QCOMPARE(m_window->Cell(1, OpenPrice) + m_window->Cell(1, Price), u"Y0.00"_s);
+        m_window->EnterAt(1, Amount, u"123.5"_s);
+        QCOMPARE(m_window->Totals(), u"123.50|0.00|123.50"_s);
+        m_window->EnterAt(1, Quantity, u"3"_s);
+        QCOMPARE(m_window->Cell(1, Amount), u"123.50"_s);
+        QCOMPARE(m_window->Text("lblMessage"), QString());
     }
 
     void Amount_isHeldAgainstThePrice_data() {
         Columns<QString, bool, QString>();
-        QTest::newRow("equal") << "450" << false << "450.00";
-        QTest::newRow("a centavo below") << "449.99" << true << "450.00";
-        QTest::newRow("a fraction below") << "449.999" << true << "450.00";
-        QTest::newRow("above") << "1000.005" << false << "1000.01";
-        QTest::newRow("only a point") << "." << true << "450.00";
+        Row("equal", "450", false, "450.00");
+        Row("a centavo below", "449.99", true, "450.00");
+        Row("a fraction below", "449.999", true, "450.00");
+        Row("above", "1000.005", false, "1000.01");
+        Row("only a point", ".", true, "450.00");
     }
 
     void Amount_isHeldAgainstThePrice() {
         auto [typed, refused, amount] = Fetch<QString, bool, QString>();
-        ChargeWindow& window = Open();
-        window.Charge(u"CY"_s, u"501"_s);
-        if (refused)
-            m_boxes->Answer(BoxAnswer::Ok);
-        window.EnterAt(1, Amount, typed);
-        if (refused)
-            ExpectBox("You cannot enter amount lesser than the price.", BoxIcon::Information,
-                      "Message");
-        QCOMPARE(window.Cell(1, Amount), amount);
+        m_window->Charge(u"CY"_s, u"501"_s);
+        Answer(BoxAnswer::Ok, refused);
+        m_window->EnterAt(1, Amount, typed);
+        QCOMPARE(Said().Text,
+                 refused ? u"You cannot enter amount lesser than the price."_s : QString());
+        QCOMPARE(m_window->Cell(1, Amount), amount);
         // Two of them cost what two of them cost, whatever was typed for the one.
-        window.EnterAt(1, Quantity, u"2"_s);
-        QCOMPARE(window.Cell(1, Amount), u"900.00"_s);
+        m_window->EnterAt(1, Quantity, u"2"_s);
+        QCOMPARE(m_window->Cell(1, Amount), u"900.00"_s);
         const QString told = u"The amount 1000.01 is now price times quantity: 900.00."_s;
-        QCOMPARE(window.Label("lblMessage"), typed.startsWith(u"1000") ? told : QString());
+        QCOMPARE(m_window->Text("lblMessage"), typed.startsWith(u"1000") ? told : QString());
     }
 
     void Amount_isNotTypedOnStockLines() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CA"_s, u"101"_s);
-        window.EnterAt(1, Amount, u"9999"_s);
-        QCOMPARE(window.Cell(1, Amount), u"385.00"_s);
+        m_window->Charge(u"CA"_s, u"101"_s);
+        m_window->EnterAt(1, Amount, u"9999"_s);
+        QCOMPARE(m_window->Cell(1, Amount), u"385.00"_s);
         // Nor where there is no item yet.
-        window.Grid.AddLine();
-        window.EnterAt(2, Amount, u"9999"_s);
-        QCOMPARE(window.Cell(2, Amount), QString());
+        m_window->Grid.AddLine();
+        m_window->EnterAt(2, Amount, u"9999"_s);
+        QCOMPARE(m_window->Cell(2, Amount), QString());
     }
 
     void Quantity_pricesTheLine_data() {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("amounts");
-        QTest::addColumn<QString>("told");
-        QTest::newRow("zero counts as one") << "0"
-                                            << "385.00|308|77"
-                                            << "0 counts as 1.";
-        QTest::newRow("only a point") << "."
-                                      << "385.00|308|77"
-                                      << ". counts as 1.";
-        QTest::newRow("a minus is not taken") << "-2"
-                                              << "770.00|616|154"
-                                              << "Taken: 2. Only digits and one point count.";
-        QTest::newRow("letters are not taken") << "x"
-                                               << "385.00|308|77"
-                                               << "x: only digits and one point count here.";
-        QTest::newRow("an exponent is not taken") << "1e1"
-                                                  << "4235.00|3388|847"
-                                                  << "Taken: 11. Only digits and one point count.";
-        QTest::newRow("half to even, down") << "2.5"
-                                            << "770.00|616|154"
-                                            << "2.5 counts as 2.";
-        QTest::newRow("half to even, up") << "3.5"
-                                          << "1540.00|1232|308"
-                                          << "3.5 counts as 4.";
-        QTest::newRow("less than half a unit") << "0.4"
-                                               << "385.00|308|77"
-                                               << "0.4 counts as 1.";
-        QTest::newRow("most") << "32767"
-                              << "12615295.00|10092236|2523059"
-                              << "";
+        Columns<QString, QString, QString>();
+        const char* told = "Taken: 2. Only digits and one point count.";
+        Row("zero counts as one", "0", "1|385.00|308|77", "0 counts as 1.");
+        Row("only a point", ".", "1|385.00|308|77", ". counts as 1.");
+        Row("a minus is not taken", "-2", "2|770.00|616|154", told);
+        Row("letters are not taken", "x", "1|385.00|308|77",
+            "x: only digits and one point count here.");
+        Row("an exponent is not taken", "1e1", "11|4235.00|3388|847",
+            "Taken: 11. Only digits and one point count.");
+        Row("half to even, down", "2.5", "2|770.00|616|154", "2.5 counts as 2.");
+        Row("half to even, up", "3.5", "4|1540.00|1232|308", "3.5 counts as 4.");
+        Row("less than half a unit", "0.4", "1|385.00|308|77", "0.4 counts as 1.");
+        Row("most", "32767", "32767|12615295.00|10092236|2523059", "");
+        Row("more", "32767.5", "1|385.00|308|77", "The largest quantity is 32767.");
+        Row("more than any number", QString(400, u'9'), "1|385.00|308|77",
+            "The largest quantity is 32767.");
     }
 
     void Quantity_pricesTheLine() {
-        QFETCH(QString, typed);
-        ChargeWindow& window = Open();
-        window.Charge(u"CA"_s, u"101"_s, typed);
-        QTEST(window.Line(1)[Amount] + u'|' + window.Cell(1, NetAmount) + u'|' +
-                  window.Cell(1, Discount),
-              "amounts");
-        QTEST(window.Label("lblMessage"), "told");
-        QCOMPARE(window.Totals()[1], base::MoneyText(base::Val(window.Cell(1, Discount))));
-        // The units that are priced are those that stand in the sheet.
-        QCOMPARE(base::MoneyText(385 * base::Val(window.Cell(1, Quantity))),
-                 window.Cell(1, Amount));
+        auto [typed, amounts, told] = Fetch<QString, QString, QString>();
+        m_window->Charge(u"CA"_s, u"101"_s, typed);
+        QCOMPARE(m_window->Text("lblMessage"), told);
+        PressKey(Qt::Key_Escape);
+        QStringList cells;
+        for (const int col : {Quantity, Amount, NetAmount, Discount})
+            cells << m_window->Cell(1, col);
+        QCOMPARE(cells.join(u'|'), amounts);
     }
 
     void Quantity_scalesFromOneUnit() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CA"_s, u"102"_s, u"2"_s);
-        window.EnterAt(1, Quantity, u"3"_s);
-        QCOMPARE(window.Cell(1, Amount), u"1170.75"_s);
-        QCOMPARE(window.Cell(1, NetAmount), u"936.6"_s);
-        QCOMPARE(window.Cell(1, Discount), u"234.15"_s);
+        m_window->Charge(u"CA"_s, u"102"_s, u"2"_s);
+        m_window->EnterAt(1, Quantity, u"3"_s);
+        QCOMPARE(m_window->Totals(), u"1170.75|234.15|936.60"_s);
         // Another item on the line begins with its own values, for one unit and of no type.
-        window.Grid.SetTextMatrix(1, Type, u"STAT"_s);
-        window.EnterAt(1, Code, u"105"_s);
-        QCOMPARE(window.Cell(1, Type) + window.Cell(1, Quantity), u"1"_s);
-        window.EnterAt(1, Quantity, u"10"_s);
-        QCOMPARE(window.Totals().join(u'|'), u"300.00|60.00|240.00"_s);
-    }
-
-    void Quantity_thatOverflowsIsRefused() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CA"_s, u"101"_s, u"2"_s);
-        const QStringList before = window.Line(1);
-        for (const QString& typed : {u"32767.5"_s, QString(400, u'9')}) {
-            window.EnterAt(1, Quantity, typed);
-            QCOMPARE(window.Line(1), before);
-            QCOMPARE(window.Label("lblMessage"), u"The largest quantity is 32767."_s);
-            window.Key(Qt::Key_Escape);
-        }
+        m_window->Grid.SetTextMatrix(1, Type, u"STAT"_s);
+        m_window->EnterAt(1, Code, u"105"_s);
+        QCOMPARE(m_window->Cell(1, Type) + m_window->Cell(1, Quantity), u"1"_s);
+        m_window->EnterAt(1, Quantity, u"10"_s);
+        QCOMPARE(m_window->Totals(), u"300.00|60.00|240.00"_s);
     }
 
     void RemovedLine_takesItsAmountsAlong() {
-        ChargeWindow& window = Open();
-        window.Charge(u"CA"_s, u"101"_s);
-        window.Charge(u"CA"_s, u"102"_s);
-        window.Charge(u"CY"_s, u"501"_s);
-        window.Grid.SetCell(1, Code);
-        window.Key(Qt::Key_Delete, Qt::ControlModifier);
-        QCOMPARE(window.Totals().join(u'|'), u"840.25|78.05|762.20"_s);
+        m_window->Charge(u"CA"_s, u"101"_s);
+        m_window->Charge(u"CA"_s, u"102"_s);
+        m_window->Charge(u"CY"_s, u"501"_s);
+        m_window->Grid.SetCell(1, Code);
+        PressKey(Qt::Key_Delete, Qt::ControlModifier);
+        QCOMPARE(m_window->Totals(), u"840.25|78.05|762.20"_s);
         // The lines behind it keep their own values of one unit.
-        window.EnterAt(1, Quantity, u"2"_s);
-        window.EnterAt(2, Quantity, u"2"_s);
-        QCOMPARE(window.Totals().join(u'|'), u"1680.50|156.10|1524.40"_s);
-        window.Key(Qt::Key_Delete, Qt::ControlModifier);
-        window.Key(Qt::Key_Delete, Qt::ControlModifier);
-        QCOMPARE(window.Totals(), QStringList(3, u"0.00"_s));
-        window.Charge(u"CY"_s, u"501"_s);
-        QCOMPARE(window.Totals().first(), u"450.00"_s);
+        m_window->EnterAt(1, Quantity, u"2"_s);
+        m_window->EnterAt(2, Quantity, u"2"_s);
+        QCOMPARE(m_window->Totals(), u"1680.50|156.10|1524.40"_s);
+        PressKey(Qt::Key_Delete, Qt::ControlModifier);
+        PressKey(Qt::Key_Delete, Qt::ControlModifier);
+        QCOMPARE(m_window->Totals(), u"0.00|0.00|0.00"_s);
+        m_window->Charge(u"CY"_s, u"501"_s);
+        QCOMPARE(m_window->Totals(), u"450.00|0.00|450.00"_s);
     }
 };
 

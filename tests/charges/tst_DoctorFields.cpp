@@ -1,129 +1,101 @@
-#include "ChargeSession.h"
-#include "components/PickListKeys.h"
-#include "toolkit/MsgBox.h"
-
-using namespace Qt::StringLiterals;
-using namespace ChargeColumn;
-using toolkit::BoxAnswer;
-using toolkit::BoxScript;
+#include "ChargeWindow.h"
 
 // The requesting doctor above the charge sheet.
-class tst_DoctorFields final : public QObject {
+class tst_DoctorFields final : public ChargeTest {
     Q_OBJECT
 private slots:
     void init() {
-        m_session = std::make_unique<ChargeSession>();
-        m_boxes = std::make_unique<BoxScript>();
-        m_window = std::make_unique<ChargeWindow>(m_session->Visit(u"SM"_s));
+        SetUp();
+        Open();
+        m_code = &m_window->Box("txtDoctorID");
+        m_code->setFocus();
     }
-
-    void cleanup() {
-        m_window.reset();
-        const QStringList leftovers = m_boxes->Leftovers();
-        m_boxes.reset();
-        QCOMPARE(leftovers, QStringList());
-    }
+    void cleanup() { CloseAll(); }
 
     void Doctor_isLookedUpByCode() {
-        ChargeWindow& window = *m_window;
-        window.Find<QLineEdit>("txtDoctorID").setFocus();
-        window.Enter(u"101"_s);
-        QCOMPARE(window.Box("txtDoctor"), u"DR. Clara Abernathy"_s);
-        QCOMPARE(window.Box("txtDoctorID"), u"101"_s);
-        QCOMPARE(window.Focus(), u"grdInput"_s);
-        QVERIFY(window.Window.isVisible());
+        EnterText(u"101"_s);
+        QCOMPARE(Shown(), u"101|DR. Clara Abernathy|grdInput"_s);
+        QVERIFY(m_window->Window.isVisible());
         // Another code typed and not looked up yet has no name; the first one has its own again.
-        window.Find<QLineEdit>("txtDoctorID").setFocus();
-        window.Find<QLineEdit>("txtDoctorID").end(false);
-        window.Type(u"4"_s);
-        QCOMPARE(window.Box("txtDoctor"), QString());
-        window.Key(Qt::Key_Backspace);
-        QCOMPARE(window.Box("txtDoctor"), u"DR. Clara Abernathy"_s);
+        m_code->setFocus();
+        m_code->end(false);
+        TypeText(u"4"_s);
+        QCOMPARE(m_window->Text("txtDoctor"), QString());
+        PressKey(Qt::Key_Backspace);
+        QCOMPARE(m_window->Text("txtDoctor"), u"DR. Clara Abernathy"_s);
     }
 
     void Doctor_isPickedByTheButton() {
-        ChargeWindow& window = *m_window;
-        window.Find<QLineEdit>("txtDoctorID").setFocus();
         PickListKeys keys([](QDialog& list) {
             QTest::keyClicks(PickListKeys::Box(list), u"fair"_s);
             QTest::keyClick(PickListKeys::Box(list), Qt::Key_Return);
         });
-        QTest::mouseClick(&window.Find<QPushButton>("cmdDoctor"), Qt::LeftButton);
+        ClickDoctor();
         QCOMPARE(keys.Shown, 1);
-        QCOMPARE(window.Box("txtDoctor"), u"DR. Simon Fairweather"_s);
-        QCOMPARE(window.Box("txtDoctorID"), u"104"_s);
-        QCOMPARE(window.Focus(), u"grdInput"_s);
+        QCOMPARE(Shown(), u"104|DR. Simon Fairweather|grdInput"_s);
     }
 
     void Doctor_cancelledIsTold() {
-        ChargeWindow& window = *m_window;
-        auto& code = window.Find<QLineEdit>("txtDoctorID");
-        code.setFocus();
         PickListKeys cancelled;
-        m_boxes->Answer(BoxAnswer::Ok);
-        window.Enter(u"1'"_s);
-        const toolkit::ShownBox& box = m_boxes->Shown().back();
-        QCOMPARE(box.Text, u"You must fill in the Requesting Doctor First!"_s);
-        QCOMPARE(box.Title, u"DoctorId"_s);
-        QVERIFY(box.Icon == toolkit::BoxIcon::Critical);
-        QCOMPARE(code.text(), u"1'"_s);
-        QCOMPARE(window.Box("txtDoctor"), QString());
-        QCOMPARE(window.Focus(), u"txtDoctorID"_s);
-        m_boxes->Answer(BoxAnswer::Ok);
-        window.Find<QPushButton>("cmdDoctor").click();
+        Answer(BoxAnswer::Ok, 2);
+        EnterText(u"1'"_s);
+        QCOMPARE(Said().Text, u"You must fill in the Requesting Doctor First!"_s);
+        QCOMPARE(Shown(), u"1'||txtDoctorID"_s);
+        m_window->Press("cmdDoctor");
         QCOMPARE(cancelled.Shown, 2);
     }
 
     void Doctor_notOnFileIsTyped() {
-        ChargeWindow& window = *m_window;
-        auto& code = window.Find<QLineEdit>("txtDoctorID");
-        auto& name = window.Find<QLineEdit>("txtDoctor");
+        const QPushButton& search = Find<QPushButton>(m_window->Window, "cmdDoctor");
+        const QLineEdit& name = m_window->Box("txtDoctor");
         QVERIFY(name.isReadOnly());
-        code.setFocus();
-        window.Type(u"0"_s);
-        QCOMPARE(window.Focus(), u"txtDoctor"_s);
-        QVERIFY(!window.Find<QPushButton>("cmdDoctor").isEnabled());
-        window.Type(u"Dr. O'Neil"_s);
-        QCOMPARE(name.text(), u"Dr. O'Neil"_s);
-        code.setFocus();
-        window.Key(Qt::Key_Return);
-        QCOMPARE(window.Focus(), u"txtDoctor"_s);
-        code.setFocus();
-        code.selectAll();
-        window.Type(u"1"_s);
+        TypeText(u"0"_s);
+        QVERIFY(!search.isEnabled());
+        TypeText(u"Dr. O'Neil"_s);
+        QCOMPARE(Shown(), u"0|Dr. O'Neil|txtDoctor"_s);
+        m_code->setFocus();
+        PressKey(Qt::Key_Return);
+        QCOMPARE(m_window->Focus(), u"txtDoctor"_s);
+        m_code->setFocus();
+        m_code->selectAll();
+        TypeText(u"1"_s);
         QVERIFY(name.isReadOnly());
-        QVERIFY(window.Find<QPushButton>("cmdDoctor").isEnabled());
+        QVERIFY(search.isEnabled());
         QCOMPARE(name.text(), QString());
         // Left by Tab, the code is looked up as by Enter; what is not found keeps the keyboard.
-        window.Type(u"01"_s);
-        window.Key(Qt::Key_Tab);
-        QCOMPARE(name.text(), u"DR. Clara Abernathy"_s);
-        QCOMPARE(window.Focus(), u"grdInput"_s);
-        code.setText(u"9999"_s);
-        code.setFocus();
+        TypeText(u"01"_s);
+        PressKey(Qt::Key_Tab);
+        QCOMPARE(Shown(), u"101|DR. Clara Abernathy|grdInput"_s);
+        m_code->setText(u"9999"_s);
+        m_code->setFocus();
         PickListKeys cancelled;
-        m_boxes->Answer(BoxAnswer::Ok);
-        window.Key(Qt::Key_Tab);
+        Answer(BoxAnswer::Ok);
+        PressKey(Qt::Key_Tab);
         QCOMPARE(cancelled.Shown, 1);
-        QCOMPARE(window.Focus(), u"txtDoctorID"_s);
-        QCOMPARE(name.text(), QString());
+        QCOMPARE(Shown(), u"9999||txtDoctorID"_s);
     }
 
     void Doctor_endsTheSheetsEditing() {
-        ChargeWindow& window = *m_window;
-        window.Type(u"CA"_s);
-        window.Find<QLineEdit>("txtDoctor").setText(u"Quill"_s);
-        QTest::mouseClick(&window.Find<QPushButton>("cmdDoctor"), Qt::LeftButton);
-        QCOMPARE(window.Box("txtDoctor"), u"DR. Beatrice Quill"_s);
-        QVERIFY(!window.Grid.InEditMode());
-        QCOMPARE(window.Cell(1, Dept), u"CA"_s);
-        QCOMPARE(window.At(), QPoint(1, Code));
+        m_window->Grid.setFocus();
+        TypeText(u"CA"_s);
+        m_window->Box("txtDoctor").setText(u"Quill"_s);
+        ClickDoctor();
+        QCOMPARE(m_window->Text("txtDoctor"), u"DR. Beatrice Quill"_s);
+        QVERIFY(!m_window->Grid.InEditMode());
+        QCOMPARE(m_window->Cell(1, ChargeColumn::Dept), u"CA"_s);
+        QCOMPARE(m_window->At(), QPoint(1, ChargeColumn::Code));
     }
 
 private:
-    std::unique_ptr<ChargeSession> m_session;
-    std::unique_ptr<ChargeWindow> m_window;
-    std::unique_ptr<BoxScript> m_boxes;
+    /// Code, name, and who has the keyboard.
+    QString Shown() const {
+        return m_code->text() + u'|' + m_window->Text("txtDoctor") + u'|' + m_window->Focus();
+    }
+    void ClickDoctor() {
+        QTest::mouseClick(&Find<QPushButton>(m_window->Window, "cmdDoctor"), Qt::LeftButton);
+    }
+
+    QLineEdit* m_code = nullptr;
 };
 
 QTEST_MAIN(tst_DoctorFields)

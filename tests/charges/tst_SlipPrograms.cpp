@@ -1,12 +1,10 @@
 #include <sqlite3.h>
 
-#include <QRandomGenerator>
+#include <QTest>
 #include <set>
 
 #include "SlipPrograms.h"
 #include "embedded/Functions.h"
-
-using namespace Qt::StringLiterals;
 
 // Several programs on one hospital file, and programs that are killed in the middle: there is never
 // half a slip, and the funds' money adds up.
@@ -44,11 +42,11 @@ class tst_SlipPrograms final : public QObject {
     Q_OBJECT
 private slots:
     void init() {
-        m_session = std::make_unique<ChargeSession>();
-        m_case = std::make_unique<SlipCase>(m_session->Connection);
+        m_session = std::make_unique<Session>();
+        m_case = std::make_unique<SlipCase>();
         m_case->Sponsor({300, 200, 5'000'000});
-        m_firstSlip = m_case->Ask(kCounter).toInt();
-        m_onHand = m_case->Ask(kOnHand).toDouble();
+        m_firstSlip = Ask(kCounter).toInt();
+        m_onHand = Ask(kOnHand).toDouble();
     }
 
     void Kill_leavesWholeSlips_data() {
@@ -73,7 +71,7 @@ private slots:
             const QString fault = work == u"assess" ? CashFault() : Fault();
             QVERIFY2(fault.isEmpty(), qPrintable(fault));
         }
-        QVERIFY(m_case->Ask(kCounter).toInt() > m_firstSlip);
+        QVERIFY(Ask(kCounter).toInt() > m_firstSlip);
     }
 
     void ManyPrograms_saveSlipsOfTheirOwn() {
@@ -116,55 +114,49 @@ private:
 
     /// Empty when every slip of the patient is whole and all money adds up; else what is wrong.
     QString Fault() const {
-        const auto funds = m_session->Connection->Execute(kBrokenFunds.arg(m_case->HospNum));
-        if (!funds->Eof())
-            return funds->Fields(0).Text();
+        if (const QString fund = Ask(kBrokenFunds.arg(m_case->HospNum)); !fund.isEmpty())
+            return fund;
         // A slip: three lines, one fee, and a doctor's fee and two units of stock that stand both
         // or neither; paid whole or, once it is revoked, for the unit's fee alone.
-        const auto slips = m_session->Connection->Execute(kSlips.arg(m_case->IdNum));
-        const int count = slips->RecordCount();
-        for (; !slips->Eof(); slips->MoveNext()) {
-            QStringList slip;
-            for (int column = 0; column < 5; ++column)
-                slip << slips->Fields(column).Text();
-            const QString money = slip.mid(1).join(u'|');
+        const QStringList slips = Rows(kSlips.arg(m_case->IdNum));
+        for (const QString& slip : slips) {
+            const QString money = slip.section(u'|', 1);
             if (money != u"3|500|2|1574.4" && money != u"3|0|0|450")
-                return slip.join(u'|');
+                return slip;
         }
-        const QString lines = m_case->Ask(
-            u"SELECT COUNT(*) FROM CLINICAL_AREA..tbCAPDRequest WHERE IdNum = '%1'"_s.arg(
-                m_case->IdNum));
-        if (m_case->Ask(kCounter).toInt() != m_firstSlip + count || lines.toInt() != 3 * count)
+        const int count = int(slips.size());
+        const int lines =
+            Ask(u"SELECT COUNT(*) FROM CLINICAL_AREA..tbCAPDRequest WHERE IdNum = '%1'"_s.arg(
+                    m_case->IdNum))
+                .toInt();
+        if (Ask(kCounter).toInt() != m_firstSlip + count || lines != 3 * count)
             return u"%1 lines on %2 slips, or a number taken for none"_s.arg(lines).arg(count);
         const double issued =
-            m_case
-                ->Ask(
-                    u"SELECT ISNULL(SUM(Quantity), 0) FROM "
-                    "BILLING..tbStockCard WHERE IdNum = '%1'"_s.arg(m_case->IdNum))
+            Ask(u"SELECT SUM(Quantity) FROM BILLING..tbStockCard WHERE IdNum = '%1'"_s.arg(
+                    m_case->IdNum))
                 .toDouble();
-        if (m_case->Ask(kOnHand).toDouble() != m_onHand - issued)
+        if (Ask(kOnHand).toDouble() != m_onHand - issued)
             return u"stock changed without its line"_s;
         return BrokenFile();
     }
 
     /// The same of the patient's cash assessments, which touch neither a fund nor the stock.
     QString CashFault() const {
-        const auto slips = m_session->Connection->Execute(kAssessments.arg(m_case->HospNum));
-        const int count = slips->RecordCount();
-        for (; !slips->Eof(); slips->MoveNext()) {
-            QStringList money;
-            for (int column = 1; column < 5; ++column)
-                money << slips->Fields(column).Text();
-            if (money.join(u'|') != u"3|1730.5|500|1")
-                return slips->Fields(0).Text() + u'|' + money.join(u'|');
-        }
-        if (m_case->Ask(kCounter).toInt() != m_firstSlip + count ||
-            m_case->Ask(kDoctorCharges.arg(m_case->HospNum)).toInt() != count)
+        const QStringList slips = Rows(kAssessments.arg(m_case->HospNum));
+        for (const QString& slip : slips)
+            if (slip.section(u'|', 1) != u"3|1730.5|500|1")
+                return slip;
+        const int count = int(slips.size());
+        if (Ask(kCounter).toInt() != m_firstSlip + count ||
+            Ask(kDoctorCharges.arg(m_case->HospNum)).toInt() != count)
             return u"a number or a fee without its assessment, of %1"_s.arg(count);
-        if (m_case->Ask(kOnHand).toDouble() != m_onHand ||
-            m_case->FundBalances() != u"300|200|5000000"_s)
+        if (Ask(kOnHand).toDouble() != m_onHand || m_case->FundBalances() != u"300;200;5000000"_s)
             return u"an assessment touched the stock or a fund"_s;
         return BrokenFile();
+    }
+
+    static QStringList Rows(const QString& query) {
+        return Ask(query).split(u';', Qt::SkipEmptyParts);
     }
 
     QString BrokenFile() const {
@@ -186,7 +178,7 @@ private:
         return answer == u"ok" ? QString() : answer;
     }
 
-    std::unique_ptr<ChargeSession> m_session;
+    std::unique_ptr<Session> m_session;
     std::unique_ptr<SlipCase> m_case;
     int m_firstSlip = 0;
     double m_onHand = 0;

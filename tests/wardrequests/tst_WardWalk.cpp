@@ -1,47 +1,12 @@
-#include <QDialog>
-#include <QRandomGenerator>
-#include <QTimer>
-
-#include "WardSession.h"
+#include "RandomWalk.h"
+#include "WardWindow.h"
 #include "wardrequests/WardVariant.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 const QStringList kTexts{u"1001"_s,  u"1002"_s, u"1024"_s, u"201"_s,  u"205"_s, u"212"_s,
                          u"sevel"_s, u"zz"_s,   u"00"_s,   u"bid"_s,  u"od"_s,  u"o'"_s,
                          u"2"_s,     u"1/2"_s,  u"0"_s,    u"9e999"_s};
-const QList<Qt::Key> kKeys{Qt::Key_Return, Qt::Key_Return, Qt::Key_Return,    Qt::Key_Enter,
-                           Qt::Key_Home,   Qt::Key_End,    Qt::Key_End,       Qt::Key_Up,
-                           Qt::Key_Down,   Qt::Key_Left,   Qt::Key_Right,     Qt::Key_F3,
-                           Qt::Key_Escape, Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_PageUp};
-
-/// Picks from every other list that is shown, and says yes to every other box; cancels the rest.
-class Answers final {
-public:
-    explicit Answers(QRandomGenerator& random) {
-        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [&] {
-            auto* list = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (!list)
-                return;
-            ++Shown;
-            try {
-                if (random.bounded(2) == 0 && list->focusWidget())
-                    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return})
-                        QTest::keyClick(list->focusWidget(), key);
-            } catch (const base::RuntimeError&) {
-            }
-            if (list->isVisible())
-                list->reject();
-        });
-        m_timer.start(0);
-    }
-    int Shown = 0;
-
-private:
-    QTimer m_timer;
-};
 
 /// What a nurse would type there.
 QString Fitting(int col, int number) {
@@ -69,49 +34,40 @@ QString Fault(const WardWindow<Form>& window) {
 }  // namespace
 
 // Keys at random in both request windows, with a server that comes and goes.
-
 class tst_WardWalk final : public QObject {
     Q_OBJECT
 private slots:
     void RandomKeys_keepToTheirColumns() {
-        const int count = qEnvironmentVariableIsSet("CAPD_STRESS") ? 100'000 : 4'000;
-        Walk<frmPHEntry>(count);
+        Walk<frmPHEntry>();
         if (!QTest::currentTestFailed())
-            Walk<frmCSREntry>(count);
+            Walk<frmCSREntry>();
     }
 
 private:
     template <class Form>
-    void Walk(int count) {
-        WardSession session;
-        auto window = std::make_unique<WardWindow<Form>>(session);
-        QRandomGenerator random(20'261'122);
-        const auto below = [&](qsizetype bound) { return int(random.bounded(int(bound))); };
-        Answers answers(random);
-        int lines = 0, closed = 0;
-        for (int i = 0; i < count; ++i) {
-            if (below(3) == 0)
-                QTest::keyClicks(&window->Box, kTexts[below(kTexts.size())]);
-            else if (below(2) == 0)
-                window->Enter({Fitting(window->Grid.Col(), below(9))});
-            else if (below(200) == 0)
-                window->Press(2);
+    void Walk() {
+        const Session session;
+        ScreenPatient patient;
+        auto window = std::make_unique<WardWindow<Form>>(patient);
+        RandomWalk walk;
+        int lines = 0;
+        const auto step = [&] {
+            if (walk.Chance(3))
+                QTest::keyClicks(&window->Box, walk.OneOf(kTexts));
+            else if (walk.Chance(2))
+                window->Enter(Fitting(window->Grid.Col(), walk.Below(9)));
+            else if (walk.Chance(200))
+                window->Press("cmdMedOption2");
             else
-                window->Key(kKeys[below(kKeys.size())]);
-            PluggedDriver::Gone = below(300) == 0;
-            if (!window->Window.isVisible()) {
-                ++closed;
-                window = std::make_unique<WardWindow<Form>>(session);
-            }
-            const QString fault = Fault(*window);
-            QVERIFY2(fault.isEmpty(), qPrintable(u"key %1: %2"_s.arg(i).arg(fault)));
+                walk.Press(&window->Box);
+            walk.Chance(300) ? PluggedDriver::GoesAfter(0) : PluggedDriver::Returns();
+            if (!window->Window.isVisible())
+                window = std::make_unique<WardWindow<Form>>(patient);
             lines = qMax(lines, window->Grid.Rows() - 1);
-        }
-        const QString went =
-            u"%1 boxes and lists, %2 lines at most, closed %3 times"_s.arg(answers.Shown)
-                .arg(lines)
-                .arg(closed);
-        QVERIFY2(answers.Shown > 0 && lines > 2, qPrintable(went));
+        };
+        walk.Run(4'000, step, [&] { return Fault(*window); });
+        QVERIFY2(walk.Lists > 0 && lines > 2,
+                 qPrintable(u"%1 boxes and lists, %2 lines"_s.arg(walk.Lists).arg(lines)));
     }
 };
 
