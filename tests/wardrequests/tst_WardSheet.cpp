@@ -1,405 +1,319 @@
-#include <QClipboard>
-#include <QHeaderView>
-#include <QScrollBar>
-#include <QTimer>
-
-#include "Rows.h"
-#include "WardSession.h"
-#include "toolkit/MsgBox.h"
+#include "WardWindow.h"
 #include "toolkit/Twips.h"
-
-using namespace Qt::StringLiterals;
-using toolkit::BoxAnswer;
-using toolkit::BoxIcon;
-using toolkit::BoxScript;
 
 namespace {
 
-const QStringList kLine{u"1001"_s, u"BID"_s, u"-"_s, u"-"_s};
-
-QStringList Words(const char* text) {
-    return QString::fromUtf8(text).split(u' ');
-}
-
-/// Closes the next list without a choice.
-void CloseNextList() {
-    QTimer::singleShot(0, qApp, [] {
-        if (auto* list = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
-            list->reject();
-    });
-}
+const QString kLine = u"1001 BID - -"_s;
 
 }  // namespace
 
 // The keys of the request sheets, over the demo hospital.
-
-class tst_WardSheet final : public QObject {
+class tst_WardSheet final : public WardTest {
     Q_OBJECT
 private slots:
+    void init() {
+        SetUp();
+        m_patient = ScreenPatient(u"A7B"_s, u"7"_s);
+        m_window = std::make_unique<Pharmacy>(m_patient);
+    }
+    void cleanup() {
+        m_window.reset();
+        TearDown();
+    }
+
     void Line_isFilledByKeys_data() {
-        Columns<bool, QStringList, QString>();
-        QTest::newRow("medicine by code")
-            << true << Words("1001 bid - food") << " 1|1001|AMLODIPINE 5 MG|BID|2|17|FOOD||8.5";
-        QTest::newRow("medicine by name, another price")
-            << true << Words("sevel tid 7 o'hara's")
-            << " 1|1022|SEVELAMER 800 MG|TID|7|311.5|O'HARA'S||44.5";
-        QTest::newRow("medicine, dosage by name")
-            << true << Words("1001 three - -") << " 1|1001|AMLODIPINE 5 MG|TID|3|25.5|||8.5";
-        QTest::newRow("supply by code")
-            << false << Words("201 - 3 -") << " 1|201|STERILE GAUZE 4X4|PRN|3|66||22|";
-        QTest::newRow("supply by name, the same price")
-            << false << Words("steri now 1/2 -") << " 1|201|STERILE GAUZE 4X4|NOW|1/2|22||22|";
+        Columns<bool, QString, QString>();
+        Row("medicine by code", true, "1001 bid - food",
+            " 1|1001|AMLODIPINE 5 MG|BID|2|17|FOOD||8.5");
+        Row("medicine by name, another price", true, "sevel tid 7 o'hara's",
+            " 1|1022|SEVELAMER 800 MG|TID|7|311.5|O'HARA'S||44.5");
+        Row("medicine, dosage by name", true, "1001 three - -",
+            " 1|1001|AMLODIPINE 5 MG|TID|3|25.5|||8.5");
+        Row("supply by code", false, "201 - 3 -", " 1|201|STERILE GAUZE 4X4|PRN|3|66||22|");
+        Row("supply by name, the same price", false, "steri now 1/2 -",
+            " 1|201|STERILE GAUZE 4X4|NOW|1/2|22||22|");
     }
 
     void Line_isFilledByKeys() {
-        auto [pharmacy, keys, line] = Fetch<bool, QStringList, QString>();
-        const BoxScript none;
+        auto [pharmacy, keys, line] = Fetch<bool, QString, QString>();
+        const auto fill = [&](auto& window) {
+            QCOMPARE(window.At(), QPoint(1, 1));
+            QVERIFY(window.Box.hasFocus());
+            QCOMPARE(window.Cell(1, 0), u" 1"_s);
+            window.Enter(keys);
+            QCOMPARE(window.Line(1), line);
+            QCOMPARE(window.Line(2), u" 2||||||||"_s);
+            QCOMPARE(window.At(), QPoint(2, 1));
+        };
         if (pharmacy)
-            Fill<frmPHEntry>(keys, line);
-        else
-            Fill<frmCSREntry>(keys, line);
-        QCOMPARE(none.Shown().size(), size_t(0));
+            return fill(*m_window);
+        Supplies supplies(m_patient);
+        fill(supplies);
     }
 
     void Code_isRefused_data() {
-        Columns<QString, QString, QString, int, bool>();
-        const QString own = toolkit::kProgramName;
-        QTest::newRow("unknown") << "99999"
-                                 << "Code Not Exists!" << own << int(BoxIcon::None) << true;
-        QTest::newRow("larger than any number")
-            << "9E999"
-            << "Code Not Exists!" << own << int(BoxIcon::None) << true;
-        QTest::newRow("a supply") << "201"
-                                  << "201 STERILE GAUZE 4X4 is not in this list." << own
-                                  << int(BoxIcon::None) << true;
-        QTest::newRow("inactive") << "1024"
-                                  << "Record is inactive...please reenter..."
-                                  << "Message" << int(BoxIcon::Exclamation) << true;
-        QTest::newRow("on another line")
-            << "1001"
-            << "Can't Request the Same Medicine!" << own << int(BoxIcon::None) << false;
-        QTest::newRow("waiting") << "1002"
-                                 << "Supply/ Medicine is already requested at "
-                                 << "Message " << int(BoxIcon::None) << false;
-        QTest::newRow("processed today, not again")
-            << "1003"
-            << "This Request has been PROCCESSED TODAY AT "
-            << "Message " << int(BoxIcon::Critical) << false;
+        Columns<QString, QString, bool>();
+        Row("unknown", "99999", "Code Not Exists!", true);
+        Row("larger than any number", "9E999", "Code Not Exists!", true);
+        Row("a supply", "201", "201 STERILE GAUZE 4X4 is not in this list.", true);
+        Row("inactive", "1024", "Record is inactive...please reenter...", true);
+        Row("on another line", "1001", "Can't Request the Same Medicine!", false);
+        Row("waiting", "1002", "Supply/ Medicine is already requested at ", false);
+        Row("processed today, not again", "1003", "This Request has been PROCCESSED TODAY AT ",
+            false);
     }
 
     void Code_isRefused() {
-        auto [code, message, title, icon, keepsCell] =
-            Fetch<QString, QString, QString, int, bool>();
-        WardSession session;
-        session.Request("1002", false);
-        session.Request("1003", true);
-        WardWindow<frmPHEntry> window(session);
-        window.Enter(kLine);
-        BoxScript boxes;
-        boxes.Answer(code == u"1003" ? BoxAnswer::No : BoxAnswer::Ok);
-        window.Enter({code});
-        QCOMPARE(boxes.Leftovers(), QStringList());
-        const toolkit::ShownBox& box = boxes.Shown().front();
-        QVERIFY2(box.Text.startsWith(message), qPrintable(box.Text));
-        QCOMPARE(box.Title, title);
-        QCOMPARE(int(box.Icon), icon);
-        QCOMPARE(window.At(), QPoint(2, 1));
-        QCOMPARE(window.Cell(2, 1), keepsCell ? code : QString());
-        QCOMPARE(window.Box.text(), keepsCell ? code : QString());
-        QCOMPARE(window.Cell(2, 2), QString());
+        auto [code, message, keepsCell] = Fetch<QString, QString, bool>();
+        Request("1002", false);
+        Request("1003", true);
+        m_window->Enter(kLine);
+        Answer(code == u"1003" ? BoxAnswer::No : BoxAnswer::Ok);
+        m_window->Enter(code);
+        QVERIFY2(Said().Text.startsWith(message), qPrintable(Said().Text));
+        QCOMPARE(m_window->At(), QPoint(2, 1));
+        const QString kept = keepsCell ? code : QString();
+        QCOMPARE(m_window->Line(2), u" 2|%1|||||||"_s.arg(kept));
+        QCOMPARE(m_window->Box.text(), kept);
     }
 
     void Repeat_isTakenAfterYes() {
-        WardSession session;
-        session.Request("1003", true);
-        WardWindow<frmPHEntry> window(session);
-        BoxScript boxes;
-        boxes.Answer(BoxAnswer::Yes);
-        window.Enter({u"1003"_s});
-        QVERIFY(boxes.Shown().front().Text.endsWith(u"! Do you wish to REPEAT it ?"_s));
-        QCOMPARE(window.Cell(1, 2), u"ATORVASTATIN 20 MG"_s);
-        QCOMPARE(window.At(), QPoint(1, 3));
+        Request("1003", true);
+        Answer(BoxAnswer::Yes);
+        m_window->Enter(u"1003"_s);
+        QVERIFY(Said().Text.endsWith(u"! Do you wish to REPEAT it ?"_s));
+        QCOMPARE(m_window->Cell(1, 2), u"ATORVASTATIN 20 MG"_s);
+        QCOMPARE(m_window->At(), QPoint(1, 3));
     }
 
     void Entries_areRefusedInPlace() {
-        WardSession session;
-        WardWindow<frmPHEntry> window(session);
-        BoxScript boxes;
-        boxes.Answer(BoxAnswer::Ok);
-        window.Enter({u"1001"_s});
-        CloseNextList();
-        window.Enter({u"zzz"_s});
-        QCOMPARE(boxes.Shown().back().Text, u"Dosage Code Does not Exist !"_s);
-        QCOMPARE(window.At(), QPoint(1, 3));
-        window.Key(Qt::Key_End);
-        for (const char* zero : {"0", "-"}) {
-            boxes.Answer(BoxAnswer::Ok);
-            window.Enter({QString::fromLatin1(zero)});
-            QCOMPARE(boxes.Shown().back().Text, u"Quantity should be greater than zero!"_s);
-            QCOMPARE(window.At(), QPoint(1, 4));
-            window.Key(Qt::Key_Left);
-            QCOMPARE(window.Box.text(), QString());
+        const PickListKeys closed;
+        m_window->Enter(u"1001"_s);
+        Answer(BoxAnswer::Ok);
+        m_window->Enter(u"zzz"_s);
+        QCOMPARE(Said().Text, u"Dosage Code Does not Exist !"_s);
+        QCOMPARE(m_window->At(), QPoint(1, 3));
+        m_window->Key(Qt::Key_End);
+        for (const QString& none : {u"0"_s, u"-"_s}) {
+            Answer(BoxAnswer::Ok);
+            m_window->Enter(none);
+            QCOMPARE(Said().Text, u"Quantity should be greater than zero!"_s);
+            QCOMPARE(m_window->At(), QPoint(1, 4));
+            m_window->Key(Qt::Key_Left);
+            QCOMPARE(m_window->Box.text(), QString());
         }
         // A name that names nobody, and no choice.
-        window.Key(Qt::Key_Home);
-        window.Key(Qt::Key_Home);
-        CloseNextList();
-        window.Enter({u"zzz"_s});
-        QCOMPARE(window.Box.text(), QString());
-        QCOMPARE(window.Cell(1, 1), u"1001"_s);
-        QCOMPARE(boxes.Leftovers(), QStringList());
+        m_window->Key(Qt::Key_Home);
+        m_window->Key(Qt::Key_Home);
+        m_window->Enter(u"zzz"_s);
+        QCOMPARE(m_window->Box.text(), QString());
+        QCOMPARE(m_window->Cell(1, 1), u"1001"_s);
+        QCOMPARE(closed.Shown, 2);
     }
 
     void Cursor_skipsColumns() {
-        WardSession session;
-        WardWindow<frmPHEntry> window(session);
+        const auto columns = [this](Qt::Key key) {
+            QStringList passed;
+            for (int i = 0; i < 5; ++i) {
+                m_window->Key(key);
+                passed << QString::number(m_window->Grid.Col());
+            }
+            return passed.join(u' ');
+        };
         // Before the first code is entered the description is not skipped.
-        window.Key(Qt::Key_End);
-        QCOMPARE(window.At(), QPoint(1, 2));
-        window.Key(Qt::Key_Home);
-        window.Enter(kLine);
-        QList<int> columns;
-        for (int i = 0; i < 5; ++i) {
-            columns << window.Grid.Col();
-            window.Key(Qt::Key_End);
-        }
-        QCOMPARE(columns, QList<int>({1, 3, 4, 6, 6}));
-        QVERIFY(window.Prompt().startsWith(u"Type Addition Remarks"_s));
-        window.Key(Qt::Key_Down);
-        QCOMPARE(window.At(), QPoint(2, 6));
-        window.Key(Qt::Key_Up);
-        window.Key(Qt::Key_Up);
-        QCOMPARE(window.At(), QPoint(1, 6));
-        columns.clear();
-        for (int i = 0; i < 5; ++i) {
-            window.Key(Qt::Key_Home);
-            columns << window.Grid.Col();
-        }
-        QCOMPARE(columns, QList<int>({4, 3, 1, 1, 1}));
+        m_window->Key(Qt::Key_End);
+        QCOMPARE(m_window->At(), QPoint(1, 2));
+        m_window->Key(Qt::Key_Home);
+        m_window->Enter(kLine);
+        QCOMPARE(columns(Qt::Key_End), u"3 4 6 6 6"_s);
+        QVERIFY(TextOf(m_window->Window, "lblMessage").startsWith(u"Type Addition Remarks"_s));
+        m_window->Key(Qt::Key_Down);
+        QCOMPARE(m_window->At(), QPoint(2, 6));
+        m_window->Key(Qt::Key_Up);
+        m_window->Key(Qt::Key_Up);
+        QCOMPARE(m_window->At(), QPoint(1, 6));
+        QCOMPARE(columns(Qt::Key_Home), u"4 3 1 1 1"_s);
     }
 
     void Code00_skipsNothing() {
-        WardSession session;
-        WardWindow<frmPHEntry> window(session);
-        window.Enter(kLine);
-        CloseNextList();
-        window.Enter({u"00"_s});
-        QCOMPARE(window.Cell(2, 1), u"00"_s);
+        const PickListKeys closed;
+        m_window->Enter(kLine);
+        m_window->Enter(u"00"_s);
+        QCOMPARE(m_window->Cell(2, 1), u"00"_s);
         for (int col = 2; col <= 5; ++col) {
-            window.Key(Qt::Key_End);
-            QCOMPARE(window.Grid.Col(), col);
+            m_window->Key(Qt::Key_End);
+            QCOMPARE(m_window->Grid.Col(), col);
         }
         // The line above skips the amount.
-        window.Key(Qt::Key_Up);
-        QCOMPARE(window.At(), QPoint(1, 4));
+        m_window->Key(Qt::Key_Up);
+        QCOMPARE(m_window->At(), QPoint(1, 4));
+        QCOMPARE(closed.Shown, 1);
+    }
+
+    void Code00_isWhatItsRemarksSay() {
+        const PickListKeys closed;
+        for (const QString& what : {u"eye_drops"_s, u"ear_drops"_s}) {
+            m_window->Enter(u"00"_s);
+            m_window->Key(Qt::Key_End);
+            m_window->Key(Qt::Key_End);
+            Answer(BoxAnswer::Ok);
+            m_window->Enter(u"bid 2 - -"_s);
+            QCOMPARE(Said().Text, u"Item 00 needs remarks: they say what is requested."_s);
+            m_window->Enter(what);
+        }
+        m_window->Press(kSave);
+        QCOMPARE(Ask(u"SELECT ItemName FROM STATION..tbNurseLogBook WHERE IdNum = 'A7B' "
+                     "ORDER BY LogID"_s),
+                 u"EYE DROPS;EAR DROPS"_s);
     }
 
     void FinishedLine_isOnlyPassedThrough() {
-        WardSession session;
-        WardWindow<frmPHEntry> window(session);
-        const BoxScript none;
         // By name it costs another price than by code, and seven is not what the dosage says.
-        window.Enter(Words("sevel tid 7 x"));
-        const QString line = window.Line(1);
-        window.Key(Qt::Key_Up);
-        window.Enter(Words("- - - -"));
-        QCOMPARE(window.Line(1), line);
+        m_window->Enter(u"sevel tid 7 x"_s);
+        const QString line = m_window->Line(1);
+        m_window->Key(Qt::Key_Up);
+        m_window->Enter(u"- - - -"_s);
+        QCOMPARE(m_window->Line(1), line);
         // Another item is not taken three times a day because the one before was.
-        window.Key(Qt::Key_Up);
-        window.Enter({u"1002"_s});
-        QCOMPARE(window.Line(1), u" 1|1002|AMLODIPINE 10 MG|||12.75|||12.75"_s);
-        QCOMPARE(none.Shown().size(), size_t(0));
+        m_window->Key(Qt::Key_Up);
+        m_window->Enter(u"1002"_s);
+        QCOMPARE(m_window->Line(1), u" 1|1002|AMLODIPINE 10 MG|||12.75|||12.75"_s);
     }
 
     void OpenCell_isStoredFirst() {
-        WardSession session;
-        WardWindow<frmPHEntry> window(session);
-        window.Enter(Words("1001 bid 10"));
-        const auto type = [&](const char* text) {
-            QTest::keyClicks(&window.Box, QLatin1String(text));
-            window.Press(0);
+        m_window->Enter(u"1001 bid 10"_s);
+        const auto saveOver = [&](const QString& text) {
+            QTest::keyClicks(&m_window->Box, text);
+            m_window->Press(kSave);
         };
-        window.Key(Qt::Key_Home);
-        BoxScript boxes;
-        boxes.Answer(BoxAnswer::Ok);
-        type("0");
-        QCOMPARE(boxes.Shown().front().Text, u"Quantity should be greater than zero!"_s);
-        QCOMPARE(window.At(), QPoint(1, 4));
-        QVERIFY(window.Box.hasFocus());
-        QCOMPARE(session.Requests(), 0);
-        type("4");
-        QCOMPARE(session.Connection
-                     ->Execute(u"SELECT Quantity FROM STATION..tbNurseLogBook WHERE "
-                               "IdNum = 'A7B'"_s)
-                     ->Fields(0)
-                     .Text(),
-                 u"4"_s);
-    }
-
-    void Unlisted_isWhatItsRemarksSay() {
-        WardSession session;
-        WardWindow<frmPHEntry> window(session);
-        for (const char* what : {"eye drops", "ear drops"}) {
-            CloseNextList();
-            window.Enter({u"00"_s});
-            window.Key(Qt::Key_End);
-            window.Key(Qt::Key_End);
-            window.Enter(Words("bid 2 -"));
-            BoxScript boxes;
-            boxes.Answer(BoxAnswer::Ok);
-            window.Enter({u"-"_s});
-            QCOMPARE(boxes.Shown().front().Text,
-                     u"Item 00 needs remarks: they say what is requested."_s);
-            window.Enter({QLatin1String(what)});
-        }
-        window.Press(0);
-        QCOMPARE(session.Connection
-                     ->Execute(u"SELECT COUNT(*) FROM STATION..tbNurseLogBook WHERE "
-                               "IdNum = 'A7B' AND ItemName IN ('EYE DROPS', 'EAR DROPS')"_s)
-                     ->Fields(0)
-                     .Text(),
-                 u"2"_s);
+        m_window->Key(Qt::Key_Home);
+        Answer(BoxAnswer::Ok);
+        saveOver(u"0"_s);
+        QCOMPARE(Said().Text, u"Quantity should be greater than zero!"_s);
+        QCOMPARE(m_window->At(), QPoint(1, 4));
+        QVERIFY(m_window->Box.hasFocus());
+        QCOMPARE(Requests(), 0);
+        saveOver(u"4"_s);
+        QCOMPARE(Ask(u"SELECT Quantity, Amount FROM STATION..tbNurseLogBook WHERE IdNum = 'A7B'"_s),
+                 u"4|34"_s);
     }
 
     void Box_takesWhatTheColumnTakes_data() {
         Columns<int, QString, QString>();
         const QString long1000 = u"ab'\r\n\t\"é"_s.repeated(150);
         const QString shown = u"AB'  \"É"_s;
-        QTest::newRow("code") << 1 << long1000 << "AB'";
-        QTest::newRow("frequency") << 3 << long1000 << shown;
-        QTest::newRow("remarks") << 6 << long1000 << shown.repeated(3) + u"AB'  "_s;
-        QTest::newRow("quantity") << 4 << "1a/23"
-                                  << "1/";
+        Row("code", 1, long1000, "AB'");
+        Row("frequency", 3, long1000, shown);
+        Row("remarks", 6, long1000, shown.repeated(3) + u"AB'  "_s);
+        Row("quantity", 4, "1a/23", "1/");
     }
 
     void Box_takesWhatTheColumnTakes() {
         auto [col, pasted, kept] = Fetch<int, QString, QString>();
-        WardSession session;
-        WardWindow<frmPHEntry> window(session);
-        while (window.Grid.Col() < col)
-            window.Key(Qt::Key_End);
+        while (m_window->Grid.Col() < col)
+            m_window->Key(Qt::Key_End);
         QApplication::clipboard()->setText(pasted);
-        window.Box.paste();
-        QCOMPARE(window.Box.text(), kept);
+        m_window->Box.paste();
+        QCOMPARE(m_window->Box.text(), kept);
         for (char key = ' '; key <= '~'; ++key) {
-            window.Box.clear();
-            QTest::keyClick(&window.Box, key);
+            m_window->Box.clear();
+            QTest::keyClick(&m_window->Box, key);
             const bool numeric = (key >= '0' && key <= '9') || key == '.' || key == '/';
             const QString shown = QString(QLatin1Char(key)).toUpper();
-            QCOMPARE(window.Box.text(), col != 4 || numeric ? shown : QString());
+            QCOMPARE(m_window->Box.text(), col != 4 || numeric ? shown : QString());
         }
     }
 
     void Box_floatsOverTheCell() {
-        WardSession session;
-        WardWindow<frmPHEntry> window(session);
-        const auto isOnCell = [&] {
-            const QRect cell = window.Grid.CellRect(window.Grid.Row(), window.Grid.Col());
-            const QPoint beside = window.Box.pos() - cell.topLeft();
-            const int narrower = cell.width() - window.Box.width();
-            return window.Box.isVisible() && qAbs(beside.x()) <= 2 && qAbs(beside.y()) <= 2 &&
-                   narrower == toolkit::Twips(20, &window.Grid) &&
-                   window.Box.height() == cell.height();
+        auto& [window, grid, box] = *m_window;
+        const auto isOnCell = [&grid = grid, &box = box] {
+            const QRect cell = grid.CellRect(grid.Row(), grid.Col());
+            const QPoint beside = box.pos() - cell.topLeft();
+            return box.isVisible() && qAbs(beside.x()) <= 2 && qAbs(beside.y()) <= 2 &&
+                   cell.width() - box.width() == toolkit::Twips(20, &grid) &&
+                   box.height() == cell.height();
         };
         QVERIFY(isOnCell());
-        window.Enter(kLine);
+        m_window->Enter(kLine);
         QVERIFY(isOnCell());
-        window.Grid.setColumnWidth(0, 90);
+        grid.setColumnWidth(0, 90);
         QTRY_VERIFY(isOnCell());
-        window.Grid.setColumnWidth(1, 140);
+        grid.setColumnWidth(1, 140);
         QTRY_VERIFY(isOnCell());
-        window.Window.resize(380, 300);
+        window.resize(380, 300);
         QTRY_VERIFY(isOnCell());
-        for (int line = 3; line < 20; ++line)
-            window.Grid.AddItem();
-        for (int line = 3; line < 20; ++line)
-            window.Key(Qt::Key_Down);
-        QVERIFY(window.Grid.verticalScrollBar()->value() > 0);
+        for (int line = 3; line < 20; ++line) {
+            grid.AddItem();
+            m_window->Key(Qt::Key_Down);
+        }
+        QVERIFY(grid.verticalScrollBar()->value() > 0);
         QVERIFY(isOnCell());
-        window.Grid.verticalScrollBar()->setValue(0);
+        grid.verticalScrollBar()->setValue(0);
         QVERIFY(isOnCell());
-        window.Grid.horizontalScrollBar()->setValue(40);
+        grid.horizontalScrollBar()->setValue(40);
         QVERIFY(isOnCell());
     }
 
     void Mouse_leavesAndEntersCells() {
-        WardSession session;
-        WardWindow<frmPHEntry> window(session);
-        window.Enter({u"1001"_s, u"BID"_s});
+        m_window->Enter(u"1001 BID"_s);
         const auto click = [&](int row, int col) {
-            QTest::mouseClick(window.Grid.viewport(), Qt::LeftButton, {},
-                              window.Grid.CellRect(row, col).center());
+            QTest::mouseClick(m_window->Grid.viewport(), Qt::LeftButton, {},
+                              m_window->Grid.CellRect(row, col).center());
         };
         click(1, 6);
-        QCOMPARE(window.At(), QPoint(1, 6));
-        QVERIFY(window.Box.hasFocus());
+        QCOMPARE(m_window->At(), QPoint(1, 6));
+        QVERIFY(m_window->Box.hasFocus());
         click(1, 2);
-        QVERIFY(window.Box.isHidden());
-        QVERIFY(window.Grid.hasFocus());
-        QTest::keyClick(&window.Grid, Qt::Key_Return);
-        QCOMPARE(window.At(), QPoint(1, 3));
-        QVERIFY(window.Box.hasFocus());
-        QCOMPARE(window.Box.text(), u"BID"_s);
+        QVERIFY(m_window->Box.isHidden());
+        QVERIFY(m_window->Grid.hasFocus());
+        QTest::keyClick(&m_window->Grid, Qt::Key_Return);
+        QCOMPARE(m_window->At(), QPoint(1, 3));
+        QVERIFY(m_window->Box.hasFocus());
+        QCOMPARE(m_window->Box.text(), u"BID"_s);
     }
 
     void F3_takesTheLineOut() {
-        WardSession session;
-        WardWindow<frmPHEntry> window(session);
-        window.Enter(kLine + QStringList{u"1002"_s} + kLine.mid(1));
-        QCOMPARE(window.Grid.Rows(), 4);
-        window.Key(Qt::Key_Up);
-        window.Key(Qt::Key_F3);
-        QCOMPARE(window.Grid.Rows(), 3);
-        QCOMPARE(window.At(), QPoint(2, 1));
-        QCOMPARE(window.Cell(2, 0), u" 2"_s);
-        window.Key(Qt::Key_Up);
-        window.Key(Qt::Key_F3);
-        QCOMPARE(window.Line(1), u" 1||||||||"_s);
-        QCOMPARE(window.Grid.Rows(), 3);
+        m_window->Enter(kLine + u" 1002 BID - -"_s);
+        QCOMPARE(m_window->Grid.Rows(), 4);
+        m_window->Key(Qt::Key_Up);
+        m_window->Key(Qt::Key_F3);
+        QCOMPARE(m_window->Grid.Rows(), 3);
+        QCOMPARE(m_window->At(), QPoint(2, 1));
+        QCOMPARE(m_window->Line(2), u" 2||||||||"_s);
+        m_window->Key(Qt::Key_Up);
+        m_window->Key(Qt::Key_F3);
+        QCOMPARE(m_window->Line(1), u" 1||||||||"_s);
+        QCOMPARE(m_window->Grid.Rows(), 3);
     }
 
     void ServerGone_data() {
-        QTest::addColumn<int>("answered");
-        for (int answered = 0; answered < 3; ++answered)
-            QTest::addRow("after %d commands", answered) << answered;
+        Columns<int>();
+        Row("at once", 0);
+        Row("after one command", 1);
+        Row("after two commands", 2);
     }
 
+    // What the pharmacy's window survives closes the supplies' one.
     void ServerGone() {
-        LoseServer<frmPHEntry>(u"Error While Selecting Medicine  "_s, true);
-        LoseServer<frmCSREntry>(u"Error While Selecting Supply  "_s, false);
+        auto [answered] = Fetch<int>();
+        const auto lose = [&](auto& window, const QString& code, const QString& message,
+                              bool staysOpen) {
+            Answer(BoxAnswer::Ok);
+            PluggedDriver::GoesAfter(answered);
+            window.Enter(code);
+            PluggedDriver::Returns();
+            QCOMPARE(Said().Text, message + u"The server is gone."_s);
+            QCOMPARE(window.Window.isVisible(), staysOpen);
+            QCOMPARE(window.At(), QPoint(1, 1));
+        };
+        lose(*m_window, u"1001"_s, u"Error While Selecting Medicine  "_s, true);
+        Supplies supplies(m_patient);
+        lose(supplies, u"201"_s, u"Error While Selecting Supply  "_s, false);
+        QCOMPARE(m_patient.Reloads, 0);
     }
 
 private:
-    template <class Form>
-    void Fill(const QStringList& keys, const QString& line) {
-        WardSession session;
-        WardWindow<Form> window(session);
-        QCOMPARE(window.At(), QPoint(1, 1));
-        QVERIFY(window.Box.hasFocus());
-        QCOMPARE(window.Cell(1, 0), u" 1"_s);
-        window.Enter(keys);
-        QCOMPARE(window.Line(1), line);
-        QCOMPARE(window.Line(2), u" 2||||||||"_s);
-        QCOMPARE(window.At(), QPoint(2, 1));
-    }
-
-    template <class Form>
-    void LoseServer(const QString& message, bool staysOpen) {
-        QFETCH(int, answered);
-        WardSession session;
-        WardWindow<Form> window(session);
-        BoxScript boxes;
-        boxes.Answer(BoxAnswer::Ok);
-        PluggedDriver::Gone = true;
-        PluggedDriver::Left = answered;
-        window.Enter({QLatin1String(staysOpen ? "1001" : "201")});
-        PluggedDriver::Gone = false;
-        QCOMPARE(boxes.Shown().front().Text, message + u"The server is gone."_s);
-        QCOMPARE(boxes.Leftovers(), QStringList());
-        QCOMPARE(window.Window.isVisible(), staysOpen);
-        QCOMPARE(window.At(), QPoint(1, 1));
-        QCOMPARE(session.Reloads, 0);
-    }
+    std::unique_ptr<Pharmacy> m_window;
 };
 
 QTEST_MAIN(tst_WardSheet)
