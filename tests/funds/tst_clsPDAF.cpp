@@ -2,17 +2,12 @@
 #include <QtTest>
 
 #include "CommandLog.h"
-#include "FakeComponents.h"
 #include "Rows.h"
-#include "TestHospital.h"
+#include "Session.h"
 #include "base/Numbers.h"
 #include "db/CommandText.h"
-#include "db/Recordset.h"
 #include "funds/clsPDAF.h"
 #include "funds/modCDF.h"
-#include "session/modGlobals.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -30,36 +25,26 @@ QString Account(int number) {
 class tst_clsPDAF : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() {
-        m_hospital = std::make_unique<TestHospital>();
-        m_connection = m_hospital->Connect();
-        m_connection->SetDefaultDatabase(u"CLINICAL_AREA"_s);
-        const auto user = std::make_shared<fakes::User>();
-        user->Session = m_connection;
-        modGlobals::gCurrentUser = user;
-        modGlobals::gConnection = m_connection;
-        modGlobals::ApplyDepartmentCode(u"46"_s);
-    }
-
-    void init() { m_transaction = std::make_unique<db::Transaction>(*m_connection); }
+    void init() { m_transaction.emplace(m_session.Connection()); }
     void cleanup() { m_transaction.reset(); }
+
     void Save_splitsTheLineInTheServersOrder_data() {
         Columns<QList<double>, bool, double, QString>();
         using Balances = QList<double>;
         const auto row = [](const char* name, const Balances& balances, double amount,
-                            const char16_t* payments, bool registered = true) {
-            QTest::newRow(name) << balances << registered << amount << QString::fromUtf16(payments);
+                            const QString& payments, bool registered = true) {
+            Row(name, balances, registered, amount, payments);
         };
-        row("the first covers it", {1000, 50}, 400, u"1:400");
-        row("the first has exactly as much", {400, 50}, 400, u"1:400");
-        row("a later one has exactly as much", {100, 300}, 400, u"1:100 2:300");
-        row("four accounts", {300, 300, 300, 1000}, 1000, u"1:300 2:300 3:300 4:100");
-        row("a rest is the patient's", {300, 200}, 1000, u"1:300 2:200");
-        row("empty accounts are passed", {0, 0, 80.5}, 100, u"3:80.5");
-        row("all are empty", {0, 0}, 100, u"");
-        row("no registered account", {500, 300, 300}, 400, u"2:300 3:100", false);
-        row("cents that no binary fraction holds", {0.1, 0.2, 5}, 0.3, u"1:0.1 2:0.2");
-        row("a split of many cents", {1.1, 2.2, 3.3, 9}, 6.61, u"1:1.1 2:2.2 3:3.3 4:0.01");
+        row("the first covers it", {1000, 50}, 400, u"1:400"_s);
+        row("the first has exactly as much", {400, 50}, 400, u"1:400"_s);
+        row("a later one has exactly as much", {100, 300}, 400, u"1:100 2:300"_s);
+        row("four accounts", {300, 300, 300, 1000}, 1000, u"1:300 2:300 3:300 4:100"_s);
+        row("a rest is the patient's", {300, 200}, 1000, u"1:300 2:200"_s);
+        row("empty accounts are passed", {0, 0, 80.5}, 100, u"3:80.5"_s);
+        row("all are empty", {0, 0}, 100, u""_s);
+        row("no registered account", {500, 300, 300}, 400, u"2:300 3:100"_s, false);
+        row("cents that no binary fraction holds", {0.1, 0.2, 5}, 0.3, u"1:0.1 2:0.2"_s);
+        row("a split of many cents", {1.1, 2.2, 3.3, 9}, 6.61, u"1:1.1 2:2.2 3:3.3 4:0.01"_s);
     }
 
     void Save_splitsTheLineInTheServersOrder() {
@@ -71,7 +56,7 @@ private slots:
         Prepare(fund, kItem, amount);
         QVERIFY(fund.With_Fund());
         fund.Save_PDAF();
-        QCOMPARE(Payments().join(u' '), payments);
+        QCOMPARE(Payments(), payments);
         QCOMPARE(Fault({{u"C1D"_s, amount}}), QString());
     }
 
@@ -100,7 +85,7 @@ private slots:
         Prepare(fund, kItem, 1000);
         QVERIFY(fund.With_Fund());
         fund.Save_PDAF();
-        QCOMPARE(Payments().size(), 50);
+        QCOMPARE(Payments().split(u' ').size(), 50);
         QCOMPARE(Fault({{u"C1D"_s, 1000}}), QString());
     }
 
@@ -110,13 +95,12 @@ private slots:
         clsPDAF fund;
         Prepare(fund, kItem, 350);
         QVERIFY(fund.With_Fund());
-        Execute(
-            u"UPDATE BILLING..tbFundAccount SET FundBalance = 20 WHERE AccountNum = "
-            "'Q-2'"_s);
+        Do(u"UPDATE BILLING..tbFundAccount SET FundBalance = 20 WHERE AccountNum = "
+           "'Q-2'"_s);
         QVERIFY_EXCEPTION_THROWN(fund.Save_PDAF(), base::DatabaseError);
-        m_transaction.reset();
-        QVERIFY(Payments().isEmpty());
-        m_transaction = std::make_unique<db::Transaction>(*m_connection);
+        cleanup();
+        QCOMPARE(Payments(), QString());
+        init();
     }
 
     void Cancel_goesByTheFirstPaymentAndUndoesAll() {
@@ -128,9 +112,8 @@ private slots:
             fund.Save_PDAF();
         };
         pay();
-        const double first =
-            Ask(u"SELECT MIN(RequestNum) FROM BILLING..tbCompanyPayment WHERE IdNum = "
-                "'A900B'"_s);
+        const QString first =
+            Ask(u"SELECT MIN(RequestNum) FROM BILLING..tbCompanyPayment WHERE IdNum = 'A900B'"_s);
         Prepare(fund, kItem, -450.5);
         CommandLog log;
         fund.With_SavedPayment();
@@ -142,11 +125,11 @@ private slots:
             "'C','CY','%1','4601', '501'"_s.arg(first),
             look};
         QCOMPARE(log.Sent, expected);
-        QVERIFY(Payments().isEmpty());
+        QCOMPARE(Payments(), QString());
         QCOMPARE(Fault({}), QString());
         Prepare(fund, kItem, 450.5);
         pay();
-        QCOMPARE(Payments().join(u' '), u"1:300 2:150.5"_s);
+        QCOMPARE(Payments(), u"1:300 2:150.5"_s);
     }
 
     void Figures_areZeroOrTheLastWithoutRows() {
@@ -162,9 +145,8 @@ private slots:
         };
         QCOMPARE(figures(), QList<double>(5, 0));
         MakeFund({300, 200});
-        Execute(
-            u"CLINICAL_AREA..sp_capd_addbill 'C1D','A900B','501','450','4601',"
-            "'H-1','CY'"_s);
+        Do(u"CLINICAL_AREA..sp_capd_addbill 'C1D','A900B','501','450','4601',"
+           "'H-1','CY'"_s);
         Prepare(fund, kItem, 350);
         QVERIFY(fund.With_Fund());
         fund.Save_PDAF();
@@ -176,14 +158,14 @@ private slots:
     }
 
     void Money_isNeverMadeOrLost_data() {
-        QTest::addColumn<uint>("seed");
+        Columns<uint>();
         for (uint seed = 1; seed <= 20; ++seed)
             QTest::addRow("%u", seed) << seed;
     }
 
     /// A visit's day of slips, saved and revoked line by line in any order.
     void Money_isNeverMadeOrLost() {
-        QFETCH(uint, seed);
+        auto [seed] = Fetch<uint>();
         QRandomGenerator random(seed);
         const auto money = [&random](int most) { return random.bounded(most * 100) / 100.0; };
         QList<double> balances;
@@ -227,24 +209,19 @@ private slots:
     }
 
 private:
-    void Execute(const QString& command) { m_connection->Execute(command); }
-    double Ask(const QString& query) { return m_connection->Execute(query)->Fields(0).Number(); }
-    void MakeFund(const QList<double>& balances, bool registered = true) {
-        for (int i = 0; i < balances.size(); ++i) {
-            Execute(
-                u"INSERT INTO BILLING..tbFundAccount (AccountNum, HospNum, "
-                "CompanyID, SeqNum, AllocatedFund, FundBalance) VALUES ('%1', "
-                "'%2', 'VEL', %3, '%4', '%4')"_s.arg(Account(i + 1), kHospNum)
-                    .arg(10 * (i + 1))
-                    .arg(base::PlainText(balances[i])));
-            Execute(
-                u"INSERT INTO BILLING..tbFundCostCenter (AccountNum, RevenueID) "
-                "VALUES ('%1', 'CY')"_s.arg(Account(i + 1)));
+    static void MakeFund(const QList<double>& balances, bool registered = true) {
+        for (int i = 1; i <= balances.size(); ++i) {
+            Do(u"INSERT INTO BILLING..tbFundAccount (AccountNum, HospNum, CompanyID, SeqNum, "
+               "AllocatedFund, FundBalance) VALUES ('%1', '%2', 'VEL', %3, '%4', '%4')"_s
+                   .arg(Account(i), kHospNum)
+                   .arg(10 * i)
+                   .arg(base::PlainText(balances[i - 1])));
+            Do(u"INSERT INTO BILLING..tbFundCostCenter (AccountNum, RevenueID) VALUES "
+               "('%1', 'CY')"_s.arg(Account(i)));
         }
-        Execute(
-            u"INSERT INTO BILLING..tbVisitAccount (IdNum, HospNum, CompanyID, "
-            "FundAccountNum) VALUES ('%1', '%2', 'VEL', %3)"_s.arg(
-                kIdNum, kHospNum, registered ? db::Quoted(Account(1)) : u"NULL"_s));
+        Do(u"INSERT INTO BILLING..tbVisitAccount (IdNum, HospNum, CompanyID, FundAccountNum) "
+           "VALUES ('%1', '%2', 'VEL', %3)"_s.arg(kIdNum, kHospNum,
+                                                  registered ? db::Quoted(Account(1)) : u"NULL"_s));
     }
 
     static void Prepare(clsPDAF& fund, const QString& itemId, double amount,
@@ -262,51 +239,40 @@ private:
     }
 
     /// "account's place:amount" of the payments that stand, in the order written.
-    QStringList Payments() {
-        QStringList found;
-        const auto rows = m_connection->Execute(
-            u"SELECT SeqNum, Amount FROM "
-            "BILLING..tbCompanyPayment WHERE IdNum = '%1' AND "
-            "CancelledAt IS NULL ORDER BY RequestNum"_s.arg(kIdNum));
-        for (; !rows->Eof(); rows->MoveNext())
-            found << u"%1:%2"_s.arg(rows->Fields(0).Number() / 10).arg(rows->Fields(1).Text());
-        return found;
+    static QString Payments() {
+        return Ask(u"SELECT SeqNum / 10, Amount FROM BILLING..tbCompanyPayment WHERE IdNum = '%1' "
+                   "AND CancelledAt IS NULL ORDER BY RequestNum"_s.arg(kIdNum))
+            .replace(u'|', u':')
+            .replace(u';', u' ');
     }
 
     /// Empty when no money was made or lost; else where.
-    QString Fault(const QMap<QString, double>& netOfSlip) {
-        const auto cents = [](double money) { return qRound64(money * 100); };
-        const auto accounts = m_connection->Execute(
-            u"SELECT f.AccountNum, f.AllocatedFund, f.FundBalance, ISNULL((SELECT "
-            "SUM(p.Amount) FROM BILLING..tbCompanyPayment p WHERE p.AccountNum = "
-            "f.AccountNum AND p.CancelledAt IS NULL), 0) AS Paid FROM "
-            "BILLING..tbFundAccount f"_s);
-        for (; !accounts->Eof(); accounts->MoveNext()) {
-            const double balance = accounts->Fields(2).Number();
-            if (balance < 0 || cents(accounts->Fields(1).Number()) !=
-                                   cents(balance) + cents(accounts->Fields(3).Number()))
-                return u"account %1 holds %2"_s.arg(accounts->Fields(0).Text(),
-                                                    accounts->Fields(2).Text());
-        }
+    static QString Fault(const QMap<QString, double>& netOfSlip) {
+        const auto cents = [](const QString& money) { return qRound64(money.toDouble() * 100); };
+        const QString account = Ask(
+            u"SELECT TOP (1) f.AccountNum, f.FundBalance FROM BILLING..tbFundAccount f WHERE "
+            "f.FundBalance < 0 OR ABS(f.AllocatedFund - f.FundBalance - ISNULL((SELECT "
+            "SUM(p.Amount) FROM BILLING..tbCompanyPayment p WHERE p.AccountNum = f.AccountNum AND "
+            "p.CancelledAt IS NULL), 0)) > 0.001"_s);
+        if (!account.isEmpty())
+            return account;
         qint64 paid = 0;
-        const auto slips = m_connection->Execute(
-            u"SELECT RefNum, SUM(Amount) FROM BILLING..tbCompanyPayment WHERE IdNum = "
-            "'A900B' AND CancelledAt IS NULL GROUP BY RefNum"_s);
-        for (; !slips->Eof(); slips->MoveNext()) {
-            const QString slip = slips->Fields(0).Text();
-            paid += cents(slips->Fields(1).Number());
-            if (cents(slips->Fields(1).Number()) > cents(netOfSlip.value(slip)))
-                return u"the funds paid more than slip %1 costs"_s.arg(slip);
+        const QString slips = Ask(
+            u"SELECT RefNum, SUM(Amount) FROM BILLING..tbCompanyPayment WHERE IdNum = 'A900B' AND "
+            "CancelledAt IS NULL GROUP BY RefNum"_s);
+        for (const QString& slip : slips.split(u';', Qt::SkipEmptyParts)) {
+            paid += cents(slip.section(u'|', 1));
+            const double net = netOfSlip.value(slip.section(u'|', 0, 0));
+            if (cents(slip.section(u'|', 1)) > qRound64(net * 100))
+                return u"the funds paid more than the slip costs: "_s + slip;
         }
-        const qint64 registered =
-            cents(Ask(u"SELECT PaidAmount FROM BILLING..tbVisitAccount WHERE IdNum = "
-                      "'A900B'"_s));
-        return registered == paid ? QString() : u"the visit's registration is behind"_s;
+        const QString registered =
+            Ask(u"SELECT PaidAmount FROM BILLING..tbVisitAccount WHERE IdNum = 'A900B'"_s);
+        return cents(registered) == paid ? QString() : u"the visit's registration is behind"_s;
     }
 
-    std::unique_ptr<TestHospital> m_hospital;
-    std::shared_ptr<db::Connection> m_connection;
-    std::unique_ptr<db::Transaction> m_transaction;
+    const Session m_session;
+    std::optional<db::Transaction> m_transaction;
 };
 
 QTEST_GUILESS_MAIN(tst_clsPDAF)
