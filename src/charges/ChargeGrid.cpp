@@ -342,6 +342,7 @@ double ChargeGrid::UnitDiscountOf(int row, const QString& code, double price) co
     clsComputeDiscount& server = clsComputeDiscount::Shared();
     server.SetRevenueID(Text(row, Dept));
     server.SetItemCode(code);
+    server.SetWithMarkUp(0);
     server.SetFullPrice(price);
     const double netAmount = server.NetAmount();
     const double discount = server.DiscountAmount();

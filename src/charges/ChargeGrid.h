@@ -68,6 +68,7 @@ private:
     void CommitRevenueCode(int row);
     void CommitItemCode(int row);
     void CommitQuantity(int row);
+    /// Whether the amount was taken.
     bool CommitAmount(int row);
     void TellOfNotTaken(const QString& taken);
     /// Adds to the message line, which begins empty with each commit.

@@ -20,13 +20,13 @@ QString ClassOf(const QString& idNum) {
 PatientClass PatientClassLabels(clsComputeDiscount& discount, const QString& idNum) {
     const QString patientClass = ClassOf(idNum);
     if (patientClass == u"P")
-        return {QStringLiteral("Pay Patient"), discount.DiscountName()};
+        return {QStringLiteral("Pay"), QStringLiteral("Pay Patient"), discount.DiscountName()};
     if (patientClass != u"S")
         return {};
     discount.getMSSClassification();
     const QString& classification = discount.MSSClassification();
     const QString classText =
         classification.isEmpty() ? QString() : QStringLiteral("Class: ") + classification;
-    return {classText + QStringLiteral(" Service Patient"),
+    return {QStringLiteral("Service"), classText + QStringLiteral(" Service Patient"),
             discount.DiscountName() + u' ' + classText};
 }

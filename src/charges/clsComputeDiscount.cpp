@@ -8,8 +8,6 @@
 
 namespace {
 
-const QString kWithoutMarkUp = QStringLiteral(", '0'");
-
 QString HospNumCommand(const QString& idNum) {
     const QString number = idNum.trimmed();
     const QString table =
@@ -28,10 +26,11 @@ QString ClassificationCommand(const QString& hospNum) {
 }
 
 QString DiscountCommand(const QString& revenueID, const QString& itemCode,
-                        const QString& discountType, const QString& classification) {
+                        const QString& discountType, const QString& classification,
+                        short withMarkUp) {
     return db::Call(QStringLiteral("RADIOLOGY..spRadio_GetDiscount"),
                     {revenueID, itemCode, discountType, classification}) +
-           kWithoutMarkUp;
+           QStringLiteral(", '%1'").arg(withMarkUp);
 }
 
 const std::pair<QString, QString> kNames[] = {
@@ -65,10 +64,14 @@ double clsComputeDiscount::DiscountAmount() {
     return AskFor(QStringLiteral("Discount"), 0);
 }
 
+double clsComputeDiscount::ItemPrice() {
+    return AskFor(QStringLiteral("Price"), 0);
+}
+
 double clsComputeDiscount::AskFor(const QString& field, double withoutRow) {
     getDiscountType();
     getMSSClassification();
-    Open(DiscountCommand(m_revenueID, m_itemCode, m_discountType, m_classification));
+    Open(DiscountCommand(m_revenueID, m_itemCode, m_discountType, m_classification, m_withMarkUp));
     const double amount = m_recordset.Eof() ? withoutRow : m_recordset.Fields(field).Number();
     m_recordset.Close();
     return amount;

@@ -20,20 +20,23 @@ public:
     /// The admission or visit to be charged. Another one than before forgets the discount type and
     /// the classification of the patient before.
     void SetIdNum(const QString& idNum);
-    /// Of the charge line: its revenue code and item.
+    /// Of the charge line: its revenue code, item and mark-up (the charge sheets send 0).
     void SetRevenueID(const QString& revenueID) { m_revenueID = revenueID; }
     void SetItemCode(const QString& itemCode) { m_itemCode = itemCode; }
+    void SetWithMarkUp(short withMarkUp) { m_withMarkUp = withMarkUp; }
     /// The price that the line carries; set with the item. It is the net amount of an item for
     /// which the server has no price.
     void SetFullPrice(double price) { m_fullPrice = price; }
 
     /// As last asked for; empty when there is none, for an unknown visit too.
+    const QString& DiscountType() const { return m_discountType; }
     const QString& MSSClassification() const { return m_classification; }
 
     /// Hospital money for one unit, asked of the server with five commands at every call. For an
-    /// item without a price: the full price and no discount.
+    /// item without a price: the full price, no discount and the price 0.
     double NetAmount();
     double DiscountAmount();
+    double ItemPrice();
 
     void getDiscountType();
     void getMSSClassification();
@@ -49,6 +52,7 @@ private:
     QString m_idNum;
     QString m_revenueID;
     QString m_itemCode;
+    short m_withMarkUp = 0;
     double m_fullPrice = 0;
     QString m_discountType;
     QString m_classification;

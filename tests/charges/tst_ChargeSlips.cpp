@@ -35,7 +35,8 @@ private slots:
         OpenSheet();
         TypeThreeKinds();
         const QString stock =
-            u"SELECT OnHand FROM BILLING..tbDrugStock WHERE DrugCode = '102' AND LocationID = '46'"_s;
+            u"SELECT OnHand FROM BILLING..tbDrugStock WHERE DrugCode = '102' AND "
+            "LocationID = '46'"_s;
         const double before = Ask(stock).toDouble();
         const ShownWindows shown;
         const CommandLog log;

@@ -1,6 +1,8 @@
 #include "charges/frmRequest.h"
 
 #include "ChargeWindow.h"
+#include "charges/PatientClass.h"
+#include "charges/clsComputeDiscount.h"
 
 using namespace ChargeColumn;
 
@@ -61,6 +63,22 @@ private slots:
         grant(u"QF"_s, u"D"_s);
         m_window->Charge(u"CA"_s, u"101"_s);
         QCOMPARE(m_window->Line(2, NetAmount), u"0|385"_s);
+    }
+
+    void Discount_isAskedWithItsMarkUp() {
+        clsComputeDiscount discount;
+        const QString idNum = VisitOf(u"SM"_s);
+        discount.SetIdNum(idNum);
+        discount.SetRevenueID(u"C'A"_s);
+        discount.SetItemCode(u"101"_s);
+        discount.SetWithMarkUp(-15);
+        const CommandLog log;
+        QCOMPARE(discount.ItemPrice(), 0.0);
+        QCOMPARE(log.Sent.last(), u"RADIOLOGY..spRadio_GetDiscount 'C''A','101','SM','', '-15'"_s);
+        discount.SetRevenueID(u"CA"_s);
+        QCOMPARE(discount.ItemPrice(), 385.0);
+        QCOMPARE(discount.DiscountType(), u"SM"_s);
+        QCOMPARE(PatientClassLabels(discount, idNum).ClassWord, u"Pay"_s);
     }
 
     // Nor what the patient before was granted.

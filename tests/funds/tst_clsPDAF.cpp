@@ -13,7 +13,6 @@ namespace {
 
 const QString kHospNum = u"H-1"_s;
 const QString kIdNum = u"A900B"_s;
-const QString kItem = u"501"_s;
 
 QString Account(int number) {
     return u"Q-%1"_s.arg(number);
@@ -25,7 +24,10 @@ QString Account(int number) {
 class tst_clsPDAF : public QObject {
     Q_OBJECT
 private slots:
-    void init() { m_transaction.emplace(m_session.Connection()); }
+    void init() {
+        m_transaction.emplace(m_session.Connection());
+        m_fund.emplace();
+    }
     void cleanup() { m_transaction.reset(); }
 
     void Save_splitsTheLineInTheServersOrder_data() {
@@ -52,21 +54,15 @@ private slots:
             Fetch<QList<double>, bool, double, QString>();
         MakeFund(balances, registered);
         QVERIFY(modCDF::CheckCompany(kIdNum));
-        clsPDAF fund;
-        Prepare(fund, kItem, amount);
-        QVERIFY(fund.With_Fund());
-        fund.Save_PDAF();
+        Pay(amount);
         QCOMPARE(Payments(), payments);
         QCOMPARE(Fault({{u"C1D"_s, amount}}), QString());
     }
 
     void Save_sendsEveryShareAndTheRegistrationAfterIt() {
         MakeFund({300, 200});
-        clsPDAF fund;
-        Prepare(fund, kItem, 450.5);
         const CommandLog log;
-        QVERIFY(fund.With_Fund());
-        fund.Save_PDAF();
+        Pay(450.5);
         const QStringList expected{
             u"BILLING..sp_PDAF_GetAllocation 'H-1','CY'"_s,
             u"BILLING..sp_PDAF_GetAllocation_RegAccount 'H-1','A900B','CY'"_s,
@@ -81,10 +77,7 @@ private slots:
 
     void Save_readsFiftyAccountsAtMost() {
         MakeFund(QList<double>(52, 10));
-        clsPDAF fund;
-        Prepare(fund, kItem, 1000);
-        QVERIFY(fund.With_Fund());
-        fund.Save_PDAF();
+        Pay(1000);
         QCOMPARE(Payments().split(u' ').size(), 50);
         QCOMPARE(Fault({{u"C1D"_s, 1000}}), QString());
     }
@@ -92,12 +85,11 @@ private slots:
     // Another station's slip came between the look at the accounts and the payment.
     void Save_isRefusedWhatAnAccountNoLongerHas() {
         MakeFund({100, 300});
-        clsPDAF fund;
-        Prepare(fund, kItem, 350);
-        QVERIFY(fund.With_Fund());
+        Prepare(350);
+        QVERIFY(m_fund->With_Fund());
         Do(u"UPDATE BILLING..tbFundAccount SET FundBalance = 20 WHERE AccountNum = "
            "'Q-2'"_s);
-        QVERIFY_EXCEPTION_THROWN(fund.Save_PDAF(), base::DatabaseError);
+        QVERIFY_EXCEPTION_THROWN(m_fund->Save_PDAF(), base::DatabaseError);
         cleanup();
         QCOMPARE(Payments(), QString());
         init();
@@ -105,19 +97,12 @@ private slots:
 
     void Cancel_goesByTheFirstPaymentAndUndoesAll() {
         MakeFund({300, 200});
-        clsPDAF fund;
-        Prepare(fund, kItem, 450.5);
-        const auto pay = [&fund] {
-            QVERIFY(fund.With_Fund());
-            fund.Save_PDAF();
-        };
-        pay();
+        Pay(450.5);
         const QString first =
             Ask(u"SELECT MIN(RequestNum) FROM BILLING..tbCompanyPayment WHERE IdNum = 'A900B'"_s);
-        Prepare(fund, kItem, -450.5);
-        CommandLog log;
-        fund.With_SavedPayment();
-        fund.With_SavedPayment();
+        const CommandLog log;
+        TakeBack(450.5);
+        m_fund->With_SavedPayment();
         const QString look = u"BILLING..sp_PDAF_GetSavedPayment 'A900B','C1D','CY', '501'"_s;
         const QStringList expected{
             look,
@@ -127,33 +112,27 @@ private slots:
         QCOMPARE(log.Sent, expected);
         QCOMPARE(Payments(), QString());
         QCOMPARE(Fault({}), QString());
-        Prepare(fund, kItem, 450.5);
-        pay();
+        Pay(450.5);
         QCOMPARE(Payments(), u"1:300 2:150.5"_s);
     }
 
     void Figures_areZeroOrTheLastWithoutRows() {
-        clsPDAF fund;
-        fund.SetHospNum(kHospNum);
-        fund.SetIdNum(kIdNum);
-        fund.SetDeptID(u"CY"_s);
-        const auto figures = [&fund] {
-            fund.Show_FundBalance();
-            return QList<double>{fund.OutputTotalFund(), fund.OutputFundUtilized(),
-                                 fund.OutputFundBalance(), fund.OutputHospBill(),
-                                 fund.OutputNetBill()};
+        Prepare(0);
+        const auto figures = [this] {
+            m_fund->Show_FundBalance();
+            return QList<double>{m_fund->OutputTotalFund(), m_fund->OutputFundUtilized(),
+                                 m_fund->OutputFundBalance(), m_fund->OutputHospBill(),
+                                 m_fund->OutputNetBill()};
         };
         QCOMPARE(figures(), QList<double>(5, 0));
         MakeFund({300, 200});
         Do(u"CLINICAL_AREA..sp_capd_addbill 'C1D','A900B','501','450','4601',"
            "'H-1','CY'"_s);
-        Prepare(fund, kItem, 350);
-        QVERIFY(fund.With_Fund());
-        fund.Save_PDAF();
+        Pay(350);
         const QList<double> expected{500, 350, 150, 450, 100};
         QCOMPARE(figures(), expected);
-        fund.SetHospNum(u"nobody"_s);
-        fund.SetIdNum(u"nowhere"_s);
+        m_fund->SetHospNum(u"nobody"_s);
+        m_fund->SetIdNum(u"nowhere"_s);
         QCOMPARE(figures(), expected);
     }
 
@@ -176,7 +155,6 @@ private slots:
         for (const double balance : balances)
             allocated += balance;
 
-        clsPDAF fund;
         QMap<QString, double> netOfSlip;
         QList<QStringList> lines;
         QMap<QStringList, double> amounts;
@@ -187,25 +165,20 @@ private slots:
                 amounts[line] = money(300);
                 netOfSlip[line[0]] += amounts[line];
                 lines << line;
-                Prepare(fund, line[1], amounts[line], line[0]);
-                QVERIFY(fund.With_Fund());
-                fund.Save_PDAF();
+                Pay(amounts[line], line[1], line[0]);
             } else {
                 const QStringList line = lines.takeAt(random.bounded(int(lines.size())));
                 netOfSlip[line[0]] -= amounts[line];
-                Prepare(fund, line[1], -amounts[line], line[0]);
-                fund.With_SavedPayment();
-                fund.With_SavedPayment();
+                TakeBack(amounts[line], line[1], line[0]);
+                m_fund->With_SavedPayment();
             }
             const QString fault = Fault(netOfSlip);
             QVERIFY2(fault.isEmpty(), qPrintable(fault));
         }
-        for (const QStringList& line : lines) {
-            Prepare(fund, line[1], -amounts[line], line[0]);
-            fund.With_SavedPayment();
-        }
-        fund.Show_FundBalance();
-        QCOMPARE(base::MoneyText(fund.OutputFundBalance()), base::MoneyText(allocated));
+        for (const QStringList& line : lines)
+            TakeBack(amounts[line], line[1], line[0]);
+        m_fund->Show_FundBalance();
+        QCOMPARE(base::MoneyText(m_fund->OutputFundBalance()), base::MoneyText(allocated));
     }
 
 private:
@@ -224,18 +197,27 @@ private:
                                                   registered ? db::Quoted(Account(1)) : u"NULL"_s));
     }
 
-    static void Prepare(clsPDAF& fund, const QString& itemId, double amount,
-                        const QString& slip = u"C1D"_s) {
-        fund.SetAccountNum({});
-        fund.SetDeptID(u"CY"_s);
-        fund.SetDrCr(u"C"_s);
-        fund.SetHospNum(kHospNum);
-        fund.SetIdNum(kIdNum);
-        fund.SetItemAmount(amount);
-        fund.SetItemID(itemId);
-        fund.SetRefNum(slip);
-        fund.SetRevenueID(u"CY"_s);
-        fund.SetUserID(u"4601"_s);
+    void Prepare(double amount, const QString& itemId = u"501"_s, const QString& slip = u"C1D"_s) {
+        m_fund->SetDeptID(u"CY"_s);
+        m_fund->SetDrCr(u"C"_s);
+        m_fund->SetHospNum(kHospNum);
+        m_fund->SetIdNum(kIdNum);
+        m_fund->SetItemAmount(amount);
+        m_fund->SetItemID(itemId);
+        m_fund->SetRefNum(slip);
+        m_fund->SetRevenueID(u"CY"_s);
+        m_fund->SetUserID(u"4601"_s);
+    }
+    template <class... Line>
+    void Pay(double amount, const Line&... line) {
+        Prepare(amount, line...);
+        QVERIFY(m_fund->With_Fund());
+        m_fund->Save_PDAF();
+    }
+    template <class... Line>
+    void TakeBack(double amount, const Line&... line) {
+        Prepare(-amount, line...);
+        m_fund->With_SavedPayment();
     }
 
     /// "account's place:amount" of the payments that stand, in the order written.
@@ -273,6 +255,7 @@ private:
 
     const Session m_session;
     std::optional<db::Transaction> m_transaction;
+    std::optional<clsPDAF> m_fund;
 };
 
 QTEST_GUILESS_MAIN(tst_clsPDAF)
