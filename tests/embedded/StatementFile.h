@@ -18,9 +18,15 @@ using namespace Qt::StringLiterals;
 //   = A1|Catheter           rows (cells joined by "|"), ok for none, changed <n>, columns <kinds>
 //                           <names> before the rows, or error [<number>[: part of its text]]
 //
-// A first line "run" changes nothing, "script" sends statements as a script; "begin", "commit" and
-// "rollback" are the client's own transaction. Only accepted statements stand in them, so that they
-// hold on either engine.
+// Where nothing stands behind the text, ok must come back. A first line "run" changes nothing,
+// "script" sends statements as a script, behind the two lines "USE CLINICAL_AREA" and "GO";
+// "begin", "commit" and "rollback" are the client's own transaction. Behind a first line "each" or
+// "scripts", every line is a command or a script of its own with its answer, rows apart by " / ":
+//
+//   each
+//   SELECT LEN('ab  '), LEFT('abc', 2) => 2|ab
+//
+// Only accepted statements stand in them, so that they hold on either engine.
 namespace StatementFile {
 
 const QStringList kActions{u"run"_s, u"script"_s, u"begin"_s, u"commit"_s, u"rollback"_s};
@@ -37,19 +43,39 @@ inline QString TextOf(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
+/// One line behind "each" or "scripts": the text to send and its answer.
+inline Block LineOf(const QString& text, int number, bool script) {
+    const QStringList parts = text.split(u" => "_s);
+    const bool isAction = kActions.contains(parts[0]);
+    return {number,
+            script     ? u"script"_s
+            : isAction ? parts[0]
+                       : QString(),
+            parts[0], parts.value(1).split(u" / "_s)};
+}
+
 inline QList<Block> Read(const QString& path) {
     const QStringList lines = TextOf(path).split(QLatin1Char('\n'));
     QList<Block> blocks;
     for (int i = 0; i < lines.size(); ++i) {
         if (lines[i].isEmpty() || lines[i].startsWith(QLatin1Char('#')))
             continue;
+        const bool scripts = lines[i] == u"scripts";
+        if (scripts || lines[i] == u"each") {
+            for (++i; i < lines.size() && !lines[i].isEmpty(); ++i)
+                if (!lines[i].startsWith(QLatin1Char('#')))
+                    blocks << LineOf(lines[i], i + 1, scripts);
+            continue;
+        }
         Block block{i + 1, {}, {}, {}};
         if (kActions.contains(lines[i]))
             block.Action = lines[i++];
-        for (; i < lines.size() && !lines[i].startsWith(u'='); ++i)
+        for (; i < lines.size() && !lines[i].isEmpty() && !lines[i].startsWith(u'='); ++i)
             block.Text += lines[i] + QLatin1Char('\n');
         for (; i < lines.size() && lines[i].startsWith(u'='); ++i)
             block.Expected << lines[i].mid(2);
+        if (block.Expected.isEmpty())
+            block.Expected << u"ok"_s;
         blocks << block;
     }
     return blocks;
@@ -60,7 +86,7 @@ inline QStringList Answer(embedded::Server& server, const Block& block) {
     qint64 changed = -1;
     try {
         if (block.Action == u"script"_s)
-            server.RunScript(u"made.sql"_s, block.Text);
+            server.RunScript(u"made.sql"_s, u"USE CLINICAL_AREA\nGO\n"_s + block.Text);
         else if (block.Action == u"begin"_s)
             server.BeginTrans();
         else if (block.Action == u"commit"_s)
