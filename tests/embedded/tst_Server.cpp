@@ -43,23 +43,23 @@ QStringList Rows(Server& server, const QString& command) {
     return rows.Lines;
 }
 
-/// The number of the error that the action ends with; 0 for none. `text` takes its description.
+/// The error that the action ends with; of number 0 for none.
 template <typename Action>
-int ErrorOf(Action action, QString* text = nullptr) {
+base::DatabaseError ErrorOf(Action action) {
     try {
         action();
     } catch (const base::DatabaseError& error) {
-        if (text != nullptr)
-            *text = error.Description();
-        return error.Number();
+        return error;
     }
-    return 0;
+    return {0, {}};
 }
 
-void WriteFile(const QString& name, const QByteArray& content) {
-    QFile file(name);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
+/// The file in another program's hands, which has done something to it.
+auto InOtherHands(const QString& file, const char* statements) {
+    sqlite3* other = nullptr;
+    sqlite3_open(file.toUtf8().constData(), &other);
+    sqlite3_exec(other, statements, nullptr, nullptr, nullptr);
+    return std::unique_ptr<sqlite3, decltype(&sqlite3_close)>(other, sqlite3_close);
 }
 
 }  // namespace
@@ -68,74 +68,53 @@ class tst_Server : public QObject {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
-
-    void cleanup() {
-        base::Clock::Replace({});
-        m_folder.reset();
+    void init() {
+        m_folder = std::make_unique<QTemporaryDir>();
+        Server(File(), Server::Mode::Create).RunScript(u"counter.sql"_s, CounterScript);
     }
 
+    void cleanup() { base::Clock::Replace({}); }
+
     void Opening_namesTheFileAndWhatIsWrong_data() {
-        Columns<QString, QString>();
-        QTest::newRow("missing") << "missing"
-                                 << "does not exist";
-        QTest::newRow("empty") << "empty"
-                               << "is empty";
-        QTest::newRow("text") << "text"
-                              << "is not a hospital file";
-        QTest::newRow("header alone") << "header"
-                                      << "is damaged";
-        QTest::newRow("another program's") << "foreign"
-                                           << "is not a hospital file";
-        QTest::newRow("folder") << "folder"
-                                << "cannot be read";
+        using Harm = std::function<void(const QString& name)>;
+        Columns<Harm, QString>();
+        const auto written = [](const QByteArray& content) {
+            return [content](const QString& name) {
+                QFile file(name);
+                QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+            };
+        };
+        const auto row = [](const char* wrong, Harm harm) {
+            QTest::newRow(wrong) << harm << QString::fromLatin1(wrong);
+        };
+        row("does not exist", [](const QString&) {});
+        row("is empty", written({}));
+        row("is not a hospital", written(QByteArray("Dear hospital, ").repeated(10)));
+        row("is not a hospital file",
+            [](const QString& name) { InOtherHands(name, "CREATE TABLE t (x)"); });
+        row("is damaged", written(QByteArray("SQLite format 3\0", 16)));
+        row("cannot be read", [](const QString& name) { QVERIFY(QDir().mkdir(name)); });
+        row("its end is missing", [this](const QString& name) {
+            QVERIFY(QFile::rename(File(), name) && QFile::resize(name, QFileInfo(name).size() / 2));
+        });
     }
 
     void Opening_namesTheFileAndWhatIsWrong() {
-        auto [kind, part] = Fetch<QString, QString>();
+        auto [harm, part] = Fetch<std::function<void(const QString&)>, QString>();
         const QString name = File("bad.capd");
-        if (kind == u"empty"_s)
-            WriteFile(name, {});
-        if (kind == u"text"_s)
-            WriteFile(name, "Once upon a time there was a hospital that kept its files on paper.");
-        if (kind == u"header"_s)
-            WriteFile(name, QByteArray("SQLite format 3\0", 16));
-        if (kind == u"folder"_s)
-            QVERIFY(QDir().mkdir(name));
-        if (kind == u"foreign"_s) {
-            sqlite3* other = nullptr;
-            QCOMPARE(sqlite3_open(name.toUtf8().constData(), &other), SQLITE_OK);
-            sqlite3_exec(other, "CREATE TABLE t (x)", nullptr, nullptr, nullptr);
-            sqlite3_close(other);
-        }
-        QString text;
-        QVERIFY(ErrorOf([&] { Server server(name, Server::Mode::OpenExisting); }, &text) != 0);
+        harm(name);
+        const auto error = ErrorOf([&] { Server server(name, Server::Mode::OpenExisting); });
+        const QString text = error.Description();
         QVERIFY2(text.contains(name) && text.contains(part), qPrintable(text));
     }
 
-    void Opening_refusesAFileCutShort() {
-        MakeHospital();
-        QFile file(File());
-        QVERIFY(file.resize(file.size() / 2));
-        QString text;
-        QVERIFY(ErrorOf([&] { Server server(File(), Server::Mode::OpenExisting); }, &text) != 0);
-        QVERIFY2(text.contains(u"its end is missing"_s), qPrintable(text));
-    }
-
     void Opening_refusesAFileLockedByAnother() {
-        MakeHospital();
-        sqlite3* other = nullptr;
-        QCOMPARE(sqlite3_open(File().toUtf8().constData(), &other), SQLITE_OK);
-        sqlite3_exec(other,
-                     "PRAGMA locking_mode = EXCLUSIVE; BEGIN IMMEDIATE;"
-                     "UPDATE catalog_sessions SET last = last; COMMIT",
-                     nullptr, nullptr, nullptr);
-        QString text;
-        const int number =
-            ErrorOf([&] { Server server(File(), Server::Mode::OpenExisting, 30); }, &text);
-        sqlite3_close(other);
-        QCOMPARE(number, 1222);
-        QVERIFY2(text.contains(File()), qPrintable(text));
+        const auto other = InOtherHands(File(),
+                                        "PRAGMA locking_mode = EXCLUSIVE; BEGIN IMMEDIATE;"
+                                        "UPDATE catalog_sessions SET last = last; COMMIT");
+        const auto error = ErrorOf([&] { Opened(30); });
+        QCOMPARE(error.Number(), 1222);
+        QVERIFY(error.Description().contains(File()));
     }
 
     void Opening_readsAReadOnlyFileAndRefusesTheFirstWrite() {
@@ -143,15 +122,14 @@ private slots:
             QCOMPARE(*failure, QString());
             return;
         }
-        MakeHospital();
         QFile::setPermissions(File(), QFileDevice::ReadOwner | QFileDevice::ReadUser);
         QVERIFY(!QFileInfo(File()).isWritable());
-        Server server(File(), Server::Mode::OpenExisting);
+        Server server = Opened();
         QCOMPARE(Rows(server, u"SELECT Last FROM tbCounter"_s), QStringList{u"0"_s});
         QCOMPARE(Rows(server, u"SELECT CASE WHEN @@SPID > 0 THEN 1 END"_s), QStringList{u"1"_s});
-        QString text;
-        QCOMPARE(ErrorOf([&] { Rows(server, u"sp_Next"_s); }, &text), 3906);
-        QVERIFY(text.contains(File()));
+        const auto refused = ErrorOf([&] { Rows(server, u"sp_Next"_s); });
+        QCOMPARE(refused.Number(), 3906);
+        QVERIFY(refused.Description().contains(File()));
     }
 
     void Write_isRefusedOnceTheFileIsGone_data() {
@@ -162,8 +140,7 @@ private slots:
 
     void Write_isRefusedOnceTheFileIsGone() {
         QFETCH(QString, harm);
-        MakeHospital();
-        Server server(File(), Server::Mode::OpenExisting);
+        Server server = Opened();
         QCOMPARE(Rows(server, u"sp_Next"_s), QStringList{u"1"_s});
         if (harm == u"replaced")
             QVERIFY(QFile::copy(File(), File("backup.capd")));
@@ -176,45 +153,37 @@ private slots:
 
         // Alone, as a client's transaction, and in a procedure's own one.
         const QString alone = u"UPDATE tbCounter SET Last = 7"_s;
-        QString text;
-        QCOMPARE(ErrorOf([&] { Rows(server, alone); }, &text), 5120);
-        QVERIFY2(text.contains(File()), qPrintable(text));
-        QCOMPARE(ErrorOf([&] { Rows(server, u"sp_Next"_s); }), 5120);
+        const auto refused = ErrorOf([&] { Rows(server, alone); });
+        QCOMPARE(refused.Number(), 5120);
+        QVERIFY(refused.Description().contains(File()));
+        QCOMPARE(ErrorOf([&] { Rows(server, u"sp_Next"_s); }).Number(), 5120);
         server.BeginTrans();
         Rows(server, alone);
-        QCOMPARE(ErrorOf([&] { server.CommitTrans(); }), 5120);
+        QCOMPARE(ErrorOf([&] { server.CommitTrans(); }).Number(), 5120);
         QCOMPARE(server.TransactionDepth(), 0);
         QCOMPARE(Rows(server, u"SELECT Last FROM tbCounter"_s), QStringList{u"1"_s});
     }
 
     void Create_leavesNothingBehindWhereItFails() {
-        MakeHospital();
-        QVERIFY(ErrorOf([&] { Server server(File(), Server::Mode::Create); }) != 0);
-        Server untouched(File(), Server::Mode::OpenExisting);
-        QCOMPARE(Rows(untouched, u"sp_Next"_s), QStringList{u"1"_s});
-
-        const QString nowhere = File("no such folder/hospital.capd");
-        QString text;
-        QVERIFY(ErrorOf([&] { Server server(nowhere, Server::Mode::Create); }, &text) != 0);
-        QVERIFY2(text.contains(u"no such folder"_s), qPrintable(text));
+        const auto create = [this](const char* name) {
+            return ErrorOf([&] { Server server(File(name), Server::Mode::Create); }).Description();
+        };
+        QVERIFY(!create("hospital.capd").isEmpty());
+        QVERIFY(create("no such folder/hospital.capd").contains(u"no such folder"_s));
         for (const QString& name : QDir(m_folder->path()).entryList(QDir::Files))
             QVERIFY2(name.startsWith(u"hospital.capd"_s), qPrintable(name));
-    }
-
-    void Rows_areThereAfterReopening() {
-        MakeHospital();
+        // What was there is as it was, and stays when it is closed.
         for (const char* expected : {"1", "2"}) {
-            Server server(File(), Server::Mode::OpenExisting);
+            Server server = Opened();
             QCOMPARE(Rows(server, u"CLINICAL_AREA..sp_Next"_s),
                      QStringList{QLatin1String(expected)});
         }
     }
 
     void TwoSessions_haveDifferentNumbers() {
-        MakeHospital();
         const QString ask = u"SELECT @@SPID"_s;
-        Server first(File(), Server::Mode::OpenExisting);
-        Server second(File(), Server::Mode::OpenExisting);
+        Server first = Opened();
+        Server second = Opened();
         // A number asked for inside a transaction that is undone may not come twice either.
         first.BeginTrans();
         const QStringList within = Rows(first, ask);
@@ -228,11 +197,10 @@ private slots:
     }
 
     void TwoSessions_countWithoutLosingANumber() {
-        MakeHospital();
         constexpr int Times = 60;
         QStringList drawn[2];
         const auto draw = [&](QStringList& numbers) {
-            Server server(File(), Server::Mode::OpenExisting);
+            Server server = Opened();
             for (int i = 0; i < Times; ++i)
                 numbers += Rows(server, u"sp_Next"_s);
         };
@@ -245,28 +213,30 @@ private slots:
         QVERIFY(all.contains(QString::number(2 * Times)));
     }
 
-    void Writer_givesUpAfterItsTime() {
-        MakeHospital();
-        Server first(File(), Server::Mode::OpenExisting);
-        Server second(File(), Server::Mode::OpenExisting, 40);
+    void Others_readTheStateBeforeATransactionAndWaitToWrite() {
+        Server first = Opened();
+        Server second = Opened(40);
+        const QString read = u"SELECT Last FROM tbCounter"_s;
         first.BeginTrans();
-        QString text;
-        QCOMPARE(ErrorOf([&] { Rows(second, u"sp_Next"_s); }, &text), 1222);
-        QVERIFY(text.contains(File()));
-        QCOMPARE(ErrorOf([&] { second.BeginTrans(); }), 1222);
+        Rows(first, u"sp_Next"_s);
+        QCOMPARE(Rows(second, read), QStringList{u"0"_s});
+        const auto refused = ErrorOf([&] { Rows(second, u"sp_Next"_s); });
+        QCOMPARE(refused.Number(), 1222);
+        QVERIFY(refused.Description().contains(File()));
+        QCOMPARE(ErrorOf([&] { second.BeginTrans(); }).Number(), 1222);
         QCOMPARE(second.TransactionDepth(), 0);
         first.CommitTrans();
-        QCOMPARE(Rows(second, u"sp_Next"_s), QStringList{u"1"_s});
+        QCOMPARE(Rows(second, read), QStringList{u"1"_s});
+        QCOMPARE(Rows(second, u"sp_Next"_s), QStringList{u"2"_s});
     }
 
     // The other one begins anew as soon as it has ended, so that chance alone would leave next to
     // no moment to the one that waits.
     void Writer_whoHasWaitedIsNext() {
-        MakeHospital();
         std::atomic<int> begun = 0;
         std::atomic<bool> done = false;
         std::thread other([&] {
-            Server server(File(), Server::Mode::OpenExisting);
+            Server server = Opened();
             while (!done) {
                 server.BeginTrans();
                 ++begun;
@@ -274,7 +244,7 @@ private slots:
                 server.CommitTrans();
             }
         });
-        Server patient(File(), Server::Mode::OpenExisting);
+        Server patient = Opened();
         int overtaken = 0;
         for (int turn = 0; turn < 5; ++turn) {
             while (begun == 0)
@@ -290,23 +260,10 @@ private slots:
         QVERIFY2(overtaken <= 5, qPrintable(QString::number(overtaken)));
     }
 
-    void Reader_seesTheStateBeforeAnothersTransaction() {
-        MakeHospital();
-        Server writer(File(), Server::Mode::OpenExisting);
-        Server reader(File(), Server::Mode::OpenExisting, 40);
-        const QString read = u"SELECT Last FROM tbCounter"_s;
-        writer.BeginTrans();
-        Rows(writer, u"sp_Next"_s);
-        QCOMPARE(Rows(reader, read), QStringList{u"0"_s});
-        writer.CommitTrans();
-        QCOMPARE(Rows(reader, read), QStringList{u"1"_s});
-    }
-
     void Session_noticesProceduresChangedByAnother() {
-        MakeHospital();
-        Server user(File(), Server::Mode::OpenExisting);
+        Server user = Opened();
         QCOMPARE(Rows(user, u"sp_Next"_s), QStringList{u"1"_s});
-        Server upgrade(File(), Server::Mode::OpenExisting);
+        Server upgrade = Opened();
         upgrade.RunScript(u"upgrade.sql"_s,
                           u"USE CLINICAL_AREA\nGO\nDROP PROCEDURE IF EXISTS sp_Next\nGO\n"
                           "ALTER TABLE tbCounter ADD Note varchar(5) NOT NULL DEFAULT "
@@ -316,55 +273,18 @@ private slots:
         QCOMPARE(Rows(user, u"sp_Next"_s), QStringList{u"x"_s});
     }
 
-    void Rollback_takesBackWhatAScriptMade() {
-        MakeHospital();
-        Server server(File(), Server::Mode::OpenExisting);
-        server.BeginTrans();
-        server.RunScript(u"made.sql"_s,
-                         u"USE CLINICAL_AREA\nGO\nCREATE TABLE tbMade (X int)\nGO\n"
-                         "CREATE PROCEDURE sp_Made AS SELECT 1 FROM tbMade\nGO"_s);
-        QCOMPARE(Rows(server, u"sp_Made"_s), QStringList());
-        server.RollbackTrans();
-        QCOMPARE(ErrorOf([&] { Rows(server, u"sp_Made"_s); }), 2812);
-        QCOMPARE(ErrorOf([&] { Rows(server, u"SELECT X FROM tbMade"_s); }), 208);
-    }
-
-    void Script_thatFailsUndoesTheCallersTransaction() {
-        MakeHospital();
-        Server server(File(), Server::Mode::OpenExisting);
-        server.BeginTrans();
-        QString text;
-        const int number = ErrorOf(
-            [&] {
-                server.RunScript(u"half.sql"_s,
-                                 u"USE CLINICAL_AREA\nGO\nUPDATE tbCounter SET Last = 9\n"
-                                 "GO\nEXEC sp_Next 'too many'\nGO"_s);
-            },
-            &text);
-        QCOMPARE(number, 8144);
-        QVERIFY2(text.startsWith(u"half.sql:5: "_s), qPrintable(text));
-        QCOMPARE(server.TransactionDepth(), 0);
-        server.RollbackTrans();
-        QCOMPARE(Rows(server, u"SELECT Last FROM tbCounter"_s), QStringList{u"0"_s});
-    }
-
     void Failure_inTheMiddleOfRowsLeavesNoLock() {
-        MakeHospital();
-        Server first(File(), Server::Mode::OpenExisting);
-        Server second(File(), Server::Mode::OpenExisting, 40);
+        Server first = Opened();
+        Server second = Opened(40);
         Rows(first, u"INSERT INTO tbCounter VALUES (2, 5)"_s);
-        TextRows rows;
-        const int number = ErrorOf([&] {
-            first.Execute(u"SELECT 10 / (5 - Last) FROM tbCounter ORDER BY ID"_s, Database, &rows);
-        });
-        QCOMPARE(number, 8134);
+        const QString half = u"SELECT 10 / (5 - Last) FROM tbCounter ORDER BY ID"_s;
+        QCOMPARE(ErrorOf([&] { Rows(first, half); }).Number(), 8134);
         QCOMPARE(Rows(second, u"sp_Next"_s), QStringList{u"1"_s});
         QCOMPARE(Rows(first, u"sp_Next"_s), QStringList{u"2"_s});
     }
 
     void Clock_isTheProgramsAndRoundsToTheServersTicks() {
-        MakeHospital();
-        Server server(File(), Server::Mode::OpenExisting);
+        Server server = Opened();
         const QString now = u"SELECT GETDATE()"_s;
         base::Clock::Replace([] { return QDateTime({2026, 2, 3}, {4, 5, 6, 8}); });
         QCOMPARE(Rows(server, now), QStringList{u"2026-02-03 04:05:06.007"_s});
@@ -373,28 +293,25 @@ private slots:
     }
 
     void Command_refusesANulCharacter() {
-        MakeHospital();
-        Server server(File(), Server::Mode::OpenExisting);
+        Server server = Opened();
         QString command = u"SELECT 'a' FROM tbCounter"_s;
         command[8] = QChar(0);
-        QCOMPARE(ErrorOf([&] { Rows(server, command); }), 102);
+        QCOMPARE(ErrorOf([&] { Rows(server, command); }).Number(), 102);
     }
 
     void KeyColumns_comeInKeyOrder() {
-        MakeHospital();
-        Server server(File(), Server::Mode::OpenExisting);
+        Server server = Opened();
         const std::vector<QString> expected = {u"B"_s, u"A"_s};
         QCOMPARE(server.KeyColumns(u"clinical_area..tbkeyed"_s, {}), expected);
-        QCOMPARE(ErrorOf([&] { server.KeyColumns(u"tbNone"_s, Database); }), 208);
+        QCOMPARE(ErrorOf([&] { server.KeyColumns(u"tbNone"_s, Database); }).Number(), 208);
     }
 
 private:
     QString File(const char* name = "hospital.capd") const {
         return m_folder->filePath(QLatin1String(name));
     }
-    void MakeHospital() const {
-        Server server(File(), Server::Mode::Create);
-        server.RunScript(u"counter.sql"_s, CounterScript);
+    Server Opened(int busyMilliseconds = Server::kBusyMilliseconds) const {
+        return Server(File(), Server::Mode::OpenExisting, busyMilliseconds);
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
