@@ -12,7 +12,7 @@ namespace {
 
 const QStringList kPrograms = {u"tst_Numbers"_s,    u"tst_Dates"_s,
                                u"tst_Collation"_s,  u"tst_Functions"_s,
-                               u"tst_Statements"_s, u"tst_OdbcDriver"_s,
+                               u"tst_Statements"_s, u"tst_Drivers"_s,
                                u"tst_DateEdit"_s,   u"tst_EntryGrid"_s,
                                u"tst_ListView"_s,   u"tst_clsRegularPatientSearch"_s};
 

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <deque>
 #include <functional>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -22,6 +23,7 @@ struct Failure {
     QString State = {};
     int Number = 0;
     QString Text = {};
+    int Line = 0;
 };
 
 struct Column {
@@ -48,24 +50,17 @@ struct World {
     QStringList Commands;
     /// "autocommit on", "commit", "rollback", "disconnect", ...
     QStringList Steps;
-    std::optional<Failure> ConnectFails;
-    std::optional<Failure> InfoFails;
-    std::optional<Failure> EndFails;
-    bool AutoCommitFails = false;
+    /// What "connect", "info", "autocommit" and "end" (of a transaction) fail with.
+    std::map<QString, Failure> Fails;
     bool Dead = false;
     bool NoHandles = false;
     bool NoDiagnosis = false;
     int OpenHandles = 0;
     quintptr LogInSeconds = 0;
+    quintptr CommandSeconds = 0;
     std::size_t LargestBlock = 0;
     int Pieces = 0;
 };
-
-World& TheWorld();
-
-}  // namespace FakeOdbc
-
-namespace FakeOdbc {
 
 inline World& TheWorld() {
     static World world;
@@ -80,7 +75,6 @@ struct Binding {
 };
 
 struct Handle {
-    SQLSMALLINT Kind;
     Failure Last = {};
     Results Pending = {};
     std::vector<Binding> Bindings = {};
@@ -94,70 +88,51 @@ struct Handle {
         Last = failure;
         return SQL_ERROR;
     }
-    // Only of a whole command does "no data" mean that it met no row.
-    SQLRETURN Execute(Results results) {
-        Pending = std::move(results);
-        const SQLRETURN started = Start();
-        const bool metNoRow =
-            started == SQL_SUCCESS && Pending.front().Columns.empty() && !Pending.front().RowCount;
-        return metNoRow ? SQL_NO_DATA : started;
+    SQLRETURN Do(const QString& step) {
+        const auto failure = TheWorld().Fails.find(step);
+        return failure == TheWorld().Fails.end() ? SQL_SUCCESS : Fail(failure->second);
     }
     SQLRETURN Start() {
         NextRow = 0;
-        if (Pending.empty()) {
+        if (Pending.empty())
             return SQL_NO_DATA;
-        }
         const Result& result = Pending.front();
-        if (result.Failed && result.Columns.empty()) {
-            return Fail(*result.Failed);
-        }
-        return SQL_SUCCESS;
+        return result.Failed && result.Columns.empty() ? Fail(*result.Failed) : SQL_SUCCESS;
     }
 };
 
-inline Handle* Of(SQLHANDLE handle) {
-    return static_cast<Handle*>(handle);
+inline Handle& Of(SQLHANDLE handle) {
+    return *static_cast<Handle*>(handle);
 }
 
-inline QString TextOf(const SQLWCHAR* text, qsizetype length) {
-    const auto* utf16 = reinterpret_cast<const char16_t*>(text);
-    return length < 0 ? QString::fromUtf16(utf16) : QString::fromUtf16(utf16, length);
-}
-
-inline void Put(const QString& text, SQLWCHAR* to, qsizetype room) {
+inline void Put(const QString& text, SQLPOINTER to, qsizetype room) {
     const qsizetype length = std::min(text.size(), room - 1);
     std::memcpy(to, text.utf16(), std::size_t(length) * sizeof(SQLWCHAR));
-    to[length] = 0;
+    static_cast<SQLWCHAR*>(to)[length] = 0;
+}
+
+template <typename Fixed>
+SQLLEN PutFixed(const Fixed& value, void* to) {
+    std::memcpy(to, &value, sizeof value);
+    return sizeof value;
 }
 
 /// Writes a cell; says its length in bytes, which may be more than there is room for.
-inline SQLLEN PutCell(const QString& text, SQLSMALLINT type, char* to, SQLLEN room) {
-    if (text.isNull()) {
+inline SQLLEN PutCell(const QString& text, SQLSMALLINT type, void* to, SQLLEN room) {
+    if (text.isNull())
         return SQL_NULL_DATA;
-    }
-    if (type == SQL_C_SBIGINT) {
-        const qint64 number = text.toLongLong();
-        std::memcpy(to, &number, sizeof number);
-        return sizeof number;
-    }
-    if (type == SQL_C_DOUBLE) {
-        const double number = text.toDouble();
-        std::memcpy(to, &number, sizeof number);
-        return sizeof number;
-    }
+    if (type == SQL_C_SBIGINT)
+        return PutFixed(text.toLongLong(), to);
+    if (type == SQL_C_DOUBLE)
+        return PutFixed(text.toDouble(), to);
     if (type == SQL_C_TYPE_TIMESTAMP) {
-        const QDateTime moment = QDateTime::fromString(text, Qt::ISODateWithMs);
-        const QDate date = moment.date();
-        const QTime time = moment.time();
-        const SQL_TIMESTAMP_STRUCT stamp{
-            SQLSMALLINT(date.year()),          SQLUSMALLINT(date.month()),
-            SQLUSMALLINT(date.day()),          SQLUSMALLINT(time.hour()),
-            SQLUSMALLINT(time.minute()),       SQLUSMALLINT(time.second()),
-            SQLUINTEGER(time.msec()) * 1000000};
-        std::memcpy(to, &stamp, sizeof stamp);
-        return sizeof stamp;
+        SQL_TIMESTAMP_STRUCT stamp{};
+        std::sscanf(qPrintable(text), "%hd-%hu-%huT%hu:%hu:%hu.%u", &stamp.year, &stamp.month,
+                    &stamp.day, &stamp.hour, &stamp.minute, &stamp.second, &stamp.fraction);
+        stamp.fraction *= 1000000;
+        return PutFixed(stamp, to);
     }
-    Put(text, reinterpret_cast<SQLWCHAR*>(to), room / qsizetype(sizeof(SQLWCHAR)));
+    Put(text, to, room / qsizetype(sizeof(SQLWCHAR)));
     return text.size() * qsizetype(sizeof(SQLWCHAR));
 }
 
@@ -165,18 +140,17 @@ inline SQLLEN PutCell(const QString& text, SQLSMALLINT type, char* to, SQLLEN ro
 
 extern "C" {
 
-SQLRETURN SQLAllocHandle(SQLSMALLINT kind, SQLHANDLE, SQLHANDLE* handle) {
-    if (FakeOdbc::TheWorld().NoHandles) {
+SQLRETURN SQLAllocHandle(SQLSMALLINT, SQLHANDLE, SQLHANDLE* handle) {
+    if (FakeOdbc::TheWorld().NoHandles)
         return SQL_ERROR;
-    }
     ++FakeOdbc::TheWorld().OpenHandles;
-    *handle = new FakeOdbc::Handle{.Kind = kind};
+    *handle = new FakeOdbc::Handle;
     return SQL_SUCCESS;
 }
 
 SQLRETURN SQLFreeHandle(SQLSMALLINT, SQLHANDLE handle) {
     --FakeOdbc::TheWorld().OpenHandles;
-    delete FakeOdbc::Of(handle);
+    delete &FakeOdbc::Of(handle);
     return SQL_SUCCESS;
 }
 
@@ -186,15 +160,14 @@ SQLRETURN SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) {
 
 SQLRETURN SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
     auto& world = FakeOdbc::TheWorld();
-    if (attribute == SQL_ATTR_LOGIN_TIMEOUT) {
+    if (attribute == SQL_ATTR_LOGIN_TIMEOUT)
         world.LogInSeconds = quintptr(value);
-    } else if (attribute == SQL_ATTR_AUTOCOMMIT) {
-        if (world.AutoCommitFails) {
-            return FakeOdbc::Of(handle)->Fail({u"HY000"_s, 9, u"no"_s});
-        }
+    if (attribute != SQL_ATTR_AUTOCOMMIT)
+        return SQL_SUCCESS;
+    const SQLRETURN done = FakeOdbc::Of(handle).Do(u"autocommit"_s);
+    if (done == SQL_SUCCESS)
         world.Steps << (value ? u"autocommit on"_s : u"autocommit off"_s);
-    }
-    return SQL_SUCCESS;
+    return done;
 }
 
 SQLRETURN SQLGetConnectAttrW(SQLHDBC, SQLINTEGER, SQLPOINTER value, SQLINTEGER, SQLINTEGER*) {
@@ -204,9 +177,9 @@ SQLRETURN SQLGetConnectAttrW(SQLHDBC, SQLINTEGER, SQLPOINTER value, SQLINTEGER, 
 
 SQLRETURN SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQLSMALLINT length, SQLWCHAR*,
                             SQLSMALLINT, SQLSMALLINT*, SQLUSMALLINT) {
-    auto& world = FakeOdbc::TheWorld();
-    world.ConnectionString = FakeOdbc::TextOf(text, length);
-    return world.ConnectFails ? FakeOdbc::Of(handle)->Fail(*world.ConnectFails) : SQL_SUCCESS;
+    FakeOdbc::TheWorld().ConnectionString =
+        QString::fromUtf16(reinterpret_cast<char16_t*>(text), length);
+    return FakeOdbc::Of(handle).Do(u"connect"_s);
 }
 
 SQLRETURN SQLDisconnect(SQLHDBC) {
@@ -216,60 +189,63 @@ SQLRETURN SQLDisconnect(SQLHDBC) {
 
 SQLRETURN SQLGetInfoW(SQLHDBC handle, SQLUSMALLINT, SQLPOINTER value, SQLSMALLINT room,
                       SQLSMALLINT*) {
-    auto& world = FakeOdbc::TheWorld();
-    if (world.InfoFails) {
-        return FakeOdbc::Of(handle)->Fail(*world.InfoFails);
-    }
-    FakeOdbc::Put(world.DbmsName, static_cast<SQLWCHAR*>(value), room / 2);
-    return SQL_SUCCESS;
+    FakeOdbc::Put(FakeOdbc::TheWorld().DbmsName, value, room / 2);
+    return FakeOdbc::Of(handle).Do(u"info"_s);
 }
 
 SQLRETURN SQLEndTran(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT how) {
-    auto& world = FakeOdbc::TheWorld();
-    world.Steps << (how == SQL_COMMIT ? u"commit"_s : u"rollback"_s);
-    return world.EndFails ? FakeOdbc::Of(handle)->Fail(*world.EndFails) : SQL_SUCCESS;
+    FakeOdbc::TheWorld().Steps << (how == SQL_COMMIT ? u"commit"_s : u"rollback"_s);
+    return FakeOdbc::Of(handle).Do(u"end"_s);
 }
 
 SQLRETURN SQLGetDiagRecW(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT, SQLWCHAR* state,
                          SQLINTEGER* number, SQLWCHAR* text, SQLSMALLINT room, SQLSMALLINT*) {
-    if (FakeOdbc::TheWorld().NoDiagnosis) {
-        return SQL_NO_DATA;
-    }
-    const auto& last = FakeOdbc::Of(handle)->Last;
+    const auto& last = FakeOdbc::Of(handle).Last;
     FakeOdbc::Put(last.State, state, 6);
     FakeOdbc::Put(last.Text, text, room);
     *number = last.Number;
+    return FakeOdbc::TheWorld().NoDiagnosis ? SQL_NO_DATA : SQL_SUCCESS;
+}
+
+SQLRETURN SQLGetDiagFieldW(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT, SQLSMALLINT,
+                           SQLPOINTER value, SQLSMALLINT, SQLSMALLINT*) {
+    *static_cast<SQLINTEGER*>(value) = FakeOdbc::Of(handle).Last.Line;
     return SQL_SUCCESS;
 }
 
+// Only of a whole command does "no data" mean that it met no row.
 SQLRETURN SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER length) {
     auto& world = FakeOdbc::TheWorld();
-    world.Commands << FakeOdbc::TextOf(text, length);
-    return FakeOdbc::Of(handle)->Execute(world.Answer(world.Commands.last()));
+    auto& statement = FakeOdbc::Of(handle);
+    world.Commands << QString::fromUtf16(reinterpret_cast<char16_t*>(text), length);
+    statement.Pending = world.Answer(world.Commands.last());
+    const SQLRETURN started = statement.Start();
+    const auto& first = statement.Pending.front();
+    return started == SQL_SUCCESS && first.Columns.empty() && !first.RowCount ? SQL_NO_DATA
+                                                                              : started;
 }
 
 SQLRETURN SQLMoreResults(SQLHSTMT handle) {
-    auto* statement = FakeOdbc::Of(handle);
-    if (!statement->Pending.empty()) {
-        statement->Pending.pop_front();
-    }
-    return statement->Start();
+    auto& statement = FakeOdbc::Of(handle);
+    if (!statement.Pending.empty())
+        statement.Pending.pop_front();
+    return statement.Start();
 }
 
 SQLRETURN SQLNumResultCols(SQLHSTMT handle, SQLSMALLINT* count) {
-    *count = SQLSMALLINT(FakeOdbc::Of(handle)->Pending.front().Columns.size());
+    *count = SQLSMALLINT(FakeOdbc::Of(handle).Pending.front().Columns.size());
     return SQL_SUCCESS;
 }
 
 SQLRETURN SQLRowCount(SQLHSTMT handle, SQLLEN* count) {
-    *count = FakeOdbc::Of(handle)->Pending.front().RowCount;
+    *count = FakeOdbc::Of(handle).Pending.front().RowCount;
     return SQL_SUCCESS;
 }
 
 SQLRETURN SQLDescribeColW(SQLHSTMT handle, SQLUSMALLINT number, SQLWCHAR* name, SQLSMALLINT room,
                           SQLSMALLINT*, SQLSMALLINT* type, SQLULEN* width, SQLSMALLINT*,
                           SQLSMALLINT*) {
-    const auto& column = FakeOdbc::Of(handle)->Pending.front().Columns[number - 1U];
+    const auto& column = FakeOdbc::Of(handle).Pending.front().Columns[number - 1U];
     FakeOdbc::Put(column.Name, name, room);
     *type = column.Type;
     *width = column.Width;
@@ -277,78 +253,68 @@ SQLRETURN SQLDescribeColW(SQLHSTMT handle, SQLUSMALLINT number, SQLWCHAR* name, 
 }
 
 SQLRETURN SQLSetStmtAttrW(SQLHSTMT handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
-    auto* statement = FakeOdbc::Of(handle);
-    if (attribute == SQL_ATTR_ROW_ARRAY_SIZE) {
-        statement->BlockRows = std::size_t(quintptr(value));
-        auto& largest = FakeOdbc::TheWorld().LargestBlock;
-        largest = std::max(largest, statement->BlockRows);
-    } else if (attribute == SQL_ATTR_ROWS_FETCHED_PTR) {
-        statement->Fetched = static_cast<SQLULEN*>(value);
-    }
+    auto& world = FakeOdbc::TheWorld();
+    auto& statement = FakeOdbc::Of(handle);
+    if (attribute == SQL_ATTR_QUERY_TIMEOUT)
+        world.CommandSeconds = quintptr(value);
+    if (attribute == SQL_ATTR_ROWS_FETCHED_PTR)
+        statement.Fetched = static_cast<SQLULEN*>(value);
+    if (attribute == SQL_ATTR_ROW_ARRAY_SIZE)
+        statement.BlockRows = std::size_t(quintptr(value));
+    world.LargestBlock = std::max(world.LargestBlock, statement.BlockRows);
     return SQL_SUCCESS;
 }
 
 SQLRETURN SQLBindCol(SQLHSTMT handle, SQLUSMALLINT, SQLSMALLINT type, SQLPOINTER cells,
                      SQLLEN cellBytes, SQLLEN* lengths) {
-    FakeOdbc::Of(handle)->Bindings.push_back({type, static_cast<char*>(cells), cellBytes, lengths});
+    FakeOdbc::Of(handle).Bindings.push_back({type, static_cast<char*>(cells), cellBytes, lengths});
     return SQL_SUCCESS;
 }
 
 SQLRETURN SQLFreeStmt(SQLHSTMT handle, SQLUSMALLINT) {
-    FakeOdbc::Of(handle)->Bindings.clear();
+    FakeOdbc::Of(handle).Bindings.clear();
     return SQL_SUCCESS;
 }
 
 SQLRETURN SQLFetch(SQLHSTMT handle) {
-    auto* statement = FakeOdbc::Of(handle);
-    const auto& result = statement->Pending.front();
-    statement->PieceColumn = 0;
-    const std::size_t start = statement->NextRow;
-    const std::size_t end = std::min(start + statement->BlockRows, result.Rows.size());
-    if (start == end) {
-        return result.Failed ? statement->Fail(*result.Failed) : SQL_NO_DATA;
+    auto& statement = FakeOdbc::Of(handle);
+    const auto& result = statement.Pending.front();
+    statement.PieceColumn = 0;
+    const std::size_t start = statement.NextRow;
+    const std::size_t end = std::min(start + statement.BlockRows, result.Rows.size());
+    if (start == end)
+        return result.Failed ? statement.Fail(*result.Failed) : SQL_NO_DATA;
+    for (std::size_t at = 0; at < statement.Bindings.size(); ++at) {
+        const auto& [type, cells, bytes, lengths] = statement.Bindings[at];
+        for (std::size_t row = start; row < end; ++row)
+            lengths[row - start] = FakeOdbc::PutCell(result.Rows[row][at], type,
+                                                     cells + SQLLEN(row - start) * bytes, bytes);
     }
-    for (std::size_t at = 0; at < statement->Bindings.size(); ++at) {
-        const auto& binding = statement->Bindings[at];
-        for (std::size_t row = start; row < end; ++row) {
-            char* cell = binding.Cells + SQLLEN(row - start) * binding.CellBytes;
-            binding.Lengths[row - start] =
-                FakeOdbc::PutCell(result.Rows[row][at], binding.Type, cell, binding.CellBytes);
-        }
-    }
-    if (statement->Fetched) {
-        *statement->Fetched = end - start;
-    }
-    statement->NextRow = end;
+    if (statement.Fetched)
+        *statement.Fetched = end - start;
+    statement.NextRow = end;
     return SQL_SUCCESS;
 }
 
 // As the real ones do: a text longer than the room comes in pieces, each with its end mark.
 SQLRETURN SQLGetData(SQLHSTMT handle, SQLUSMALLINT number, SQLSMALLINT type, SQLPOINTER to,
                      SQLLEN room, SQLLEN* length) {
-    auto* statement = FakeOdbc::Of(handle);
-    if (statement->PieceColumn != number) {
-        statement->PieceColumn = number;
-        statement->PieceAt = 0;
-    } else if (statement->PieceAt < 0) {
+    auto& statement = FakeOdbc::Of(handle);
+    if (std::exchange(statement.PieceColumn, number) != number)
+        statement.PieceAt = 0;
+    else if (statement.PieceAt < 0)
         return SQL_NO_DATA;
-    }
-    const QString& text = statement->Pending.front().Rows[statement->NextRow - 1][number - 1U];
-    const QString rest = text.isNull() ? text : text.mid(statement->PieceAt);
-    *length = FakeOdbc::PutCell(rest, type, static_cast<char*>(to), room);
+    const QString& text = statement.Pending.front().Rows[statement.NextRow - 1][number - 1U];
+    const QString rest = text.isNull() ? text : text.mid(statement.PieceAt);
+    *length = FakeOdbc::PutCell(rest, type, to, room);
     if (type != SQL_C_WCHAR || *length < room) {
-        statement->PieceAt = -1;
+        statement.PieceAt = -1;
         return SQL_SUCCESS;
     }
     ++FakeOdbc::TheWorld().Pieces;
     *length = FakeOdbc::TheWorld().Pieces % 2 ? SQL_NO_TOTAL : *length;
-    statement->PieceAt += room / qsizetype(sizeof(SQLWCHAR)) - 1;
+    statement.PieceAt += room / qsizetype(sizeof(SQLWCHAR)) - 1;
     return SQL_SUCCESS_WITH_INFO;
-}
-
-SQLRETURN SQLPrimaryKeysW(SQLHSTMT, SQLWCHAR*, SQLSMALLINT, SQLWCHAR*, SQLSMALLINT, SQLWCHAR*,
-                          SQLSMALLINT) {
-    return SQL_ERROR;
 }
 
 }  // extern "C"

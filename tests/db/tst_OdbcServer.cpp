@@ -5,7 +5,7 @@
 #include "FakeDriver.h"
 #include "FakeOdbc.h"
 #include "Rows.h"
-#include "db/CommandText.h"
+#include "db/Driver.h"
 #include "db/Recordset.h"
 
 using namespace Qt::StringLiterals;
@@ -18,14 +18,11 @@ using FakeOdbc::Results;
 
 namespace {
 
-Results NoRows() {
-    return {Result{}};
-}
-
 Result OneText(const QString& text, SQLULEN width = 20) {
     return {.Columns = {{u"x"_s, SQL_VARCHAR, width}}, .Rows = {{text}}};
 }
 
+const Results kNothing{Result{}};
 const Failure kRefused{u"23000"_s, 547, u"[Maker][Driver 18][SQL Server]Refused."_s};
 const Failure kCut{u"08S01"_s, 10054, u"[Maker]Link failure"_s};
 
@@ -38,7 +35,7 @@ class tst_OdbcServer : public QObject {
 private slots:
     void init() {
         m_world = {};
-        m_world.Answer = [](const QString&) { return NoRows(); };
+        Answer(kNothing);
     }
 
     void cleanup() {
@@ -50,6 +47,8 @@ private slots:
         Open();
         QCOMPARE(m_world.Commands, QStringList{u"SET DATEFORMAT mdy"_s});
         QCOMPARE(m_world.LogInSeconds, quintptr(15));
+        m_connection->Execute(u"sp"_s);
+        QCOMPARE(m_world.CommandSeconds, quintptr(30));
         m_connection.reset();
         QCOMPARE(m_world.Steps, QStringList{u"disconnect"_s});
         m_world.Commands.clear();
@@ -59,53 +58,42 @@ private slots:
         QVERIFY(m_world.Commands.isEmpty());
     }
 
-    void Connecting_hidesTheLogOn() {
+    void Connecting_hidesTheLogOnAndEncrypts() {
+        const QString encrypted = u";Encrypt=yes;Encryption=require"_s;
         m_connection = Connection::Open(u"DSN=h;UID=other;PWD=x"_s, u"ana"_s, u"p}w;d"_s);
-        QCOMPARE(m_world.ConnectionString,
-                 u"DSN=h;UID={ana};PWD={p}}w;d};Encrypt=yes;Encryption=require"_s);
+        QCOMPARE(m_world.ConnectionString, u"DSN=h;UID={ana};PWD={p}}w;d}"_s + encrypted);
         QCOMPARE(m_connection->ConnectionString(), u"DSN=h"_s);
         m_connection = Connection::Open(u"DSN=h;UID=ana;PWD=x"_s);
-        QCOMPARE(m_world.ConnectionString,
-                 u"DSN=h;UID={ana};PWD={x};Encrypt=yes;Encryption=require"_s);
+        QCOMPARE(m_world.ConnectionString, u"DSN=h;UID={ana};PWD={x}"_s + encrypted);
         QCOMPARE(Connection::Find(u"DSN=h"_s), m_connection);
-        m_world.ConnectFails = Failure{u"28000"_s, 18456, u"[M][D]Login failed for user 'ana'."_s};
+        for (const QString& asked : {u"DSN=h;Encrypt=no"_s, u"DSN=h;encryption=off;"_s}) {
+            m_connection = Connection::Open(asked);
+            QCOMPARE(m_world.ConnectionString, asked);
+        }
+        m_world.Fails[u"connect"_s] = {u"28000"_s, 18456, u"[M][D]Login failed for user 'ana'."_s};
         const auto error = ErrorOf([] { Connection::Open(u"DSN=h"_s, u"ana"_s); });
         QCOMPARE(error.Number(), 18456);
         QCOMPARE(error.Description(), u"Login failed for user '***'."_s);
     }
 
     void Connecting_failsCleanly_data() {
-        Columns<std::function<void(FakeOdbc::World&)>, QString>();
-        using World = FakeOdbc::World;
-        const auto row = [](const char* name, std::function<void(World&)> breakIt,
-                            const char* text) {
-            QTest::newRow(name) << breakIt << QString::fromUtf8(text);
+        Columns<std::function<void()>, QString>();
+        const auto row = [](const QString& text, std::function<void()> harm) {
+            QTest::newRow(qPrintable(text)) << harm << text;
         };
-        row(
-            "no handle", [](World& world) { world.NoHandles = true; },
-            "ODBC gives no further handle.");
-        row(
-            "no name", [](World& world) { world.InfoFails = kRefused; }, "Refused.");
-        row(
-            "no date order",
-            [](World& world) {
-                world.Answer = [](const QString&) { return Results{{.Failed = kRefused}}; };
-            },
-            "Refused.");
-        row(
-            "no reason",
-            [](World& world) {
-                world.ConnectFails = kRefused;
-                world.NoDiagnosis = true;
-            },
-            "The server gave no reason.");
+        row(u"ODBC gives no further handle."_s, [this] { m_world.NoHandles = true; });
+        row(u"No name."_s, [this] { m_world.Fails[u"info"_s] = {{}, 1, u"No name."_s}; });
+        row(u"Refused."_s, [this] { Answer({{.Failed = kRefused}}); });
+        row(u"The server gave no reason."_s, [this] {
+            m_world.Fails[u"connect"_s] = kRefused;
+            m_world.NoDiagnosis = true;
+        });
     }
 
     void Connecting_failsCleanly() {
-        auto [breakIt, text] = Fetch<std::function<void(FakeOdbc::World&)>, QString>();
-        breakIt(m_world);
-        const auto error = ErrorOf([this] { Open(); });
-        QCOMPARE(error.Description(), text);
+        auto [harm, text] = Fetch<std::function<void()>, QString>();
+        harm();
+        QCOMPARE(ErrorOf([this] { Open(); }).Description(), text);
         QVERIFY(!Connection::Find(u"DSN=hospital"_s));
     }
 
@@ -113,30 +101,31 @@ private slots:
         Open();
         m_connection->SetDefaultDatabase(u"odd]name"_s);
         QCOMPARE(m_world.Commands.last(), u"USE [odd]]name]"_s);
-        QCOMPARE(m_connection->DefaultDatabase(), u"odd]name"_s);
-        m_world.Answer = [](const QString&) { return Results{{.Failed = kRefused}}; };
+        Answer({{.Failed = kRefused}});
         QCOMPARE(ErrorOf([this] { m_connection->SetDefaultDatabase(u"gone"_s); }).Number(), 547);
         QCOMPARE(m_connection->DefaultDatabase(), u"odd]name"_s);
     }
 
     void Rows_comeBehindRowCounts() {
         Open();
-        m_world.Answer = [](const QString&) {
-            return Results{{.RowCount = 3},      {.RowCount = 0}, OneText(u"first"_s),
-                           OneText(u"second"_s), {.RowCount = 2}, {.RowCount = -1}};
-        };
+        Answer({{.RowCount = 3},
+                {.RowCount = 0},
+                OneText(u"first"_s),
+                OneText(u"second"_s),
+                {.RowCount = 2},
+                {.RowCount = -1}});
         int written = 0;
         const auto rows = m_connection->Execute(u"sp"_s, &written);
         QCOMPARE(rows->RecordCount(), 1);
         QCOMPARE(rows->Fields(0).Text(), u"first"_s);
         QCOMPARE(written, 2);
-        m_world.Answer = [](const QString&) { return Results{{.RowCount = 0}}; };
+        Answer({{.RowCount = 0}});
         m_connection->Execute(u"DELETE x"_s, &written);
         QCOMPARE(written, 0);
     }
 
     void Error_ofAnyResultIsRaised_data() {
-        QTest::addColumn<FakeOdbc::Results>("results");
+        Columns<Results>();
         const Result rows = OneText(u"x"_s);
         Result broken = rows;
         broken.Failed = kRefused;
@@ -150,15 +139,33 @@ private slots:
     }
 
     void Error_ofAnyResultIsRaised() {
-        QFETCH(FakeOdbc::Results, results);
+        auto [results] = Fetch<Results>();
         Open();
-        m_world.Answer = [results](const QString&) { return results; };
+        Answer(results);
         Recordset rows;
         const auto error = ErrorOf([&] { rows.Open(u"sp 'x'"_s, m_connection); });
         QCOMPARE(error.Number(), 547);
         QCOMPARE(error.Description(), u"Refused."_s);
         QCOMPARE(error.Command(), u"sp 'x'"_s);
         QCOMPARE(rows.State(), 0);
+    }
+
+    void Script_namesTheLineThatFailed() {
+        const auto driver = db::OpenDriver(u"DSN=hospital"_s);
+        m_world.Answer = [](const QString& batch) -> Results {
+            Failure failure = kRefused;
+            failure.Line = 2;
+            return batch.startsWith(u"b"_s) ? Results{{.Failed = failure}} : kNothing;
+        };
+        const auto error =
+            ErrorOf([&] { driver->RunScript(u"x.sql"_s, u"a\nGO\n\nGO\nb\nc\nGO\nd\n"_s); });
+        QCOMPARE(error.Number(), 547);
+        QCOMPARE(error.Description(), u"x.sql:6: Refused."_s);
+        QCOMPARE(m_world.Commands.mid(1), (QStringList{u"a\n"_s, u"b\nc\n"_s}));
+        QCOMPARE(m_world.CommandSeconds, quintptr(0));
+        const auto letter =
+            ErrorOf([&] { driver->RunScript(u"x.sql"_s, u"GO\nb ș"_s); }).Description();
+        QVERIFY2(letter.startsWith(u"x.sql:2: "_s), qPrintable(letter));
     }
 
     void Blocks_bringEveryKind() {
@@ -174,7 +181,7 @@ private slots:
                                   u"0.25"_s, u"2026-03-07T13:05:09.997"_s,
                                   row % 3 ? u"é\U0001F600"_s : QString()});
         }
-        m_world.Answer = [slips](const QString&) { return Results{slips}; };
+        Answer({slips});
         const auto rows = m_connection->Execute(u"sp"_s)->Rows();
         QCOMPARE(rows->RowCount(), 2345);
         QVERIFY(m_world.LargestBlock > 100);
@@ -191,9 +198,7 @@ private slots:
     void Blocks_cutNothingOff() {
         Open();
         for (const int length : {3, 7, 8, 20}) {
-            m_world.Answer = [length](const QString&) {
-                return Results{OneText(u"x"_s.repeated(length), 3)};
-            };
+            Answer({OneText(u"x"_s.repeated(length), 3)});
             const auto open = [this] { return m_connection->Execute(u"sp"_s); };
             if (length <= 7) {
                 QCOMPARE(open()->Fields(0).Text().size(), length);
@@ -206,14 +211,12 @@ private slots:
     void LongTexts_keepTheirPairs() {
         Open();
         const QString text = u"x"_s + u"\U0001F600"_s.repeated(100000);
-        m_world.Answer = [text](const QString&) {
-            return Results{{.Columns = {{u"id"_s, SQL_BIGINT},
-                                        {u"note"_s, SQL_LONGVARCHAR, 0},
-                                        {u"amount"_s, SQL_NUMERIC}},
-                            .Rows = {{u"1"_s, text, u"0.1"_s},
-                                     {QString(), QString(), QString()},
-                                     {u"3"_s, u""_s, u"7"_s}}}};
-        };
+        Answer({{.Columns = {{u"id"_s, SQL_BIGINT},
+                             {u"note"_s, SQL_LONGVARCHAR, 0},
+                             {u"amount"_s, SQL_NUMERIC}},
+                 .Rows = {{u"1"_s, text, u"0.1"_s},
+                          {QString(), QString(), QString()},
+                          {u"3"_s, u""_s, u"7"_s}}}});
         const auto rows = m_connection->Execute(u"sp"_s)->Rows();
         QCOMPARE(rows->RowCount(), 3);
         QVERIFY(m_world.Pieces > 3);
@@ -229,7 +232,7 @@ private slots:
     void Transaction_endsWhereTheServerEndedIt() {
         Open();
         m_connection->BeginTrans();
-        m_world.Answer = [](const QString&) { return Results{{.Failed = kRefused}}; };
+        Answer({{.Failed = kRefused}});
         QCOMPARE(ErrorOf([this] { m_connection->Execute(u"sp"_s); }).Number(), 547);
         QCOMPARE(m_world.Steps,
                  (QStringList{u"autocommit off"_s, u"rollback"_s, u"autocommit on"_s}));
@@ -237,12 +240,11 @@ private slots:
         QCOMPARE(m_world.Steps.size(), 3);
         QCOMPARE(ErrorOf([this] { m_connection->CommitTrans(); }).Number(), 3902);
         m_world.Steps.clear();
-        m_world.EndFails = kRefused;
+        m_world.Fails[u"end"_s] = kRefused;
         m_connection->BeginTrans();
         QCOMPARE(ErrorOf([this] { m_connection->CommitTrans(); }).Number(), 547);
         QCOMPARE(m_world.Steps.last(), u"autocommit on"_s);
-        m_world.EndFails.reset();
-        m_world.AutoCommitFails = true;
+        m_world.Fails = {{u"autocommit"_s, {{}, 9, {}}}};
         QCOMPARE(ErrorOf([this] { m_connection->BeginTrans(); }).Number(), 9);
         QCOMPARE(ErrorOf([this] { m_connection->CommitTrans(); }).Number(), 3902);
     }
@@ -260,18 +262,18 @@ private slots:
         Failure failure = kCut;
         failure.State = state;
         failure.Number = dead ? 0 : failure.Number;  // some drivers tell none
-        m_world.Answer = [failure](const QString&) { return Results{{.Failed = failure}}; };
+        Answer({{.Failed = failure}});
         m_world.Dead = dead;
         m_world.Commands.clear();
         const auto lost = ErrorOf([this] { m_connection->Execute(u"sp 'a'"_s); });
         QVERIFY(lost.Description().contains(u"Look whether this was saved"_s));
         QCOMPARE(lost.Number(), 10054);
         QCOMPARE(m_world.Commands, QStringList{u"sp 'a'"_s});
-        m_world.ConnectFails = kCut;
+        m_world.Fails[u"connect"_s] = kCut;
         const auto away = ErrorOf([this] { m_connection->Execute(u"sp 'b'"_s); });
         QVERIFY(away.Description().startsWith(u"The server cannot be reached again"_s));
-        m_world.ConnectFails.reset();
-        m_world.Answer = [](const QString&) { return NoRows(); };
+        m_world.Fails.clear();
+        Answer(kNothing);
         m_world.Commands.clear();
         m_connection->Execute(u"sp 'c'"_s);
         QCOMPARE(m_world.Commands,
@@ -281,10 +283,10 @@ private slots:
     void LostConnection_neverWritesTheRestOfAnAction() {
         Open();
         m_connection->BeginTrans();
-        m_world.Answer = [](const QString&) { return Results{{.Failed = kCut}}; };
+        Answer({{.Failed = kCut}});
         const auto lost = ErrorOf([this] { m_connection->Execute(u"sp 'line 1'"_s); });
         QVERIFY(lost.Description().contains(u"Nothing of this was saved"_s));
-        m_world.Answer = [](const QString&) { return NoRows(); };
+        Answer(kNothing);
         QCOMPARE(ErrorOf([this] { m_connection->Execute(u"sp 'line 2'"_s); }).Number(), 10054);
         QCOMPARE(ErrorOf([this] { m_connection->CommitTrans(); }).Number(), 10054);
         QVERIFY(!m_world.Commands.contains(u"sp 'line 2'"_s));
@@ -293,28 +295,24 @@ private slots:
         QCOMPARE(m_world.Commands.last(), u"sp 'next'"_s);
         // Nobody knows whether a commit that got no answer was heard.
         m_connection->BeginTrans();
-        m_world.EndFails = kCut;
+        m_world.Fails[u"end"_s] = kCut;
         const auto unsure = ErrorOf([this] { m_connection->CommitTrans(); });
         QVERIFY(unsure.Description().contains(u"Look whether this was saved"_s));
     }
 
     void LostRace_isToldPlainly() {
         Open();
-        m_connection->BeginTrans();
-        m_world.Answer = [](const QString&) {
-            return Results{{.Failed = Failure{u"40001"_s, 1205, u"victim"_s}}};
-        };
+        Answer({{.Failed = Failure{u"40001"_s, 1205, u"victim"_s}}});
         const auto lost = ErrorOf([this] { m_connection->Execute(u"sp 'line 1'"_s); });
         QCOMPARE(lost.Number(), 1205);
         QVERIFY(lost.Description().contains(u"Try again"_s));
-        QVERIFY(m_world.Steps.contains(u"rollback"_s));
     }
 
     void Letters_areTriedOnce() {
         Open();
         m_world.Answer = [](const QString& command) -> Results {
             if (!command.startsWith(u"SELECT CAST"_s)) {
-                return NoRows();
+                return kNothing;
             }
             QString letter = command.section(QLatin1Char('\''), 1, 1);
             return {OneText(letter == u"ș"_s ? u"s"_s : letter, 8)};
@@ -341,32 +339,18 @@ private slots:
 
     void Keys_areAskedByParts() {
         auto [table, asked] = Fetch<QString, QString>();
-        Open();
-        m_connection->SetDefaultDatabase(u"CLINICAL_AREA"_s);
-        m_world.Answer = [](const QString& command) -> Results {
-            if (command.startsWith(u"EXEC"_s)) {
-                Result keys{.Columns = std::vector<FakeOdbc::Column>(6, {u"k"_s})};
-                keys.Rows = {std::vector<QString>(6, u"id"_s)};
-                return {keys};
-            }
-            if (command.startsWith(u"SELECT"_s)) {
-                return {
-                    {.Columns = {{u"a"_s}, {u"ID"_s, SQL_INTEGER}}, .Rows = {{u"x"_s, u"5"_s}}}};
-            }
-            return {{.RowCount = 1}};
-        };
-        Recordset rows;
-        rows.Open(u"SELECT * FROM "_s + table, m_connection, 2, 3);
-        rows.Fields(0).SetValue(Value(u"y"_s));
-        m_world.Commands.clear();
-        rows.Update();
-        QCOMPARE(m_world.Commands[0], asked);
-        QCOMPARE(m_world.Commands[1],
-                 u"UPDATE %1 SET [a] = 'y' WHERE [a] = 'x' AND "
-                 "[ID] = '5'"_s.arg(table));
+        const auto driver = db::OpenDriver(u"DSN=hospital"_s);
+        driver->SetDefaultDatabase(u"CLINICAL_AREA"_s);
+        Answer({{.Columns = std::vector<FakeOdbc::Column>(6, {u"k"_s}),
+                 .Rows = {{u"db"_s, u"dbo"_s, u"tb"_s, u"id"_s, u"1"_s, u"pk"_s}}}});
+        QCOMPARE(driver->KeyColumns(table), std::vector<QString>{u"id"_s});
+        QCOMPARE(m_world.Commands.last(), asked);
     }
 
 private:
+    void Answer(const Results& results) {
+        m_world.Answer = [results](const QString&) { return results; };
+    }
     void Open() { m_connection = Connection::Open(u"DSN=hospital"_s); }
 
     std::shared_ptr<Connection> m_connection;
