@@ -1,138 +1,97 @@
 #include <QTest>
 
-#include "Rows.h"
-#include "TestHospital.h"
 #include "components/builtin/clsPatientFinder.h"
-#include "db/Recordset.h"
+#include "db/FakeDriver.h"
 
 using namespace Qt::StringLiterals;
 using components::clsPatientFinder;
+using components::StayRecord;
 
-// The clinical summary's patient: an admission by its number, a visit by both of its numbers.
+namespace {
+
+const QStringList kColumns =
+    u"IDNumber HospitalNumber AdmissionDate Age Room LastName FirstName MiddleName PatientAge Sex "
+    "BirthDate BirthPlace CompleteAddress Nationality Religion CivilStatus SpouseName FatherName "
+    "MotherName AttendingDoctor AdmittingDoctor AdmittingDiagnosis ChiefComplaint "
+    "FinalDiagnosis"_s.split(u' ');
+
+QStringList CellsOf(const StayRecord& stay) {
+    const auto& [id, hosp, at, age, room, person, doctor, admitter, first, complaint, last] = stay;
+    const auto& [family, given, middle, today, sex, born, place, address, nation, religion, civil,
+                 spouse, father, mother] = person;
+    QStringList cells{id, hosp, at, age, room, family, given, middle, today, sex, born, place};
+    cells << address << nation << religion << civil << spouse << father << mother;
+    return cells << doctor << admitter << first << complaint << last;
+}
+
+}  // namespace
+
+// The clinical summary's patient: an admission by its number, a visit by both of its numbers. Each
+// cell of the answer holds its column's name.
 class tst_clsPatientFinder final : public QObject {
     Q_OBJECT
 
 private slots:
     void init() {
-        m_hospital = std::make_unique<TestHospital>();
-        m_connection = m_hospital->Connect();
-        m_finder = clsPatientFinder();
-        QString server;
-        QVERIFY(m_finder.InitConnection(m_hospital->ConnectionString(), server));
-        for (const char* rows :
-             {"INSERT INTO PATIENT_DATA..tbMaster (HospNum, LastName, FirstName, MiddleName, Sex, "
-              "BirthDate, BirthPlace, CivilStatus, NationalityID, ReligionID, Address, SpouseName, "
-              "FatherName, MotherName) VALUES ('H''1', 'O''Hara', 'Zoë', NULL, 'F', '02/29/1980', "
-              "'Tiverlea', '2', 'V', '5', '1 Quay', 'Sam', 'Fergus', 'Maeve')",
-              "INSERT INTO PATIENT_DATA..tbPatient (IdNum, HospNum, AdmDate, RoomID, "
-              "AttendingDoctorID,"
-              " AdmittingDoctorID, AdmittingDiagnosis, ChiefComplaint, FinalDiagnosis) VALUES "
-              "('9900001', 'H''1', '02/28/2020 10:30', 'P201', '101', '104', 'Fever', 'Chills', "
-              "NULL)",
-              "INSERT INTO PATIENT_DATA..tbOutPatient (IdNum, HospNum, AdmDate, PatientType, "
-              "RoomID, "
-              "DoctorID, ChiefComplaint, Diagnosis) VALUES "
-              "('A''1B', 'H''1', '03/01/2020', 'O', 'OPD', '102', 'Swelling', 'Renal disease')"})
-            m_connection->Execute(QString::fromUtf8(rows));
-    }
-
-    void InitConnection_findsTheOpenSession() {
-        clsPatientFinder finder;
-        QString server = u"MTS"_s;
-        QVERIFY(!finder.InitConnection(u"Driver=Embedded;File=/nowhere"_s, server));
-        QVERIFY_EXCEPTION_THROWN(finder.ValidateAdmission(m_admission), base::DatabaseError);
-    }
-
-    void ValidateAdmission_loadsTheStay() {
-        QVERIFY(m_finder.ValidateAdmission(u" 9900001 "_s));
-        const components::StayRecord& stay = m_finder.Admission();
-        QCOMPARE(stay.IDNumber, m_admission);
-        QCOMPARE(stay.HospitalNumber, m_hospNum);
-        QCOMPARE(stay.AdmissionDate, u"2/28/2020 10:30:00 AM"_s);
-        // The day before the fortieth birthday.
-        QCOMPARE(stay.Age, u"39"_s);
-        QCOMPARE(stay.Room, u"P201"_s);
-        QCOMPARE(stay.AttendingDoctor, u"Clara Wren Abernathy"_s);
-        QCOMPARE(stay.AdmittingDoctor, u"Simon Fairweather"_s);
-        QCOMPARE(stay.AdmittingDiagnosis, u"Fever"_s);
-        QCOMPARE(stay.ChiefComplaint, u"Chills"_s);
-        QCOMPARE(stay.FinalDiagnosis, QString());
-        const components::PersonRecord& person = stay.Patient;
-        QCOMPARE((QStringList{person.LastName, person.FirstName, person.MiddleName, person.Sex}),
-                 (QStringList{u"O'Hara"_s, u"Zoë"_s, QString(), u"F"_s}));
-        QVERIFY(person.Age.toInt() > 39);
-        QCOMPARE((QStringList{person.BirthDate, person.BirthPlace, person.CompleteAddress,
-                              person.Nationality, person.Religion, person.CivilStatus}),
-                 (QStringList{u"2/29/1980"_s, u"Tiverlea"_s, u"1 Quay"_s, u"Velmoran"_s, u"None"_s,
-                              u"Married"_s}));
-        QCOMPARE((QStringList{person.SpouseName, person.FatherName, person.MotherName}),
-                 (QStringList{u"Sam"_s, u"Fergus"_s, u"Maeve"_s}));
-    }
-
-    void OpenOutPatient_loadsTheVisit() {
-        QVERIFY(m_finder.OpenOutPatient(m_visit, m_hospNum));
-        const components::StayRecord& visit = m_finder.OutPatient();
-        QCOMPARE(visit.IDNumber, m_visit);
-        QCOMPARE(visit.AdmissionDate, u"3/1/2020"_s);
-        QCOMPARE(visit.Age, u"40"_s);
-        QCOMPARE(visit.AttendingDoctor, u"Martin Leo D'Souza"_s);
-        QCOMPARE(visit.AdmittingDoctor, QString());
-        QCOMPARE(visit.AdmittingDiagnosis, QString());
-        QCOMPARE(visit.ChiefComplaint, u"Swelling"_s);
-        QCOMPARE(visit.FinalDiagnosis, u"Renal disease"_s);
-        QCOMPARE(visit.Patient.LastName, u"O'Hara"_s);
-    }
-
-    void UnknownStay_emptiesTheRecord_data() {
-        Columns<QString, QString>();
-        const auto row = [](const char* name, const char* number, const char* hospNum) {
-            QTest::newRow(name) << QString::fromUtf8(number) << QString::fromUtf8(hospNum);
+        m_server = {};
+        m_server.Answer = [this](const QString&, embedded::RowSink& sink) {
+            std::vector<embedded::ResultColumn> columns;
+            for (const QString& name : kColumns)
+                columns.push_back({name, embedded::ColumnKind::Text});
+            sink.BeginResult(columns);
+            if (m_fails)
+                throw base::DatabaseError(11, {});
+            for (const QString& name : m_found ? kColumns : QStringList())
+                sink.Text(name.toStdString());
+            if (m_found)
+                sink.EndRow();
+            return qint64(-1);
         };
-        row("unknown", "8800001", "H'1");
-        row("empty", "", "");
-        row("wild card", "%", "%");
-        row("quote", "' OR '1'='1", "' OR '1'='1");
-        row("another patient's visit", "A'1B", "H2");
+        m_finder = {};
+        m_connection.reset();
+        QString server = u"MTS"_s;
+        QVERIFY(!m_finder.InitConnection(u"Server=fake"_s, server));
+        QVERIFY_EXCEPTION_THROWN(m_finder.ValidateAdmission(u"5001"_s), base::DatabaseError);
+        m_connection = std::make_shared<db::Connection>(std::make_unique<FakeDriver>(m_server),
+                                                        u"Server=fake"_s);
+        QVERIFY(m_finder.InitConnection(u"Server=fake"_s, server));
     }
 
-    void UnknownStay_emptiesTheRecord() {
-        auto [number, hospNum] = Fetch<QString, QString>();
-        QVERIFY(m_finder.ValidateAdmission(m_admission));
-        QVERIFY(m_finder.OpenOutPatient(m_visit, m_hospNum));
-        QVERIFY(!m_finder.ValidateAdmission(number));
-        QVERIFY(!m_finder.OpenOutPatient(number, hospNum));
-        for (const auto* stay : {&m_finder.Admission(), &m_finder.OutPatient()}) {
-            QCOMPARE(stay->IDNumber, QString());
-            QCOMPARE(stay->Patient.LastName, QString());
-            QCOMPARE(stay->ChiefComplaint, QString());
+    void Stays_areLoadedApart() {
+        QVERIFY(m_finder.ValidateAdmission(u" 50'01 "_s));
+        QCOMPARE(CellsOf(m_finder.Admission()), kColumns);
+        QCOMPARE(m_finder.OutPatient().IDNumber, QString());
+        QVERIFY(m_finder.OpenOutPatient(u"A1B"_s, u"H'1"_s));
+        QCOMPARE(CellsOf(m_finder.OutPatient()), kColumns);
+        QCOMPARE(m_server.Steps,
+                 (QStringList{u"PATIENT_DATA..sp_Finder_Admission ' 50''01 '"_s,
+                              u"PATIENT_DATA..sp_Finder_OutPatient 'A1B','H''1'"_s}));
+    }
+
+    // One that is unknown, and one that could not be read: no other patient's data is shown.
+    void StayThatIsNotThere_emptiesTheRecord() {
+        for (const bool fails : {false, true}) {
+            m_found = true;
+            m_fails = false;
+            QVERIFY(m_finder.ValidateAdmission(u"5001"_s));
+            QVERIFY(m_finder.OpenOutPatient(u"A1B"_s, u"H1"_s));
+            m_found = false;
+            m_fails = fails;
+            const auto admission = [this] { QVERIFY(!m_finder.ValidateAdmission(u"5002"_s)); };
+            const auto visit = [this] { QVERIFY(!m_finder.OpenOutPatient(u"A2B"_s, u"H1"_s)); };
+            QCOMPARE(ErrorOf(admission).Number(), fails ? 11 : -1);
+            QCOMPARE(ErrorOf(visit).Number(), fails ? 11 : -1);
+            QCOMPARE(CellsOf(m_finder.Admission()).join(QString()), QString());
+            QCOMPARE(CellsOf(m_finder.OutPatient()).join(QString()), QString());
         }
     }
 
-    // A failure on the way leaves no other patient's data to be shown.
-    void FailedLoad_emptiesTheRecord() {
-        QVERIFY(m_finder.ValidateAdmission(m_admission));
-        db::Connection::SetCommandHook(
-            [](const QString& command) { throw base::DatabaseError(11, {}, command); });
-        QVERIFY_EXCEPTION_THROWN(m_finder.ValidateAdmission(m_admission), base::DatabaseError);
-        db::Connection::SetCommandHook({});
-        QCOMPARE(m_finder.Admission().Patient.LastName, QString());
-    }
-
-    void Records_areApart() {
-        QVERIFY(m_finder.ValidateAdmission(m_admission));
-        QVERIFY(m_finder.OpenOutPatient(m_visit, m_hospNum));
-        QCOMPARE(m_finder.Admission().IDNumber, m_admission);
-        QVERIFY(!m_finder.OpenOutPatient(m_admission, m_hospNum));
-        QCOMPARE(m_finder.Admission().IDNumber, m_admission);
-    }
-
 private:
-    std::unique_ptr<TestHospital> m_hospital;
+    FakeServer m_server;
+    bool m_found = true;
+    bool m_fails = false;
     std::shared_ptr<db::Connection> m_connection;
     clsPatientFinder m_finder;
-    const QString m_hospNum = u"H'1"_s;
-    const QString m_admission = u"9900001"_s;
-    const QString m_visit = u"A'1B"_s;
 };
 
 QTEST_GUILESS_MAIN(tst_clsPatientFinder)
