@@ -24,6 +24,8 @@ using components::clsCurrentUser;
 class tst_clsCurrentUser final : public QObject {
     Q_OBJECT
 
+    using Act = std::function<void(QDialog&)>;
+
 private slots:
     void initTestCase() {
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
@@ -45,39 +47,48 @@ private slots:
         m_user->SetPasswordDeptCode(u"46"_s);
     }
 
-    void ShowMain_logsIn() {
-        Play({Type(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword)});
-        m_user->ShowMain();
-        QVERIFY(m_user->Connected());
-        QVERIFY(m_user->SQLConnection());
+    void ShowMain_admitsNobodyWithoutThePassword() {
+        const Act escape = [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); };
+        ShowMain({escape});
+        QVERIFY(!m_user->Connected() && !m_user->SQLConnection());
+        QStringList refusals;
+        const auto lookAndType = [&](const QString& user, const QString& password) {
+            return [&, user, password](QDialog& dialog) {
+                refusals << Refusal(dialog)->text();
+                QVERIFY(Box(dialog, "txtPassword")->text().isEmpty());
+                Type(user, password)(dialog);
+            };
+        };
+        const QString& demoUser = clsCurrentUser::kDemoUser;
+        ShowMain({Type(demoUser, u"wrong"_s),
+                  lookAndType(u"nobody'; DROP TABLE x --"_s, u"wrong"_s),
+                  lookAndType(demoUser, clsCurrentUser::kDemoPassword)});
+        QVERIFY(m_user->Connected() && m_user->SQLConnection());
         QVERIFY(!m_user->EmployeeCode().isEmpty());
         QCOMPARE(m_user->ServerName(), components::kPracticeData);
+        QCOMPARE(refusals.size(), 2);
+        QVERIFY(!refusals[0].isEmpty());
+        QCOMPARE(refusals[0], refusals[1]);
     }
 
     void ShowMain_listsTheServersAndTestsThem() {
-        const QString longName = u"A central server with a name of its own, over 32 signs"_s;
-        const auto choose = [](QDialog& dialog, const QString& name) {
-            auto* sources = dialog.findChild<QComboBox*>(u"cboSource"_s);
-            sources->setCurrentIndex(sources->findText(u"Server: "_s + name));
-            dialog.findChild<QPushButton*>(u"cmdTest"_s)->click();
-        };
-        QStringList said;
+        QStringList hints, said;
         bool refused = true;
-        const auto look = [&](QDialog& dialog) {
-            auto* refusal = dialog.findChild<QLabel*>(u"lblRefusal"_s);
-            choose(dialog, u"Ward"_s);
-            said << dialog.findChild<QLabel*>(u"lblDemo"_s)->text() << refusal->text();
-            choose(dialog, longName);
-            said << dialog.findChild<QLabel*>(u"lblDemo"_s)->text() << refusal->text();
-            QTest::keyClick(dialog.findChild<QLineEdit*>(u"txtPassword"_s), Qt::Key_X);
-            refused = refusal->isVisible();
+        ShowMain({[&](QDialog& dialog) {
+            for (const QString& server :
+                 {u"Ward"_s, u"A central server with a name of its own, over 32 signs"_s}) {
+                Choose(dialog, u"Server: "_s + server);
+                dialog.findChild<QPushButton*>(u"cmdTest"_s)->click();
+                hints << dialog.findChild<QLabel*>(u"lblDemo"_s)->text();
+                said << Refusal(dialog)->text();
+            }
+            QTest::keyClick(Box(dialog, "txtPassword"), Qt::Key_X);
+            refused = Refusal(dialog)->isVisible();
             dialog.reject();
-        };
-        Play({look});
-        m_user->ShowMain();
-        QCOMPARE(said.value(0) + said.value(2), QString());
-        QVERIFY2(said.value(1).contains(u"hospital is not there"_s), qPrintable(said.value(1)));
-        QVERIFY(!said.value(3).isEmpty());
+        }});
+        QCOMPARE(hints.join(QString()), QString());
+        QVERIFY2(said.value(0).contains(u"hospital is not there"_s), qPrintable(said.value(0)));
+        QVERIFY(!said.value(1).isEmpty());
         QVERIFY(!refused);
     }
 
@@ -85,38 +96,8 @@ private slots:
         QSettings(QSettings::IniFormat, QSettings::UserScope, u"capd"_s)
             .setValue(u"login/source"_s, u"Server: Gone"_s);
         QString said;
-        Play({Leave(said)});
-        m_user->ShowMain();
+        ShowMain({Leave(said)});
         QVERIFY2(said.contains(u"Server: Gone"_s), qPrintable(said));
-    }
-
-    void ShowMain_refusesAndAsksAgain() {
-        QStringList refusals;
-        const auto look = [&refusals](QDialog& dialog) {
-            refusals << dialog.findChild<QLabel*>(u"lblRefusal"_s)->text();
-            QVERIFY(dialog.findChild<QLineEdit*>(u"txtPassword"_s)->text().isEmpty());
-        };
-        const auto lookAndType = [&look](const QString& user, const QString& password) {
-            return [=](QDialog& dialog) {
-                look(dialog);
-                Type(user, password)(dialog);
-            };
-        };
-        Play({Type(clsCurrentUser::kDemoUser, u"wrong"_s),
-              lookAndType(u"nobody'; DROP TABLE x --"_s, u"wrong"_s),
-              lookAndType(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword)});
-        m_user->ShowMain();
-        QVERIFY(m_user->Connected());
-        QCOMPARE(refusals.size(), 2);
-        QVERIFY(!refusals[0].isEmpty());
-        QCOMPARE(refusals[0], refusals[1]);
-    }
-
-    void ShowMain_cancelledLeavesNobodyConnected() {
-        Play({[](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }});
-        m_user->ShowMain();
-        QVERIFY(!m_user->Connected());
-        QVERIFY(!m_user->SQLConnection());
     }
 
     void ShowMain_asksANewHospitalsFirstUser() {
@@ -129,36 +110,28 @@ private slots:
                                                 {"txtName", "Head Nurse"},
                                                 {"txtEmployeeCode", "E001"},
                                                 {"txtPassword", "long enough"}})
-                    dialog.findChild<QLineEdit*>(QLatin1String(box))->setText(QLatin1String(text));
-                dialog.findChild<QLineEdit*>(u"txtRepeat"_s)->setText(repeat);
+                    Box(dialog, box)->setText(QLatin1String(text));
+                Box(dialog, "txtRepeat")->setText(repeat);
                 QTest::keyClick(&dialog, Qt::Key_Return);
             };
         };
-        Play({Type(u"x"_s, u"y"_s, 1), fill(u"another"_s), fill(u"long enough"_s)});
-        m_user->ShowMain();
+        ShowMain({kOwn, fill(u"another"_s), fill(u"long enough"_s)});
         QVERIFY(m_user->Connected());
         QCOMPARE(m_user->employeename(), u"Head Nurse"_s);
         QCOMPARE(boxes.Leftovers(), QStringList());
     }
 
-    void ShowMain_namesABrokenFile_data() {
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("foreign") << QByteArray(5000, 'x');
-    }
-
     void ShowMain_namesABrokenFile() {
-        QFETCH(QByteArray, content);
         const QString path = m_dir->filePath(u"own.db"_s);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(content);
-        file.close();
-        QString said;
-        Play({Type(u"x"_s, u"y"_s, 1), Leave(said)});
-        m_user->ShowMain();
-        QVERIFY(!m_user->Connected());
-        QVERIFY2(said.contains(path), qPrintable(said));
+        for (const QByteArray& content : {QByteArray(), QByteArray(5000, 'x')}) {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+            file.close();
+            QString said;
+            ShowMain({kOwn, Leave(said)});
+            QVERIFY(!m_user->Connected());
+            QVERIFY2(said.contains(path), qPrintable(said));
+        }
     }
 
     void ShowMain_letsAReadOnlyHospitalBeLookedAt() {
@@ -167,8 +140,7 @@ private slots:
             return;
         }
         QVERIFY(QFile::setPermissions(m_demo->File(), QFile::ReadOwner));
-        Play({Type(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword)});
-        m_user->ShowMain();
+        ShowMain({Type(clsCurrentUser::kDemoUser, clsCurrentUser::kDemoPassword)});
         QVERIFY(m_user->Connected() && m_user->SQLConnection()->IsReadOnly());
         QVERIFY_THROWS_EXCEPTION(
             base::DatabaseError,
@@ -180,21 +152,17 @@ private slots:
 
     void ShowMain_neverReplacesAHospitalThatIsGone() {
         const QString path = m_dir->filePath(u"own.db"_s);
-        Play({Type(u"x"_s, u"y"_s, 1),
-              [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); },
-              [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }});
-        m_user->ShowMain();
+        const Act reject = [](QDialog& dialog) { dialog.reject(); };
+        ShowMain({kOwn, reject, reject});
         QVERIFY(QFile::exists(path));
         QVERIFY(QFile::remove(path));
         QString said;
-        Play({Type(u"x"_s, u"y"_s, 1), Leave(said)});
-        m_user->ShowMain();
+        ShowMain({kOwn, Leave(said)});
         QVERIFY2(said.contains(u"Restore it"_s), qPrintable(said));
         QVERIFY(!QFile::exists(path));
     }
 
 private:
-    using Act = std::function<void(QDialog&)>;
     // Runs each act on the dialog that is on the screen by then.
     static void Play(std::vector<Act> acts) {
         if (acts.empty())
@@ -209,13 +177,25 @@ private:
         });
     }
 
+    void ShowMain(const std::vector<Act>& acts) {
+        Play(acts);
+        m_user->ShowMain();
+    }
+
+    static QLineEdit* Box(QDialog& dialog, const char* name) {
+        return dialog.findChild<QLineEdit*>(QLatin1String(name));
+    }
+    static QLabel* Refusal(QDialog& dialog) { return dialog.findChild<QLabel*>(u"lblRefusal"_s); }
+    static void Choose(QDialog& dialog, const QString& source) {
+        dialog.findChild<QComboBox*>(u"cboSource"_s)->setCurrentText(source);
+    }
+
     static Act Type(const QString& user, const QString& password, int source = 0) {
         return [=](QDialog& dialog) {
             dialog.findChild<QComboBox*>(u"cboSource"_s)->setCurrentIndex(source);
-            auto* box = dialog.findChild<QLineEdit*>(u"txtUser"_s);
-            box->clear();
-            QTest::keyClicks(box, user);
-            QTest::keyClicks(dialog.findChild<QLineEdit*>(u"txtPassword"_s), password);
+            Box(dialog, "txtUser")->clear();
+            QTest::keyClicks(Box(dialog, "txtUser"), user);
+            QTest::keyClicks(Box(dialog, "txtPassword"), password);
             QTest::keyClick(&dialog, Qt::Key_Return);
         };
     }
@@ -223,11 +203,13 @@ private:
     // Reads why the log-in is there again, and gives up.
     static Act Leave(QString& said) {
         return [&said](QDialog& dialog) {
-            said = dialog.findChild<QLabel*>(u"lblRefusal"_s)->text();
+            said = Refusal(dialog)->text();
             dialog.reject();
         };
     }
 
+    /// Somebody at the hospital of this workstation.
+    const Act kOwn = Type(u"x"_s, u"y"_s, 1);
     QTemporaryDir m_settings;
     std::unique_ptr<TestHospital> m_demo;
     std::unique_ptr<QTemporaryDir> m_dir;
