@@ -6,7 +6,6 @@
 
 #include "OrdinaryUser.h"
 #include "Rows.h"
-#include "TestHospital.h"
 #include "base/Errors.h"
 #include "db/EmbeddedDriver.h"
 #include "db/Recordset.h"
@@ -84,17 +83,23 @@ QString RefusalOf(Action action) {
     return {};
 }
 
-/// Ends this process in the middle of making a file, as a power cut would.
-int MakeAndDie(const QString& file) {
-    deploy::MakeHospital(
-        file, Contents::Demo,
-        [](int done, int) {
-            if (done == 2)
-                std::_Exit(9);
-        },
-        ScriptSet(FirstScripts()));
-    return 0;
+void Make(const QString& file, const std::vector<Script>& scripts,
+          const deploy::Progress& progress = {}) {
+    deploy::MakeHospital(file, Contents::Demo, progress, ScriptSet(scripts));
 }
+
+/// This program's other lives; a power cut ends the second.
+const QMap<QString, std::function<void(const QString& file)>> kWorks{
+    {u"--make"_s, [](const QString& file) { Make(file, FirstScripts()); }},
+    {u"--make-and-die"_s,
+     [](const QString& file) {
+         Make(file, FirstScripts(), [](int done, int) {
+             if (done == 2)
+                 std::_Exit(9);
+         });
+     }},
+    {u"--upgrade"_s,
+     [](const QString& file) { deploy::UpgradeHospital(file, ScriptSet(SecondScripts())); }}};
 
 }  // namespace
 
@@ -105,18 +110,13 @@ private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
 
     void Make_leavesOneCompleteFile() {
-        QList<int> steps;
-        int all = 0;
-        deploy::MakeHospital(
-            File(), Contents::Demo,
-            [&](int done, int count) {
-                steps << done;
-                all = count;
-            },
-            ScriptSet(FirstScripts()));
-        QCOMPARE(steps, QList<int>({0, 1, 2, 3, 4}));
-        QCOMPARE(all, 4);
+        QStringList steps;
+        Make(File(), FirstScripts(),
+             [&](int done, int all) { steps << u"%1/%2"_s.arg(done).arg(all); });
+        QCOMPARE(steps.join(u' '), u"0/4 1/4 2/4 3/4 4/4"_s);
         QCOMPARE(Present(), QStringList{u"hospital"_s});
+        // Patients and password hashes are nobody else's to read.
+        QVERIFY(!(QFile::permissions(File()) & (QFile::ReadGroup | QFile::ReadOther)));
         QCOMPARE(Ask(File(), u"SELECT LastName FROM PATIENT_DATA..tbPatient"_s), u"Peña"_s);
         QCOMPARE(Ask(File(), kAnswer), u"first"_s);
 
@@ -130,35 +130,32 @@ private slots:
         QVERIFY(!deploy::UpgradeHospital(File()));
         QVERIFY(!deploy::UpgradeHospital(File(), ScriptSet::Own()));
         QVERIFY(ScriptSet::Own().Procedures().size() > 10);
+        QCOMPARE(ScriptSet::Own().Checksum(), QString::fromLatin1(deploy::kOwnScriptsChecksum));
     }
 
     void Make_thatFailsLeavesNothing() {
         std::vector<Script> scripts = FirstScripts();
         scripts[2].Text += u"SELEKT 1\nGO\n"_s;
-        const QString refusal = RefusalOf([&] { Make(scripts); });
+        const QString refusal = RefusalOf([&] { Make(File(), scripts); });
         QVERIFY2(refusal.contains(File()), qPrintable(refusal));
         QVERIFY2(refusal.contains(scripts[2].Name), qPrintable(refusal));
         QCOMPARE(Present(), QStringList());
     }
 
     void Make_thatIsStoppedByItsCallerLeavesNothing() {
-        QVERIFY_EXCEPTION_THROWN(deploy::MakeHospital(
-                                     File(), Contents::Demo,
-                                     [](int done, int) {
-                                         if (done == 3)
-                                             throw std::runtime_error("stopped");
-                                     },
-                                     ScriptSet(FirstScripts())),
-                                 std::runtime_error);
+        const auto stop = [](int done, int) {
+            if (done == 3)
+                throw std::runtime_error("stopped");
+        };
+        QVERIFY_EXCEPTION_THROWN(Make(File(), FirstScripts(), stop), std::runtime_error);
         QCOMPARE(Present(), QStringList());
     }
 
     void Make_thatWasKilledIsMadeGoodByTheNext() {
-        const QStringList arguments{u"--make-and-die"_s, File()};
-        QCOMPARE(QProcess::execute(QCoreApplication::applicationFilePath(), arguments), 9);
+        QCOMPARE(RunTogether({u"--make-and-die"_s}), QList<int>{9});
         QVERIFY(!QFile::exists(File()));
         QVERIFY(!Present().isEmpty());
-        Make(FirstScripts());
+        Make(File(), FirstScripts());
         QCOMPARE(Present(), QStringList{u"hospital"_s});
         QCOMPARE(Ask(File(), kAnswer), u"first"_s);
     }
@@ -170,7 +167,7 @@ private slots:
         rlimit full = before;
         full.rlim_cur = 40000;
         setrlimit(RLIMIT_FSIZE, &full);
-        const QString refusal = RefusalOf([&] { Make(FirstScripts()); });
+        const QString refusal = RefusalOf([&] { Make(File(), FirstScripts()); });
         setrlimit(RLIMIT_FSIZE, &before);
         QVERIFY2(refusal.contains(File()), qPrintable(refusal));
         QCOMPARE(Present(), QStringList());
@@ -180,45 +177,37 @@ private slots:
         QFile present(File());
         QVERIFY(present.open(QIODevice::WriteOnly) && present.write("notes") == 5);
         present.close();
-        QVERIFY(RefusalOf([&] { Make(FirstScripts()); }).contains(File()));
+        QVERIFY(RefusalOf([&] { Make(File(), FirstScripts()); }).contains(File()));
         QCOMPARE(QFileInfo(File()).size(), 5);
         // A file where the folder should be: nothing can be made there, whoever asks.
         const QString inside = File() + u"/hospital"_s;
-        const QString refusal = RefusalOf(
-            [&] { deploy::MakeHospital(inside, Contents::Empty, {}, ScriptSet(FirstScripts())); });
+        const QString refusal = RefusalOf([&] { Make(inside, FirstScripts()); });
         QVERIFY2(refusal.contains(inside), qPrintable(refusal));
     }
 
     void Make_byTwoProgramsMakesOneFile() {
-        const QStringList arguments{u"--make"_s, File()};
-        QProcess first;
-        QProcess second;
-        first.start(QCoreApplication::applicationFilePath(), arguments);
-        second.start(QCoreApplication::applicationFilePath(), arguments);
-        QVERIFY(first.waitForFinished() && second.waitForFinished());
         // Whoever comes when the file is complete is told so; whoever comes earlier waits.
-        QVERIFY(first.exitCode() == 0 || second.exitCode() == 0);
+        QVERIFY(RunTogether({u"--make"_s, u"--make"_s}).contains(0));
         QCOMPARE(Present(), QStringList{u"hospital"_s});
         QCOMPARE(Ask(File(), u"SELECT COUNT(*) FROM PATIENT_DATA..tbPatient"_s), u"1"_s);
     }
 
     void Upgrade_runsWhatTheFileHasNotHad() {
-        Make(FirstScripts());
-        const ScriptSet second(SecondScripts());
-        QVERIFY(deploy::UpgradeHospital(File(), second));
+        Make(File(), FirstScripts());
+        QVERIFY(Upgrade(SecondScripts()));
         QCOMPARE(Ask(File(), u"SELECT BirthDate FROM PATIENT_DATA..tbPatient"_s),
                  u"1960-02-05 00:00:00.000"_s);
         QCOMPARE(Ask(File(), kAnswer), u"second"_s);
         QCOMPARE(Ask(File(), kCountMigrations), u"1"_s);
-        QVERIFY(!deploy::UpgradeHospital(File(), second));
+        QVERIFY(!Upgrade(SecondScripts()));
     }
 
     void Upgrade_dropsWhatTheVersionNoLongerHas() {
-        Make(FirstScripts());
+        Make(File(), FirstScripts());
         std::vector<Script> scripts = FirstScripts();
         std::erase_if(
             scripts, [](const Script& script) { return script.Name.startsWith(u"procedures/"_s); });
-        QVERIFY(deploy::UpgradeHospital(File(), ScriptSet(scripts)));
+        QVERIFY(Upgrade(scripts));
         QVERIFY(RefusalOf([&] { Ask(File(), kAnswer); }).contains(u"sp_Answer"_s));
         db::EmbeddedDriver driver(File());
         QVERIFY(RefusalOf([&] {
@@ -237,34 +226,33 @@ private slots:
         std::vector<Script> scripts = FirstScripts();
         scripts.push_back(script("sp_Ask", "", "EXEC sp_Echo 'one'"));
         scripts.push_back(script("sp_Echo", "@A varchar(10)", "SELECT @A AS Answer"));
-        Make(scripts);
+        Make(File(), scripts);
         scripts[scripts.size() - 2] = script("sp_Ask", "", "EXEC sp_Echo 'one', 'two'");
         scripts.back() = script("sp_Echo", "@A varchar(10), @B varchar(10)", "SELECT @B AS Answer");
-        QVERIFY(deploy::UpgradeHospital(File(), ScriptSet(scripts)));
+        QVERIFY(Upgrade(scripts));
         QCOMPARE(Ask(File(), u"PATIENT_DATA..sp_Ask"_s), u"two"_s);
     }
 
     void Upgrade_marksTheMigrationsOfANewFileAsApplied() {
-        Make(SecondScripts());
+        Make(File(), SecondScripts());
         QCOMPARE(Ask(File(), kCountMigrations), u"1"_s);
         std::vector<Script> third = SecondScripts();
         third[2].Text = Greeting(u"third"_s);
-        QVERIFY(deploy::UpgradeHospital(File(), ScriptSet(third)));
+        QVERIFY(Upgrade(third));
         QCOMPARE(Ask(File(), kAnswer), u"third"_s);
     }
 
     void Upgrade_thatFailsLeavesTheFileAsItWas() {
-        Make(FirstScripts());
+        Make(File(), FirstScripts());
         std::vector<Script> scripts = SecondScripts();
         scripts.push_back({u"migrations/0002_bad.sql"_s,
                            u"USE PATIENT_DATA\nGO\nUPDATE tbNowhere SET a = 1\nGO\n"_s});
-        const QString refusal =
-            RefusalOf([&] { deploy::UpgradeHospital(File(), ScriptSet(scripts)); });
+        const QString refusal = RefusalOf([&] { Upgrade(scripts); });
         QVERIFY2(refusal.contains(File()) && refusal.contains(u"0002_bad.sql"_s),
                  qPrintable(refusal));
         QCOMPARE(Ask(File(), kCountMigrations), u"0"_s);
         QCOMPARE(Ask(File(), kAnswer), u"first"_s);
-        QVERIFY(deploy::UpgradeHospital(File(), ScriptSet(SecondScripts())));
+        QVERIFY(Upgrade(SecondScripts()));
     }
 
     void Upgrade_refusesTablesThatLackSomething_data() {
@@ -283,43 +271,31 @@ private slots:
 
     void Upgrade_refusesTablesThatLackSomething() {
         auto [needed, refusal] = Fetch<QString, QString>();
-        Make(FirstScripts());
+        Make(File(), FirstScripts());
         std::vector<Script> scripts = FirstScripts();
         scripts[1].Text = needed;
-        const QString text =
-            RefusalOf([&] { deploy::UpgradeHospital(File(), ScriptSet(scripts)); });
+        const QString text = RefusalOf([&] { Upgrade(scripts); });
         QVERIFY2(text.contains(File()) && text.contains(refusal), qPrintable(text));
     }
 
     void Upgrade_refusesAFileOfANewerVersion() {
-        Make(SecondScripts());
-        const QString text =
-            RefusalOf([&] { deploy::UpgradeHospital(File(), ScriptSet(FirstScripts())); });
+        Make(File(), SecondScripts());
+        const QString text = RefusalOf([&] { Upgrade(FirstScripts()); });
         QVERIFY2(text.contains(File()) && text.contains(u"newer version"_s), qPrintable(text));
         QCOMPARE(Ask(File(), kAnswer), u"second"_s);
     }
 
-    void Upgrade_refusesWhatIsNoHospital_data() {
-        QTest::addColumn<QByteArray>("contents");
-        QTest::newRow("empty") << QByteArray("");
-        QTest::newRow("a letter") << QByteArray("Dear doctor, ").repeated(500);
-        QTest::newRow("truncated") << QByteArray();
-    }
-
     void Upgrade_refusesWhatIsNoHospital() {
-        QFETCH(QByteArray, contents);
-        const ScriptSet scripts(FirstScripts());
-        QVERIFY(RefusalOf([&] { deploy::UpgradeHospital(File(), scripts); }).contains(File()));
-        if (contents.isNull()) {
-            Make(FirstScripts());
-            QVERIFY(QFile::resize(File(), QFileInfo(File()).size() / 2));
-        } else {
+        const auto refusal = [this] { return RefusalOf([this] { Upgrade(FirstScripts()); }); };
+        QVERIFY(refusal().contains(File()));
+        for (const QByteArray& content :
+             {QByteArray(), QByteArray("Dear doctor, ").repeated(500)}) {
             QFile file(File());
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size());
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+            file.close();
+            QVERIFY(refusal().contains(File()));
+            QCOMPARE(Present(), QStringList{u"hospital"_s});
         }
-        const QString text = RefusalOf([&] { deploy::UpgradeHospital(File(), scripts); });
-        QVERIFY2(text.contains(File()), qPrintable(text));
-        QCOMPARE(Present(), QStringList{u"hospital"_s});
     }
 
     void Upgrade_ofAReadOnlyFileNeedsNothingOrSaysSo() {
@@ -327,25 +303,17 @@ private slots:
             QCOMPARE(*failure, QString());
             return;
         }
-        Make(FirstScripts());
+        Make(File(), FirstScripts());
         QVERIFY(QFile::setPermissions(File(), QFile::ReadOwner));
         QVERIFY(!QFileInfo(File()).isWritable());
-        QVERIFY(!deploy::UpgradeHospital(File(), ScriptSet(FirstScripts())));
-        const QString text =
-            RefusalOf([&] { deploy::UpgradeHospital(File(), ScriptSet(SecondScripts())); });
+        QVERIFY(!Upgrade(FirstScripts()));
+        const QString text = RefusalOf([&] { Upgrade(SecondScripts()); });
         QVERIFY2(text.contains(File()), qPrintable(text));
     }
 
     void Upgrade_byTwoProgramsRunsOnce() {
-        Make(FirstScripts());
-        const QStringList arguments{u"--upgrade"_s, File()};
-        QProcess first;
-        QProcess second;
-        first.start(QCoreApplication::applicationFilePath(), arguments);
-        second.start(QCoreApplication::applicationFilePath(), arguments);
-        QVERIFY(first.waitForFinished() && second.waitForFinished());
-        QCOMPARE(first.exitCode(), 0);
-        QCOMPARE(second.exitCode(), 0);
+        Make(File(), FirstScripts());
+        QCOMPARE(RunTogether({u"--upgrade"_s, u"--upgrade"_s}), (QList<int>{0, 0}));
         QCOMPARE(Ask(File(), kAnswer), u"second"_s);
         QCOMPARE(Ask(File(), kCountMigrations), u"1"_s);
     }
@@ -379,27 +347,25 @@ private slots:
         QVERIFY(!deploy::UpgradeHospital(file));
     }
 
-    void TestHospital_copiesTheDemoHospital() {
-        const TestHospital first(TestHospital::On::File);
-        const TestHospital second(TestHospital::On::File);
-        const QString remove = u"DELETE FROM PATIENT_DATA..tbUser"_s;
-        first.Connect()->Execute(remove);
-        const QString count = u"SELECT COUNT(*) FROM PATIENT_DATA..tbUser"_s;
-        QCOMPARE(Ask(first.File(), count), u"0"_s);
-        QVERIFY(Ask(second.File(), count) != u"0"_s);
-    }
-
-    void Own_checksumIsTheOneTakenWhenBuilt() {
-        QCOMPARE(ScriptSet::Own().Checksum(), QString::fromLatin1(deploy::kOwnScriptsChecksum));
-    }
-
 private:
     QString File() const { return m_folder->filePath(u"hospital"_s); }
     QStringList Present() const {
         return QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
-    void Make(const std::vector<Script>& scripts) {
-        deploy::MakeHospital(File(), Contents::Demo, {}, ScriptSet(scripts));
+    bool Upgrade(const std::vector<Script>& scripts) const {
+        return deploy::UpgradeHospital(File(), ScriptSet(scripts));
+    }
+    /// The exit codes of this program's other lives, all of them at once on the file.
+    QList<int> RunTogether(const QStringList& works) const {
+        std::vector<std::unique_ptr<QProcess>> processes;
+        for (const QString& work : works) {
+            processes.push_back(std::make_unique<QProcess>());
+            processes.back()->start(QCoreApplication::applicationFilePath(), {work, File()});
+        }
+        QList<int> codes;
+        for (const auto& process : processes)
+            codes << (process->waitForFinished() ? process->exitCode() : -1);
+        return codes;
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -409,14 +375,8 @@ int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     try {
-        if (arguments.size() == 3 && arguments[1] == u"--make-and-die")
-            return MakeAndDie(arguments[2]);
-        if (arguments.size() == 3 && arguments[1] == u"--make") {
-            deploy::MakeHospital(arguments[2], Contents::Demo, {}, ScriptSet(FirstScripts()));
-            return 0;
-        }
-        if (arguments.size() == 3 && arguments[1] == u"--upgrade") {
-            deploy::UpgradeHospital(arguments[2], ScriptSet(SecondScripts()));
+        if (arguments.size() == 3 && kWorks.contains(arguments[1])) {
+            kWorks[arguments[1]](arguments[2]);
             return 0;
         }
     } catch (const base::DatabaseError& error) {
