@@ -178,6 +178,19 @@ private slots:
         QCOMPARE(TextIn("txtDiet"), u"low salt"_s);
     }
 
+    void ServerGone_atAnyCommandSavesAllOrNothing() {
+        m_sheet = Open(u"200001"_s);
+        Find<QLineEdit>(*m_sheet, "txtDiet").setText(u"low salt"_s);
+        Answer(BoxAnswer::Ok);
+        const int refused = LoseServerAtEachCommand(
+            [] { return Ask(u"SELECT * FROM CLINICAL_AREA..tbCAPDPatient ORDER BY HospNum"_s); },
+            [this] { Click(*m_sheet, "cmdSave"); });
+        QVERIFY2(refused >= 2, qPrintable(QString::number(refused)));
+        QCOMPARE(m_sheet->result(), int(QDialog::Accepted));
+        QCOMPARE(Ask(u"SELECT Diet FROM CLINICAL_AREA..tbCAPDPatient WHERE HospNum = '200001'"_s),
+                 u"low salt"_s);
+    }
+
 private:
     std::unique_ptr<frmRegistration> Open(const QString& hospNum) {
         auto sheet = std::make_unique<frmRegistration>();

@@ -74,6 +74,17 @@ private slots:
         QCOMPARE(Visits(), before + 2);
     }
 
+    void ServerGone_atAnyCommandLogsTheVisitOnce() {
+        const int before = Visits();
+        Find<QLineEdit>(*m_window, "txtWeight").setText(u"55.5"_s);
+        Answer(BoxAnswer::Ok);
+        const int refused = LoseServerAtEachCommand([] { return QString::number(Visits()); },
+                                                    [this] { Click(*m_window, "cmdSave"); });
+        QVERIFY2(refused >= 1, qPrintable(QString::number(refused)));
+        QCOMPARE(Said().Text, kSaved);
+        QCOMPARE(Visits(), before + 1);
+    }
+
     void Save_afterAnotherNurseKeepsWhatWasTyped() {
         const int before = Visits();
         // The check sees the visit's number only; the day is the patient's.
