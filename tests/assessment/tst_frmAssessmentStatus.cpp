@@ -138,6 +138,18 @@ private slots:
         QCOMPARE(Stored(), u"R|;R|;R|"_s);
     }
 
+    // The cashier takes the money between the look at the lines and their change.
+    void Revoke_givesWayToAReceipt() {
+        bool paid = false;
+        PluggedDriver::Before = [&paid](db::Driver& server, const QString& command) {
+            db::RowStore none;
+            if (command.startsWith(u"UPDATE") && !std::exchange(paid, true))
+                server.Execute(kPay, none);
+        };
+        QVERIFY_EXCEPTION_THROWN(RevokeAssessment(u"C90001D"_s), base::DatabaseError);
+        QVERIFY(paid);
+    }
+
     void Nothing_isDoneWithoutAChosenLine() {
         const StatusWindow window;
         window.List.setCurrentIndex({});

@@ -85,7 +85,7 @@ private slots:
         Find<QLineEdit>(*m_window, "txtSname").setText(u"SOMEBODY ELSE"_s);
         Answer(BoxAnswer::Ok);
         Click(*m_window, "cmdSave");
-        QCOMPARE(m_session->Told.first(),
+        QCOMPARE(m_session->Told.value(0),
                  u"Slip %1 of T299901C is saved: ZZWALK'IN, Ana Luz"_s.arg(slip));
         QCOMPARE(Said().Text, u"Record Saved"_s);
         QVERIFY(!m_window->isVisible());

@@ -65,25 +65,31 @@ private slots:
         QCOMPARE(m_window->Line(2, NetAmount), u"0|385"_s);
     }
 
-    void Discount_isAskedWithItsMarkUp() {
+    void Discount_isAskedForOneUnit() {
         clsComputeDiscount discount;
-        const QString idNum = VisitOf(u"SM"_s);
+        const QString idNum = VisitOf(u"QF"_s, u"C2"_s);
         discount.SetIdNum(idNum);
         discount.SetRevenueID(u"C'A"_s);
         discount.SetItemCode(u"101"_s);
         discount.SetWithMarkUp(-15);
+        discount.SetFullPrice(12.5);
         const CommandLog log;
-        QCOMPARE(discount.ItemPrice(), 0.0);
-        QCOMPARE(log.Sent.last(), u"RADIOLOGY..spRadio_GetDiscount 'C''A','101','SM','', '-15'"_s);
+        // What the server has no price for costs what the line says.
+        QCOMPARE(discount.NetAmount(), 12.5);
+        QCOMPARE(log.Sent.last(),
+                 u"RADIOLOGY..spRadio_GetDiscount 'C''A','101','QF','C2', '-15'"_s);
+        QCOMPARE(discount.DiscountAmount() + discount.ItemPrice(), 0.0);
         discount.SetRevenueID(u"CA"_s);
         QCOMPARE(discount.ItemPrice(), 385.0);
-        QCOMPARE(discount.DiscountType(), u"SM"_s);
-        QCOMPARE(PatientClassLabels(discount, idNum).ClassWord, u"Pay"_s);
+        QCOMPARE(PatientClassLabels(discount, idNum).ClassWord, u"Service"_s);
+        QCOMPARE(discount.DiscountType() + discount.MSSClassification(), u"QFC2"_s);
+        discount.SetIdNum(u"A99999999B"_s);
+        QCOMPARE(discount.DiscountType() + discount.MSSClassification(), QString());
     }
 
     // Nor what the patient before was granted.
     void Visit_unknownGetsNoDiscount() {
-        Open(u"QF"_s, u"C2"_s).Charge(u"CA"_s, u"101"_s);
+        Open(u"SM"_s).Charge(u"CA"_s, u"101"_s);
         QVERIFY(m_window->Line(1, NetAmount) != u"385|0");
         for (const QString& idNum : {u"99999999"_s, u"A99999999B"_s, u"A'1B"_s}) {
             m_window = std::make_unique<ChargeWindow>(idNum);

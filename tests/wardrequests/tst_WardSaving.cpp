@@ -37,7 +37,7 @@ private slots:
                 u"'O''HARA''S','SEVELAMER 800 MG','CAPD','Y','44.5','0','0','0',0"_s,
             u"CommitTrans"_s};
         QCOMPARE(log.Sent, expected);
-        QCOMPARE(m_session->Told.first(),
+        QCOMPARE(m_session->Told.value(0),
                  u"2 requests are saved, 1 line was left out: O'HARA, Ana Luz"_s);
         QVERIFY(!m_window->Window.isVisible());
         // Pressed once more, nothing happens.

@@ -152,16 +152,23 @@ private slots:
 
     void Code00_isWhatItsRemarksSay() {
         const PickListKeys closed;
-        for (const QString& what : {u"eye_drops"_s, u"ear_drops"_s}) {
+        const auto enterAllButRemarks = [this] {
             m_window->Enter(u"00"_s);
             m_window->Key(Qt::Key_End);
             m_window->Key(Qt::Key_End);
+            m_window->Enter(u"bid 2 -"_s);
+        };
+        for (const QString& what : {u"eye_drops"_s, u"ear_drops"_s}) {
+            enterAllButRemarks();
             Answer(BoxAnswer::Ok);
-            m_window->Enter(u"bid 2 - -"_s);
+            m_window->Enter(u"-"_s);
             QCOMPARE(Said().Text, u"Item 00 needs remarks: they say what is requested."_s);
             m_window->Enter(what);
         }
+        enterAllButRemarks();
+        m_window->Key(Qt::Key_Home);
         m_window->Press(kSave);
+        QVERIFY(m_session->Told.value(0).startsWith(u"2 requests are saved, 1 line was left out"));
         QCOMPARE(Ask(u"SELECT ItemName FROM STATION..tbNurseLogBook WHERE IdNum = 'A7B' "
                      "ORDER BY LogID"_s),
                  u"EYE DROPS;EAR DROPS"_s);
