@@ -163,17 +163,20 @@ private slots:
     }
 
 private:
-    // Runs each act on the dialog that is on the screen by then.
-    static void Play(std::vector<Act> acts) {
+    // Runs each act on the dialog that is on the screen by then; while the log-in works at one, the
+    // next act waits for another dialog.
+    void Play(const std::vector<Act>& acts) {
         if (acts.empty())
             return;
-        QTimer::singleShot(20, [acts] {
+        QTimer::singleShot(20, this, [this, acts] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (qobject_cast<QProgressDialog*>(dialog))
-                dialog = nullptr;
-            Play(dialog ? std::vector<Act>(acts.begin() + 1, acts.end()) : acts);
-            if (dialog)
-                acts.front()(*dialog);
+            if (!dialog || dialog == m_acting || qobject_cast<QProgressDialog*>(dialog)) {
+                Play(acts);
+                return;
+            }
+            Play({acts.begin() + 1, acts.end()});
+            const QScopedValueRollback acting(m_acting, dialog);
+            acts.front()(*dialog);
         });
     }
 
@@ -210,6 +213,7 @@ private:
 
     /// Somebody at the hospital of this workstation.
     const Act kOwn = Type(u"x"_s, u"y"_s, 1);
+    QDialog* m_acting = nullptr;
     QTemporaryDir m_settings;
     std::unique_ptr<TestHospital> m_demo;
     std::unique_ptr<QTemporaryDir> m_dir;
