@@ -111,6 +111,12 @@ void CashDay::TypeCharges() {
 void CashDay::PrintSlip() {
     Quietly(u"cash slip asked for"_s, [] { Tour::Press(Qt::Key_P, Qt::AltModifier); });
     ReadBox(u"cash assessment saved"_s, u"Record Saved"_s);
+    Quietly(u"walk-in's rows"_s, [this] {
+        ExpectStored(
+            u"SELECT RevenueID, ItemCode, Quantity, Amount, RecordStatus, DoctorID "
+            "FROM BILLING..tbCashAssessment WHERE IdNum = 'T%1C' ORDER BY AssessID"_s.arg(m_walkIn),
+            u"CY|501|1|450|N|103;CA|108|3|420|N|103;MD|802|1|500|N|103"_s);
+    });
     SavePdf(u"cashier's slip"_s, u"CAPD ChargeSlip"_s, u"cash-slip.pdf"_s);
 }
 
@@ -148,6 +154,10 @@ void CashDay::RevokeAnother() {
     });
     ReadBox(u"assessment revoked"_s, u"Data is Successfully Revoked."_s);
     Step(u"all its lines are revoked"_s, [this] {
+        ExpectStored(
+            u"SELECT DISTINCT RecordStatus FROM BILLING..tbCashAssessment WHERE RefNum = "
+            "'%1'"_s.arg(m_slip),
+            u"R"_s);
         for (int row = 0; row < List().model()->rowCount(); ++row)
             Expect(Cell(row, RefNum) != m_slip || Cell(row, Status) == u"REVOKED",
                    u"a line still stands"_s);

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QWindow>
 
+#include "db/Recordset.h"
 #include "toolkit/FileNames.h"
 
 using namespace Qt::StringLiterals;
@@ -19,6 +20,18 @@ void DayPart::Expect(bool holds, const QString& what) {
 void DayPart::ExpectTitle(const QString& title) {
     const QString shown = Tour::Window()->windowTitle();
     Expect(shown.startsWith(title), u"not '%1' is in front, but '%2'"_s.arg(title, shown));
+}
+
+void DayPart::ExpectStored(const QString& query, const QString& rows) {
+    const auto found = Tour::Ask(query);
+    QStringList all;
+    for (; !found->Eof(); found->MoveNext()) {
+        QStringList cells;
+        for (int column = 0; column < found->FieldNames().size(); ++column)
+            cells << found->Fields(column).Text();
+        all << cells.join(u'|');
+    }
+    Expect(all.join(u';') == rows, u"stored is '%1', not '%2'"_s.arg(all.join(u';'), rows));
 }
 
 void DayPart::Keys(const QString& text) {

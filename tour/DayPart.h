@@ -21,6 +21,9 @@ protected:
     /// The title of the window in front begins so.
     static void ExpectTitle(const QString& title);
 
+    /// The hospital holds these rows now: "cell|cell;cell|cell".
+    static void ExpectStored(const QString& query, const QString& rows);
+
     /// Key by key, to whoever has the keyboard.
     static void Keys(const QString& text);
     static void Enter(const QString& text = {});

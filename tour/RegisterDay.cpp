@@ -91,6 +91,11 @@ void RegisterDay::RegisterAPatient() {
     ReadBox(u"registration is told"_s, u"Registration Successfully Saved."_s);
     Step(u"number given"_s, [this] {
         m_registered = Patients().HospNum();
+        ExpectStored(
+            u"SELECT NextKin, Status, Diagnosis, AcutePDStartDate, ChronicPDStartDate, Weight, BP, "
+            "WithPeritonitis, ChronicPD, Catheter, Purpose, Remarks FROM "
+            "CLINICAL_AREA..tbCAPDPatient WHERE HospNum = '%1'"_s.arg(m_registered),
+            u"Maria O'Neil|Active|Chronic kidney disease, stage 5|2/3/2016|3/15/2016|58.5|140/90|N|  CCPD|  Tenckhoff|Treatment|Lives alone; the neighbour helps with the exchanges."_s);
         Expect(!Patients().CAPDNum().isEmpty(), u"the list has no CAPD number"_s);
     });
 }
@@ -141,6 +146,10 @@ void RegisterDay::RegisterAVisit() {
     });
     ReadBox(u"second visit refused"_s, u"Patient's visit for this day is already registered."_s);
     Quietly(u"second visit is kept"_s, [this] {
+        ExpectStored(
+            u"SELECT Diagnosis, Weight, Diet, BP FROM CLINICAL_AREA..tbCAPDLogBook WHERE "
+            "HospNum = '%1'"_s.arg(m_registered),
+            u"Follow-up|57.5|Low salt|130/80"_s);
         Expect(Tour::Find<QLineEdit>("txtDiagnosis")->text() == u"Once more"_s,
                u"what was typed is lost"_s);
     });

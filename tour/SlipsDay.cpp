@@ -50,6 +50,20 @@ QString VisitWhere(const QString& condition) {
         "ORDER BY v.IdNum"_s.arg(condition));
 }
 
+// Of the slip saved last.
+const QString kLines =
+    u"SELECT RevenueID, ItemCode, Quantity, Amount FROM "
+    "CLINICAL_AREA..tbCAPDRequest WHERE RefNum = (SELECT TOP (1) RefNum FROM "
+    "CLINICAL_AREA..tbCAPDRequest ORDER BY RequestID DESC) ORDER BY RequestID"_s;
+const QString kTotals =
+    u"SELECT (SELECT SUM(Amount) FROM BILLING..tbBill b WHERE b.RefNum = "
+    "r.RefNum), (SELECT SUM(NetAmount) FROM BILLING..tbStockCard s WHERE s.RefNum = r.RefNum), "
+    "(SELECT SUM(Quantity) FROM BILLING..tbStockCard s WHERE s.RefNum = r.RefNum), "
+    "(SELECT SUM(Amount) FROM BILLING..tbDoctorCharge d WHERE d.RefNum = r.RefNum), "
+    "(SELECT COUNT(*) FROM BILLING..tbCompanyPayment p WHERE p.RefNum = r.RefNum) FROM "
+    "CLINICAL_AREA..tbCAPDRequest r WHERE r.RequestID = (SELECT MAX(RequestID) FROM "
+    "CLINICAL_AREA..tbCAPDRequest)"_s;
+
 QString TextOfSlip() {
     QString text;
     if (!modGlobals::gReport)
@@ -117,6 +131,13 @@ void SlipsDay::ReadSlip(const QString& name, const QString& file) {
     SavePdf(name, u"CAPD ChargeSlip"_s, file);
 }
 
+void SlipsDay::ExpectSlip(const QString& lines, const QString& totals) {
+    Quietly(u"the slip's rows"_s, [=] {
+        ExpectStored(kLines, lines);
+        ExpectStored(kTotals, totals);
+    });
+}
+
 void SlipsDay::LeaveHub() {
     Quietly(u"hub left"_s, [this] {
         Expect(Tour::Window()->objectName() != u"frmRequest"_s, u"the charge sheet stayed"_s);
@@ -135,6 +156,7 @@ void SlipsDay::ChargePayPatient() {
     });
     SaveAndPrint(u"pay patient"_s, false);
     ReadSlip(u"pay patient's slip"_s, u"slip-pay.pdf"_s);
+    ExpectSlip(u"CA|108|2|280;CY|501|1|450"_s, u"450|280|2||0"_s);
     LeaveHub();
 }
 
@@ -149,6 +171,7 @@ void SlipsDay::ChargeServicePatient() {
     });
     SaveAndPrint(u"service patient"_s, false);
     ReadSlip(u"service patient's slip"_s, u"slip-service.pdf"_s);
+    ExpectSlip(u"CA|102|3|1170.75;CY|501|1|450"_s, u"450|0|3||0"_s);
     LeaveHub();
 }
 
@@ -171,6 +194,7 @@ void SlipsDay::ChargeSponsoredPatient() {
                    m_slip.count(QRegularExpression(u"F1\\d+-[123]"_s)) == 3,
                u"the slip does not name the three funds"_s);
     });
+    ExpectSlip(u"CY|510|1|21875.5;CA|101|1|385"_s, u"21875.5|385|1||3"_s);
     LeaveHub();
 }
 
@@ -200,6 +224,7 @@ void SlipsDay::RevokeDoctorsFee() {
     });
     SaveAndPrint(u"senior patient"_s, false);
     ReadSlip(u"doctor's fee on a slip"_s, u"slip-doctor.pdf"_s);
+    ExpectSlip(u"MD|802|1|500;CY|501|1|450;CA|102|2|780.5"_s, u"450|624.4|2|500|0"_s);
     Quietly(u"sheet opened again"_s, [] { Push("cmdPostCharges"); });
     Step(u"list of charges"_s, [] { Tour::Press(Qt::Key_L, Qt::AltModifier); });
     Quietly(u"the list has the keys"_s, [this] {
@@ -228,6 +253,7 @@ void SlipsDay::RevokeDoctorsFee() {
         Expect(Tour::Find<QLabel>("lblMessage")->text().contains(u"450.00"),
                u"the fee that stays is not told"_s);
     });
+    ExpectSlip(u"MD|802|1|500;CY|501|1|450;CA|102|2|780.5"_s, u"450|0|0|0|0"_s);
     Quietly(u"list closed"_s, [] {
         Tour::Find<toolkit::FlexGrid>("grdCharges")->setFocus();
         Tour::Press(Qt::Key_Escape);

@@ -26,6 +26,9 @@ private:
     void SaveAndPrint(const QString& who, bool sponsored);
     /// The slip on screen is pictured, saved as PDF and closed.
     void ReadSlip(const QString& name, const QString& file);
+    /// The hospital holds these lines (revenue code, item, quantity, amount) of the last slip, and
+    /// of them in all: bills, supplies, their quantity, doctors' fees, shares of sponsors.
+    void ExpectSlip(const QString& lines, const QString& totals);
     void ExpectOneLine();
     void LeaveHub();
 

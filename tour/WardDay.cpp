@@ -27,6 +27,11 @@ const QString kVisit =
     "'1019', '1020', '1022', '205', '208')) ORDER BY v.IdNum DESC"_s;
 const QString kPending =
     u"SELECT COUNT(*) FROM STATION..tbNurseLogBook WHERE IdNum = '%1' AND RecordStatus = ' '"_s;
+// The request made last.
+const QString kLast =
+    u"SELECT TOP (1) ItemCode, Dosage, Quantity, Amount, DeptID, RecordStatus, RequestedBy, "
+    u"Remarks "
+    "FROM STATION..tbNurseLogBook WHERE IdNum = '%1' ORDER BY LogID DESC"_s;
 // What the pharmacy's own program does.
 const QString kProcess =
     u"UPDATE STATION..tbNurseLogBook SET RecordStatus = 'X', ProcessDate = GETDATE(), "
@@ -60,12 +65,13 @@ void WardDay::OpenSheet(const QString& step, const char* button) {
     Quietly(step, [button] { Push(button); });
 }
 
-void WardDay::Save(const QString& step, int pending, const QString& item) {
+void WardDay::Save(const QString& step, int pending, const QString& item, const QString& stored) {
     Quietly(step + u" are saved"_s, [] { Tour::Press(Qt::Key_S, Qt::AltModifier); });
     Step(step + u" in the hub's list"_s, [=, this] {
         const auto* list = Tour::Find<toolkit::FlexGrid>("mshflexProcessed1");
         Expect(list->Rows() - 1 == m_pending + pending,
                u"%1 requests wait"_s.arg(list->Rows() - 1));
+        ExpectStored(kLast.arg(IdNum()), stored);
         Expect(list->TextMatrix(1, 1) == item, u"first stands "_s + list->TextMatrix(1, 1));
     });
 }
@@ -110,14 +116,14 @@ void WardDay::RequestMedicines() {
     ReadBox(u"inactive medicine is refused"_s, u"Record is inactive...please reenter..."_s);
     EnterLine(u"second medicine in its place"_s, {u"1020"_s, u"prn"_s, u"6"_s, QString()}, 2,
               u"1020|PARACETAMOL 500 MG|PRN|6|10.5|"_s);
-    Save(u"medicines"_s, 2, u"PARACETAMOL 500 MG"_s);
+    Save(u"medicines"_s, 2, u"PARACETAMOL 500 MG"_s, u"1020|PRN|6|10.5|PH| |4601|"_s);
 }
 
 void WardDay::RequestSupplies() {
     OpenSheet(u"central supply asked for"_s, "cmdCentralSupply");
     EnterLine(u"supply without a frequency"_s, {u"205"_s, QString(), u"10"_s, QString()}, 1,
               u"205|SYRINGE 10 ML|PRN|10|120|"_s);
-    Save(u"supplies"_s, 3, u"SYRINGE 10 ML"_s);
+    Save(u"supplies"_s, 3, u"SYRINGE 10 ML"_s, u"205|PRN|10|120|CS| |4601|"_s);
 }
 
 void WardDay::DeleteLines() {
@@ -152,5 +158,5 @@ void WardDay::RepeatARequest() {
     ReadBox(u"processed today"_s, u"Do you wish to REPEAT it ?"_s, Qt::Key_Y);
     EnterLine(u"repeated request"_s, {u"stat"_s, QString(), u"fever"_s}, 1,
               u"1020|PARACETAMOL 500 MG|STAT|1|1.75|FEVER"_s);
-    Save(u"repeated requests"_s, 3, u"PARACETAMOL 500 MG"_s);
+    Save(u"repeated requests"_s, 3, u"PARACETAMOL 500 MG"_s, u"1020|STAT|1|1.75|PH| |4601|FEVER"_s);
 }

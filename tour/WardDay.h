@@ -17,7 +17,8 @@ private:
     void RepeatARequest();
     /// From the hub, by its button.
     void OpenSheet(const QString& step, const char* button);
-    void Save(const QString& step, int pending, const QString& item);
+    /// The visit then has so many requests more that wait, this item first, stored as told.
+    void Save(const QString& step, int pending, const QString& item, const QString& stored);
     void EnterLine(const QString& step, const QStringList& entries, int row, const QString& line);
     static void ExpectLine(int row, const QString& line);
 
