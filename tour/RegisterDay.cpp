@@ -95,7 +95,9 @@ void RegisterDay::RegisterAPatient() {
             u"SELECT NextKin, Status, Diagnosis, AcutePDStartDate, ChronicPDStartDate, Weight, BP, "
             "WithPeritonitis, ChronicPD, Catheter, Purpose, Remarks FROM "
             "CLINICAL_AREA..tbCAPDPatient WHERE HospNum = '%1'"_s.arg(m_registered),
-            u"Maria O'Neil|Active|Chronic kidney disease, stage 5|2/3/2016|3/15/2016|58.5|140/90|N|  CCPD|  Tenckhoff|Treatment|Lives alone; the neighbour helps with the exchanges."_s);
+            u"Maria O'Neil|Active|Chronic kidney disease, stage 5|2/3/2016|3/15/2016|58.5|"
+            "140/90|N|  CCPD|  "
+            "Tenckhoff|Treatment|Lives alone; the neighbour helps with the exchanges."_s);
         Expect(!Patients().CAPDNum().isEmpty(), u"the list has no CAPD number"_s);
     });
 }
