@@ -6,11 +6,9 @@
 #include "components/builtin/UserStore.h"
 #include "components/builtin/clsCurrentUser.h"
 #include "db/Recordset.h"
-#include "deploy/HospitalFile.h"
 
 using namespace Qt::StringLiterals;
 using components::clsCurrentUser;
-using components::User;
 using components::UserStore;
 
 // Who gets in, who does not, and what is left behind of either.
@@ -67,24 +65,6 @@ private slots:
         }
         QCOMPARE(Text(u"SELECT COUNT(*) FROM PATIENT_DATA..tbLoginLog WHERE Outcome = 'LOCKED'"_s),
                  u"1"_s);
-    }
-
-    void SetUpHospital_happensOnce() {
-        const QTemporaryDir folder;
-        const QString file = folder.filePath(u"new.db"_s);
-        deploy::MakeHospital(file, deploy::Contents::Empty);
-        m_connection = deploy::OpenHospital(file);
-        UserStore users(*m_connection);
-        QVERIFY(users.IsEmpty());
-        const User user{u"new.nurse"_s, u"E77"_s, u"Zoë O'Hara"_s, u"46"_s};
-        const QString password = u"a long secret"_s;
-        users.SetUpHospital(u"St. Anne's"_s, u"Harbour Road"_s, user, password);
-        QVERIFY(!users.IsEmpty());
-        QVERIFY(LogIn(user.UserName, password));
-        QCOMPARE(Text(u"SELECT Company FROM PATIENT_DATA..tbHospitalInfo"_s), u"St. Anne's"_s);
-        QVERIFY_THROWS_EXCEPTION(base::DatabaseError,
-                                 users.SetUpHospital(u"Another"_s, {}, user, u"another secret"_s));
-        QVERIFY(LogIn(user.UserName, password));
     }
 
     void Passwords_areSaltedAndNeverEmpty() {

@@ -15,6 +15,7 @@
 #include "base/Errors.h"
 #include "components/builtin/HospitalFiles.h"
 #include "components/builtin/clsCurrentUser.h"
+#include "db/Recordset.h"
 #include "toolkit/MsgBox.h"
 
 using namespace Qt::StringLiterals;
@@ -117,7 +118,12 @@ private slots:
         };
         ShowMain({kOwn, fill(u"another"_s), fill(u"long enough"_s)});
         QVERIFY(m_user->Connected());
-        QCOMPARE(m_user->employeename(), u"Head Nurse"_s);
+        QCOMPARE(m_user->employeename() + m_user->EmployeeCode(), u"Head NurseE001"_s);
+        QCOMPARE(m_user->SQLConnection()
+                     ->Execute(u"SELECT Company FROM PATIENT_DATA..tbHospitalInfo"_s)
+                     ->Fields(0)
+                     .Text(),
+                 u"St. Anne's"_s);
         QCOMPARE(boxes.Leftovers(), QStringList());
     }
 
@@ -163,19 +169,17 @@ private slots:
     }
 
 private:
-    // Runs each act on the dialog that is on the screen by then; while the log-in works at one, the
-    // next act waits for another dialog.
-    void Play(const std::vector<Act>& acts) {
+    // Runs each act on the dialog that is on the screen by then; one in which an act still runs is
+    // busy, with making a hospital.
+    static void Play(std::vector<Act> acts) {
         if (acts.empty())
             return;
         QTimer::singleShot(20, this, [this, acts] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (!dialog || dialog == m_acting || qobject_cast<QProgressDialog*>(dialog)) {
-                Play(acts);
-                return;
-            }
-            Play({acts.begin() + 1, acts.end()});
-            const QScopedValueRollback acting(m_acting, dialog);
+            if (!dialog || dialog == s_busy || qobject_cast<QProgressDialog*>(dialog))
+                return Play(acts);
+            Play(std::vector<Act>(acts.begin() + 1, acts.end()));
+            const QScopedValueRollback working(s_busy, static_cast<const QWidget*>(dialog));
             acts.front()(*dialog);
         });
     }
@@ -213,7 +217,7 @@ private:
 
     /// Somebody at the hospital of this workstation.
     const Act kOwn = Type(u"x"_s, u"y"_s, 1);
-    QDialog* m_acting = nullptr;
+    static inline const QWidget* s_busy = nullptr;
     QTemporaryDir m_settings;
     std::unique_ptr<TestHospital> m_demo;
     std::unique_ptr<QTemporaryDir> m_dir;
