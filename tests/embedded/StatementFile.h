@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QDir>
 #include <QFile>
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <QTest>
 
 #include "base/Errors.h"
 #include "embedded/Server.h"
@@ -118,6 +120,15 @@ inline bool IsExpected(const QStringList& answer, const QStringList& expected) {
     return (number == u"error"_s ? got.startsWith(number)
                                  : got.section(QLatin1Char(':'), 0, 0) == number) &&
            got.contains(part);
+}
+
+/// A row for each file of the folder.
+inline void Files(const QString& folder) {
+    QTest::addColumn<QString>("path");
+    const QFileInfoList files = QDir(folder).entryInfoList({u"*.test"_s});
+    QVERIFY(!files.isEmpty());
+    for (const QFileInfo& file : files)
+        QTest::newRow(qPrintable(file.fileName())) << file.filePath();
 }
 
 /// Runs a file; what differed, empty where nothing did.

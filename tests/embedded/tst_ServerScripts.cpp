@@ -37,12 +37,7 @@ private slots:
     void cleanup() { base::Clock::Replace({}); }
 
     void File_givesTheExpectedAnswers_data() {
-        QTest::addColumn<QString>("path");
-        const QDir folder(QStringLiteral(CAPD_TEST_DIR "/server"));
-        const QStringList names = folder.entryList({u"*.test"_s});
-        QVERIFY(!names.isEmpty());
-        for (const QString& name : names)
-            QTest::newRow(qPrintable(name)) << folder.filePath(name);
+        StatementFile::Files(QStringLiteral(CAPD_TEST_DIR "/server"));
     }
 
     void File_givesTheExpectedAnswers() {

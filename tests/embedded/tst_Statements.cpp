@@ -1,6 +1,4 @@
-#include <QDir>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include "embedded/StatementFile.h"
 
@@ -13,10 +11,7 @@ class tst_Statements final : public QObject {
 
 private slots:
     void File_givesTheExpectedAnswers_data() {
-        QTest::addColumn<QString>("path");
-        const QDir folder(QStringLiteral(CAPD_TEST_DIR));
-        for (const QString& name : folder.entryList({u"*.test"_s}))
-            QTest::newRow(qPrintable(name)) << folder.filePath(name);
+        StatementFile::Files(QStringLiteral(CAPD_TEST_DIR));
     }
 
     void File_givesTheExpectedAnswers() {
