@@ -115,6 +115,7 @@ private slots:
         };
         row("typing replaces the text", Doctors, "nobody", "Pe>>#", "108");
         row("the second row", Medicines, "AMLO", ">>#", "1001");
+        row("up within the rows", Medicines, "AMLO", ">><#", "1002");
         row("the first that was searched", UnitSupplies, "dialysis", "#", "101");
         row("given up", Doctors, "pe", "!", "");
         row("nothing found, nothing taken", Doctors, "nobody", "#>hal#", "105");
