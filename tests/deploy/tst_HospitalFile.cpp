@@ -281,19 +281,6 @@ private slots:
         QCOMPARE(Upgrade(SecondScripts()), made.size() < SecondScripts().size());
     }
 
-    void Upgrade_refusesWhatIsNoHospital() {
-        const auto refusal = [this] { return RefusalOf([this] { Upgrade(FirstScripts()); }); };
-        QVERIFY(refusal().contains(File()));
-        for (const QByteArray& content :
-             {QByteArray(), QByteArray("Dear doctor, ").repeated(500)}) {
-            QFile file(File());
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-            file.close();
-            QVERIFY(refusal().contains(File()));
-            QCOMPARE(Present(), QStringList{u"hospital"_s});
-        }
-    }
-
     void Upgrade_ofAReadOnlyFileNeedsNothingOrSaysSo() {
         if (const auto failure = RunAsOrdinaryUser()) {
             QCOMPARE(*failure, QString());

@@ -103,7 +103,10 @@ private slots:
         auto [harm, part] = Fetch<std::function<void(const QString&)>, QString>();
         const QString name = File("bad.capd");
         harm(name);
+        const auto present = [this] { return QDir(m_folder->path()).entryList(); };
+        const QStringList before = present();
         const auto error = ErrorOf([&] { Server server(name, Server::Mode::OpenExisting); });
+        QCOMPARE(present(), before);
         const QString text = error.Description();
         QVERIFY2(text.contains(name) && text.contains(part), qPrintable(text));
     }
