@@ -174,7 +174,7 @@ private:
     static void Play(std::vector<Act> acts) {
         if (acts.empty())
             return;
-        QTimer::singleShot(20, this, [this, acts] {
+        QTimer::singleShot(20, [acts] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (!dialog || dialog == s_busy || qobject_cast<QProgressDialog*>(dialog))
                 return Play(acts);
