@@ -65,7 +65,7 @@ public:
 
     void SetPasswordDeptCode(const QString&) override {}
     void ShowMain() override {}
-    bool Connected() const override { return true; }
+    bool Connected() const override { return Connection != nullptr; }
     std::shared_ptr<db::Connection> SQLConnection() const override { return Connection; }
     QString EmployeeCode() const override { return Code; }
     QString employeename() const override { return Name; }

@@ -1,81 +1,34 @@
-#include <QTest>
-
-#include "FakeComponents.h"
-#include "TestHospital.h"
-#include "app/mdiCAPD.h"
 #include "app/modMain.h"
-#include "patients/frmPatientList.h"
-#include "session/modGlobals.h"
-#include "toolkit/MsgBox.h"
 
-using namespace Qt::StringLiterals;
-using namespace modGlobals;
+#include "WindowTest.h"
+#include "app/mdiCAPD.h"
 
-// Start-up over the demo hospital, with components that only remember.
-class tst_modMain final : public QObject {
+// Start-up over the demo hospital, behind a log-in that has just ended.
+class tst_modMain final : public WindowTest {
     Q_OBJECT
 
 private slots:
     void init() {
-        m_hospital = std::make_unique<TestHospital>();
-        m_fakes = std::make_unique<fakes::Set>();
-        m_fakes->CurrentUser->Session = m_hospital->Connect();
-        gRevenueID.clear();
+        SetUp();
+        components::Register(u"Corvane_User.clsCurrentUser"_s, [this] { return m_session->User; });
     }
-
-    void Main_takesItsStepsInOrder() {
-        QStringList commands;
-        db::Connection::SetCommandHook([&commands](const QString& text) { commands << text; });
-        const auto frame = modMain::Main();
-        db::Connection::SetCommandHook({});
-        QVERIFY(frame && frame->isVisible());
-        QCOMPARE(frame->windowTitle(), u"Velmora: Continuous Ambulatory Peritoneal Dialysis"_s);
-        const QStringList expected{u"create Corvane_User.clsCurrentUser"_s,
-                                   u"PasswordDeptCode 46"_s,
-                                   u"ShowMain"_s,
-                                   u"create PatientFinder.clsPatientSearch"_s,
-                                   u"create CodeFinder.clsCodeSearch"_s,
-                                   u"create PatientLister.clsRadioSearch"_s,
-                                   u"Codes.MTS_Server "_s,
-                                   u"Codes.Initialize_Classes"_s,
-                                   u"Codes.CompanyName "_s + gCompany,
-                                   u"Codes.SearchMode 1"_s,
-                                   u"Codes.Connection"_s,
-                                   u"Lister.Initialize_Classes"_s,
-                                   u"Lister.InitConnection"_s,
-                                   u"Lister.Hospital "_s + gCompany,
-                                   u"Lister.RevenueID CY"_s,
-                                   u"Finder.InitConnection "_s + gMtsServerName,
-                                   u"create DrugRoster.clsListDrugs"_s,
-                                   u"create DrugCatalog.clsDrug"_s,
-                                   u"create DrugRoster.clsListDrugs"_s,
-                                   u"Supplies.InitConnection"_s,
-                                   u"Supplies.InitConnection"_s,
-                                   u"SupplyRecord.InitConnect"_s};
-        QCOMPARE(fakes::Log(), expected);
-        QCOMPARE(commands, QStringList({u"Select * from PATIENT_DATA..tbHospitalInfo"_s,
-                                        u"CLINICAL_AREA..sp_CAPD_Patientsearch '1','','A',''"_s}));
-        QVERIFY(!gCompany.isEmpty());
-        QVERIFY(!gAddress1.isEmpty());
-        QCOMPARE(gConnection, gCurrentUser->SQLConnection());
-        QCOMPARE(gConnection->CursorLocation(), 3);
-        QCOMPARE(gConnection->DefaultDatabase(), u"CLINICAL_AREA"_s);
-    }
+    void cleanup() { TearDown(); }
 
     void Main_endsSilentlyWithoutALogInOrThePatientSearch() {
-        toolkit::BoxScript boxes;
-        m_fakes->Stays->Initialized = false;
+        Do(u"UPDATE PATIENT_DATA..tbHospitalInfo SET MtsServerName = 'ELSEWHERE'"_s);
+        components::Register(u"PatientFinder.clsPatientSearch"_s,
+                             [] { return std::make_shared<NoFinder>(); });
+        const CommandLog log;
         QVERIFY(!modMain::Main());
-        QVERIFY(!fakes::Log().contains(u"create DrugRoster.clsListDrugs"_s));
-        m_fakes->CurrentUser->Admitted = false;
+        m_session->User->Connection.reset();
         QVERIFY(!modMain::Main());
-        QCOMPARE(fakes::Log().last(), u"ShowMain"_s);
-        QCOMPARE(boxes.Leftovers(), QStringList());
+        QCOMPARE(log.Sent, QStringList(u"Select * from PATIENT_DATA..tbHospitalInfo"_s));
+        QCOMPARE(NoFinder::Server, u"ELSEWHERE"_s);
     }
 
     void Main_namesAMissingComponent() {
         components::Register(u"WardActivity.clsConfinement"_s,
-                             [] { return std::make_shared<fakes::Lister>(); });
+                             [] { return std::make_shared<NoFinder>(); });
         try {
             modMain::Main();
             QFAIL("a component of another kind was taken");
@@ -86,45 +39,53 @@ private slots:
     }
 
     void Main_readsTheFirstOfSeveralHospitalRows() {
-        auto& session = *m_fakes->CurrentUser->Session;
-        session.Execute(u"DELETE PATIENT_DATA..tbHospitalInfo"_s);
+        Do(u"DELETE PATIENT_DATA..tbHospitalInfo"_s);
         QVERIFY_THROWS_EXCEPTION(base::DatabaseError, modMain::Main());
-        for (int row = 1; row <= 2; ++row)
-            session.Execute(
-                u"INSERT INTO PATIENT_DATA..tbHospitalInfo (HospitalID, Company, address1, "
-                "MtsServerName) VALUES (%1, 'Hospital %1', 'Somewhere', 'MTS')"_s.arg(row));
+        for (const char* number : {"1", "2"})
+            Do(u"INSERT INTO PATIENT_DATA..tbHospitalInfo (HospitalID, Company, address1, "
+               "MtsServerName) VALUES (%1, 'Hospital %1', 'Somewhere', 'MTS')"_s.arg(
+                   QLatin1String(number)));
         QVERIFY(modMain::Main());
-        QCOMPARE(gCompany, u"Hospital 1"_s);
-        QVERIFY(fakes::Log().contains(u"Finder.InitConnection MTS"_s));
+        QCOMPARE(modGlobals::gCompany + modGlobals::gRevenueID, u"Hospital 1CY"_s);
     }
 
     void Frame_unloadsWithoutTheCatalogue() {
-        for (const auto& [reachable, message] :
-             {std::pair(&fakes::SupplyRecord::Reachable, u"Cannot load supplies information."_s),
-              {&fakes::Supplies::Reachable, u"Cannot load supplies list."_s}}) {
-            *reachable = false;
-            toolkit::BoxScript boxes;
-            boxes.Answer(toolkit::BoxAnswer::Ok);
+        const auto expectRefusal = [this](const QString& message) {
+            Answer(BoxAnswer::Ok);
             const auto frame = modMain::Main();
             QVERIFY(frame && !frame->isVisible());
-            QCOMPARE(boxes.Leftovers(), QStringList());
-            QCOMPARE(boxes.Shown().front().Text, message);
-            QCOMPARE(boxes.Shown().front().Icon, toolkit::BoxIcon::Critical);
-        }
-        fakes::Supplies::Broken = true;
+            QCOMPARE(Said().Text, message);
+            QCOMPARE(Said().Icon, BoxIcon::Critical);
+        };
+        components::Register(u"DrugCatalog.clsDrug"_s, [] { return std::make_shared<NoDrug>(); });
+        expectRefusal(u"Cannot load supplies information."_s);
+        components::Register(u"DrugRoster.clsListDrugs"_s,
+                             [] { return std::make_shared<NoList>(); });
+        expectRefusal(u"Cannot load supplies list."_s);
+        components::RegisterBuiltIns();
+        components::Register(u"Corvane_User.clsCurrentUser"_s, [this] { return m_session->User; });
+        PluggedDriver::Before = [](db::Driver&, const QString& command) {
+            if (command.contains(u"sp_Catalogue_Check"_s))
+                throw base::DatabaseError(2812, u"Could not find stored procedure."_s, command);
+        };
         QVERIFY_THROWS_EXCEPTION(base::RuntimeError, modMain::Main());
     }
 
-    void ApplyDepartmentCode_knowsOnlyTheUnit() {
-        ApplyDepartmentCode(u"45"_s);
-        QCOMPARE(gRevenueID, QString());
-        ApplyDepartmentCode(u"46"_s);
-        QCOMPARE(gRevenueID, u"CY"_s);
-    }
-
 private:
-    std::unique_ptr<TestHospital> m_hospital;
-    std::unique_ptr<fakes::Set> m_fakes;
+    struct NoList final : components::SupplyList {
+        bool InitConnection(const std::shared_ptr<db::Connection>&) override { return false; }
+    };
+    struct NoDrug final : components::SupplyInfo {
+        bool InitConnect(const std::shared_ptr<db::Connection>&) override { return false; }
+    };
+    class NoFinder final : public components::PatientFinder {
+    public:
+        static inline QString Server;
+        bool InitConnection(const QString&, QString& server) override {
+            Server = server;
+            return false;
+        }
+    };
 };
 
 QTEST_MAIN(tst_modMain)
