@@ -70,18 +70,18 @@ void DayPart::ReadBox(const QString& step, const QString& said, int answer) {
             shown << label->text();
         Expect(shown.join(u'|').contains(said), u"not told: %1"_s.arg(said));
     });
-    Quietly(step + u" is read"_s, [answer] {
+    Quietly(step + u": answered"_s, [answer] {
         Tour::Press(answer, answer == Qt::Key_Return ? Qt::NoModifier : Qt::AltModifier);
     });
 }
 
 void DayPart::SavePdf(const QString& step, const QString& title, const QString& file) {
     Step(step, [title] { ExpectTitle(title); });
-    Quietly(step + u" saved as PDF"_s, [this, file] {
+    Quietly(step + u": saved as PDF"_s, [this, file] {
         TypeFileName(file, [] { Tour::Press(Qt::Key_S, Qt::ControlModifier); });
         Expect(QFileInfo(m_tour.File(file)).size() > 1000, u"no PDF was written"_s);
     });
-    Quietly(step + u" closed"_s, [] { Tour::Press(Qt::Key_Escape); });
+    Quietly(step + u": closed"_s, [] { Tour::Press(Qt::Key_Escape); });
 }
 
 void DayPart::TypeFileName(const QString& file, const std::function<void()>& save) const {
