@@ -13,6 +13,10 @@ constexpr int kNoSuchField = 3265;
 constexpr double kLowestSystolic = 40, kHighestSystolic = 300, kLowestDiastolic = 10;
 constexpr double kHeaviest = 500;
 
+bool IsSystolic(double pressure) {
+    return pressure >= kLowestSystolic && pressure <= kHighestSystolic;
+}
+
 std::optional<double> Positive(QString digits) {
     const double value = digits.replace(u',', u'.').toDouble();
     return value > 0 ? std::optional(value) : std::nullopt;
@@ -45,12 +49,12 @@ BloodPressure ReadBloodPressure(const QString& text) {
         const QStringList parts = match.captured().split(u'/');
         const double systolic = parts[0].toDouble();
         const double diastolic = parts[1].toDouble();
-        if (parts.size() == 2 && systolic >= kLowestSystolic && systolic <= kHighestSystolic &&
-            diastolic >= kLowestDiastolic && diastolic < systolic)
+        if (parts.size() == 2 && IsSystolic(systolic) && diastolic >= kLowestDiastolic &&
+            diastolic < systolic)
             return {systolic, diastolic};
     }
     const std::optional<double> alone = Positive(upper.match(text).captured(1));
-    return {alone && *alone >= kLowestSystolic ? alone : std::nullopt, std::nullopt};
+    return {alone && IsSystolic(*alone) ? alone : std::nullopt, std::nullopt};
 }
 
 std::vector<Visit> ReadVisits(const db::RowStore& rows) {

@@ -171,6 +171,15 @@ private slots:
         row("with units", "62,5 kg", "BP 90 / 60 mmHg", {62.5, 90, 60});
         row("upper alone", "0", "120", {-1, 120, -1});
         row("lower missing", "0.0", "120/", {-1, 120, -1});
+        row("the least", "0.1", "40/10", {0.1, 40, 10});
+        row("the most", "500", "300/299", {500, 300, 299});
+        row("beyond", "500.1", "301/80", {-1, -1, -1});
+        row("too low", "", "39/10", {-1, -1, -1});
+        row("lower too low", "", "120/9", {-1, -1, -1});
+        row("both alike", "", "80/80", {-1, -1, -1});
+        row("the least alone", "", "40", {-1, 40, -1});
+        row("alone, too low", "", "39", {-1, -1, -1});
+        row("alone, beyond", "", "301", {-1, -1, -1});
         row("empty", "", "", {-1, -1, -1});
         row("words", "not taken", "unable 2 x", {-1, -1, -1});
         row("a date is no pressure", "-", "11/22/2026", {-1, -1, -1});
