@@ -1,13 +1,9 @@
 #pragma once
 
-#include <QApplication>
-#include <QDialog>
-#include <QPushButton>
-#include <QTest>
-#include <QVBoxLayout>
+#include <QtTest>
+#include <QtWidgets>
 
 #include "toolkit/EntryGrid.h"
-#include "toolkit/Theme.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,16 +15,16 @@ enum SheetColumn { kMark, kDept, kCode, kDescription, kType, kQuantity, kAmount,
 struct Sheet {
     QDialog Window;
     toolkit::EntryGrid Grid;
-    QPushButton Save{u"&Save"_s};
-    QPushButton Close{u"&Close"_s};
+    QPushButton Save{u"Save"_s};
+    QPushButton Close{u"Close"_s};
     QList<QPoint> Commits;
     std::function<void(int row, int col)> OnCommit;
 
     Sheet() {
         auto* layout = new QVBoxLayout(&Window);
-        for (QWidget* widget : {static_cast<QWidget*>(&Grid), static_cast<QWidget*>(&Save),
-                                static_cast<QWidget*>(&Close)})
-            layout->addWidget(widget);
+        layout->addWidget(&Grid);
+        layout->addWidget(&Save);
+        layout->addWidget(&Close);
         LayOut();
         QObject::connect(&Grid, &toolkit::EntryGrid::CellCommitted, &Window,
                          [this](int row, int col) {
@@ -46,20 +42,13 @@ struct Sheet {
     void LayOut() {
         Grid.SetSaveButton(&Save);
         Grid.SetCloseButton(&Close);
-        Grid.SetLookupKey(112);
-        Grid.SetLeaveKey(27);
         Grid.SetFixedCols(1);
-        Grid.SetFixedRows(0);
-        Grid.SetCols(8);
-        Grid.SetRows(1);
-        Grid.Reinitialise();
         Grid.SetFixedRows(1);
+        Grid.SetCols(8);
         Grid.SetRows(2);
         Grid.Reinitialise();
         Grid.SetColWidths({100, 1000, 1000, 4000, 1500, 1000, 1000, 0});
-        const char* headers[] = {"", "Dept.", "Code", "Description", "Type", "Quantity", "Amount"};
-        for (int col = 1; col <= kAmount; ++col)
-            Grid.SetHeader(col, QString::fromLatin1(headers[col]));
+        Grid.SetHeader(kDept, u"Dept."_s);
         Grid.SetColKind(kDept, toolkit::EntryKind::LookUp);
         Grid.SetColKind(kCode, toolkit::EntryKind::LookUp);
         Grid.SetColKind(kType, toolkit::EntryKind::PickList, u"\r\nSTAT\r\nROUTINE"_s);
@@ -70,20 +59,49 @@ struct Sheet {
         Grid.SetKeyCol(kCode);
     }
 
-    /// Row and column of the cursor.
-    QPoint At() const { return {Grid.Row(), Grid.Col()}; }
     /// Whatever has dropped down.
     QWidget* PopUp() const { return QApplication::activePopupWidget(); }
-    /// To whoever has the keyboard.
-    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    /// Keys by their names, other words letter by letter, to whoever has the keyboard:
+    /// "101 Return", "Ctrl+Del".
+    void Press(const QString& keys) {
+        const auto target = [this] { return PopUp() ? PopUp() : QApplication::focusWidget(); };
+        for (const QString& word : keys.split(u' ')) {
+            const QKeyCombination key = QKeySequence(word)[0];
+            if (key.key() != Qt::Key_unknown)
+                QTest::keyClick(target(), key.key(), key.keyboardModifiers());
+            else
+                for (const QChar letter : word)
+                    QTest::keyClick(target(), letter.toLatin1());
+        }
     }
-    void Type(const char* text) {
-        for (; *text; ++text)
-            QTest::keyClick(QApplication::focusWidget(), *text);
+    void Press(int col, const QString& keys) {
+        Grid.SetCol(col);
+        Press(keys);
     }
     void Click(int row, int col) {
         const QModelIndex index = Grid.model()->index(row - Grid.FixedRows(), col);
         QTest::mouseClick(Grid.viewport(), Qt::LeftButton, {}, Grid.visualRect(index).center());
+    }
+
+    /// From kDept to kAmount, the cells divided by bars.
+    void Write(int row, const QString& line) {
+        const QStringList cells = line.split(u'|');
+        for (int cell = 0; cell < cells.size(); ++cell)
+            Grid.SetTextMatrix(row, kDept + cell, cells[cell]);
+    }
+    QString Line(int row = 1) const {
+        QStringList cells;
+        for (int col = kDept; col <= kAmount; ++col)
+            cells << Grid.TextMatrix(row, col);
+        return cells.join(u'|');
+    }
+    /// The cursor's row and column, of how many rows, what is being typed, and the button that has
+    /// the keyboard: "1,2/2 typing 101", "1,2/2 Save".
+    QString State() const {
+        QString state = u"%1,%2/%3"_s.arg(Grid.Row()).arg(Grid.Col()).arg(Grid.Rows());
+        if (Grid.InEditMode())
+            state += u" typing "_s + Grid.EditText();
+        const auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
+        return button ? state + u' ' + button->text() : state;
     }
 };
