@@ -1,8 +1,9 @@
-#include "Rows.h"
 #include "toolkit/DateEdit.h"
 
 #include <QtTest>
+#include <QtWidgets>
 
+#include "Rows.h"
 #include "base/Clock.h"
 
 using namespace Qt::StringLiterals;
@@ -10,29 +11,32 @@ using namespace Qt::StringLiterals;
 class tst_DateEdit : public QObject {
     Q_OBJECT
 private slots:
+    void init() {
+        base::Clock::Replace([] { return QDateTime(QDate(2026, 11, 23), QTime(8, 0)); });
+    }
+
     void Typing_readsTheDateAsItIsWritten_data() {
-        Columns<QString, QDate, QString>();
-        const auto row = [](const char* name, const QString& typed, const QDate& date,
-                            const QString& shown) {
-            QTest::newRow(name) << typed << date << shown;
-        };
+        Columns<QString, QDate, QString, bool>();
         const QDate day(2025, 9, 1);
-        const QString written = u"9/1/2025"_s;
-        row("short month and day", written, day, written);
-        row("long month and day", u"09/01/2025"_s, day, written);
-        row("two-digit year", u"9/1/25"_s, day, written);
-        row("other dividers", u"9-1.2025"_s, day, written);
-        row("digits alone", u"090125"_s, day, written);
-        row("leap day", u"2/29/2024"_s, QDate(2024, 2, 29), u"2/29/2024"_s);
+        Row("short month and day", "9/1/2025", day, "9/1/2025", false);
+        Row("long month and day", "09/01/2025", day, "9/1/2025", false);
+        Row("two-digit year", "9/1/25", day, "9/1/2025", false);
+        Row("other dividers", "9-1.2025", day, "9/1/2025", false);
+        Row("digits alone", "090125", day, "9/1/2025", false);
+        Row("leap day", "2/29/2024", QDate(2024, 2, 29), "2/29/2024", false);
+        Row("to come, in the past", "11/24/26", QDate(1926, 11, 24), "11/24/1926", true);
+        Row("today, in the past", "112326", QDate(2026, 11, 23), "11/23/2026", true);
+        Row("first year", "1/1/1753", QDate(1753, 1, 1), "1/1/1753", false);
         // What is no date stays as typed and never becomes another one.
-        for (const QString& typed :
-             {u"2/30/2026"_s, u"13/1/2026"_s, u"2/29/2025"_s, u"2/3"_s, u"1/1/0205"_s})
-            row(qPrintable(typed), typed, QDate(), typed);
+        for (const char* typed : {"2/30/2026", "13/1/2026", "2/29/2025", "2/3", "12/31/1752"})
+            Row(typed, typed, QDate(), typed, false);
     }
 
     void Typing_readsTheDateAsItIsWritten() {
-        auto [typed, date, shown] = Fetch<QString, QDate, QString>();
+        auto [typed, date, shown, forPast] = Fetch<QString, QDate, QString, bool>();
         toolkit::DateEdit box;
+        if (forPast)
+            box.SetForPast();
         box.setDate(QDate(2026, 11, 30));
         box.show();
         QVERIFY(QTest::qWaitForWindowExposed(&box));
@@ -42,15 +46,7 @@ private slots:
         box.clearFocus();
         QCOMPARE(box.date(), date);
         QCOMPARE(box.text(), shown);
-        QCOMPARE(box.IsUnreadable(), !box.date().isValid());
-        // What has happened was not in a year to come.
-        base::Clock::Replace([] { return QDateTime(QDate(2026, 11, 23), QTime(8, 0)); });
-        box.SetForPast();
-        box.setText(u"11/24/26"_s);
-        QCOMPARE(box.date(), QDate(1926, 11, 24));
-        box.setText(u"112326"_s);
-        QCOMPARE(box.date(), QDate(2026, 11, 23));
-        base::Clock::Replace({});
+        QCOMPARE(box.IsUnreadable(), !date.isValid());
     }
 
     void Emptied_isNoDateAgain() {
@@ -62,19 +58,34 @@ private slots:
         QVERIFY(!box.date().isValid() && !box.IsUnreadable());
     }
 
+    void Arrows_stepThePartAtTheCaret_data() {
+        Columns<QDate, int, Qt::Key, QString>();
+        const QDate day(2026, 1, 31);
+        Row("month", day, 0, Qt::Key_Up, "2/28/2026");
+        Row("day", day, 2, Qt::Key_Up, "2/1/2026");
+        Row("year", day, 9, Qt::Key_Down, "1/31/2025");
+        Row("last year", QDate(9999, 12, 31), 10, Qt::Key_Up, "12/31/9999");
+        Row("no date", QDate(), 0, Qt::Key_Up, "11/23/2026");
+    }
+
     void Arrows_stepThePartAtTheCaret() {
+        auto [date, caret, key, shown] = Fetch<QDate, int, Qt::Key, QString>();
         toolkit::DateEdit box;
-        box.setDate(QDate(2026, 1, 31));
-        box.home(false);
-        QTest::keyClick(&box, Qt::Key_Up);
-        QCOMPARE(box.text(), u"2/28/2026"_s);
-        box.end(false);
-        QTest::keyClick(&box, Qt::Key_Down);
-        QCOMPARE(box.text(), u"2/28/2025"_s);
-        box.setText(u"12/31/9999"_s);
-        box.end(false);
-        QTest::keyClick(&box, Qt::Key_Up);
-        QCOMPARE(box.text(), u"12/31/9999"_s);
+        box.setDate(date);
+        box.setCursorPosition(caret);
+        QTest::keyClick(&box, key);
+        QCOMPARE(box.text(), shown);
+    }
+
+    void Calendar_givesTheChosenDay() {
+        toolkit::DateEdit box;
+        box.show();
+        QTest::keyClick(&box, Qt::Key_F4);
+        auto* calendar = box.findChild<QCalendarWidget*>();
+        QCOMPARE(calendar->selectedDate(), QDate(2026, 11, 23));
+        emit calendar->activated(QDate(2026, 12, 1));
+        QCOMPARE(box.text(), u"12/1/2026"_s);
+        QVERIFY(!calendar->isVisible());
     }
 };
 
