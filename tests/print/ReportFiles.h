@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
 
 #include "db/Connection.h"
 #include "db/FakeDriver.h"
