@@ -1,16 +1,12 @@
-#include "Rows.h"
 #include "print/ReportPreview.h"
 
-#include <QLabel>
-#include <QLineEdit>
 #include <QPrinter>
-#include <QToolButton>
-#include <QtTest>
+#include <QtWidgets>
 
+#include "Rows.h"
 #include "print/PageView.h"
 #include "print/Printers.h"
 #include "print/ReportFiles.h"
-#include "print/ReportOutput.h"
 #include "toolkit/FileNames.h"
 #include "toolkit/MsgBox.h"
 
@@ -43,29 +39,28 @@ private slots:
 
     void Keys_movePagesAndZoom() {
         QVERIFY(m_pages->Count() > 3);
-        QCOMPARE(m_view->CurrentPage(), 0);
-        QTest::keyClick(m_view, Qt::Key_End);
+        Press(Qt::Key_End);
         QCOMPARE(m_view->CurrentPage(), m_pages->Count() - 1);
         QVERIFY(!Child<QToolButton>("cmdNext")->isEnabled());
-        QTest::keyClick(m_view, Qt::Key_Home);
+        Press(Qt::Key_Home);
         QCOMPARE(m_view->CurrentPage(), 0);
         int presses = 0;
         for (; m_view->CurrentPage() == 0 && presses < 5; ++presses)
-            QTest::keyClick(m_view, Qt::Key_PageDown);
+            Press(Qt::Key_PageDown);
         QVERIFY2(presses > 1 && presses < 4,
                  "a page taller than the window is not skipped half read");
-        QTest::keyClick(m_view, Qt::Key_PageUp);
+        Press(Qt::Key_PageUp);
         QCOMPARE(m_view->CurrentPage(), 0);
         Child<QToolButton>("cmdNext")->click();
-        QCOMPARE(Child<QLabel>("lblPage")->text(), u"Page 2 of %1"_s.arg(m_pages->Count()));
+        QCOMPARE(TextOf("lblPage"), u"Page 2 of %1"_s.arg(m_pages->Count()));
         const double before = m_view->Zoom();
-        QTest::keyClick(m_view, Qt::Key_Plus, Qt::ControlModifier);
+        Press(Qt::Key_Plus, Qt::ControlModifier);
         QCOMPARE(m_view->Zoom(), before * 1.25);
         QCOMPARE(m_view->CurrentPage(), 1);
-        QTest::keyClick(m_view, Qt::Key_Minus, Qt::ControlModifier);
+        Press(Qt::Key_Minus, Qt::ControlModifier);
         QCOMPARE(m_view->Zoom(), before);
         for (int i = 0; i < 30; ++i)
-            QTest::keyClick(m_view, Qt::Key_Minus, Qt::ControlModifier);
+            Press(Qt::Key_Minus, Qt::ControlModifier);
         QCOMPARE(m_view->Zoom(), 0.25);
     }
 
@@ -77,30 +72,27 @@ private slots:
         m_preview->resize(900, 700);
         QTest::qWait(0);
         QCOMPARE(m_view->Zoom(), 1.0);
-        Child<QToolButton>("cmdFitWidth")->click();
+        Press(Qt::Key_0, Qt::ControlModifier);
         QCOMPARE(m_view->Zoom(), narrow);
     }
 
     void Find_goesRoundAndScrolls() {
-        QTest::keyClick(m_view, Qt::Key_F, Qt::ControlModifier);
+        Press(Qt::Key_F, Qt::ControlModifier);
         auto* box = Child<QLineEdit>("txtFind");
         QTRY_VERIFY(box->hasFocus());
         QTest::keyClicks(box, u"PATIENT 299"_s);
         QTest::keyClick(box, Qt::Key_Return);
-        QCOMPARE(Found(), u"1 of 1"_s);
+        QCOMPARE(TextOf("lblFound"), u"1 of 1"_s);
         QCOMPARE(m_view->CurrentPage(), m_pages->Count() - 1);
         box->setText(u"patient 10"_s);  // 10 and 100 to 109
         m_view->GoToPage(0);
-        QTest::keyClick(box, Qt::Key_F3);
-        QCOMPARE(Found(), u"1 of 11"_s);
-        QTest::keyClick(box, Qt::Key_F3);
-        QCOMPARE(Found(), u"2 of 11"_s);
+        const auto isFound = [&](int hit, Qt::KeyboardModifiers modifiers = {}) {
+            QTest::keyClick(box, Qt::Key_F3, modifiers);
+            return TextOf("lblFound") == u"%1 of 11"_s.arg(hit);
+        };
+        QVERIFY(isFound(1) && isFound(2));
         QVERIFY(m_view->CurrentPage() > 0);
-        QTest::keyClick(box, Qt::Key_F3, Qt::ShiftModifier);
-        QTest::keyClick(box, Qt::Key_F3, Qt::ShiftModifier);
-        QCOMPARE(Found(), u"11 of 11"_s);
-        QTest::keyClick(box, Qt::Key_F3);
-        QCOMPARE(Found(), u"1 of 11"_s);
+        QVERIFY(isFound(1, Qt::ShiftModifier) && isFound(11, Qt::ShiftModifier) && isFound(1));
         // The pages are turned from the box, too, and Esc ends the search before the window.
         m_view->GoToPage(1);
         const int top = m_view->verticalScrollBar()->value();
@@ -112,20 +104,15 @@ private slots:
         m_view->GoToPage(m_pages->Count() - 1);
         box->setText(u"patient"_s);
         QTest::keyClick(box, Qt::Key_Return);
-        QVERIFY(!Found().startsWith(u"1 "));
+        QVERIFY(!TextOf("lblFound").startsWith(u"1 "));
         QCOMPARE(m_view->CurrentPage(), m_pages->Count() - 1);
-    }
-
-    void Find_saysWhenNothingIsThere() {
-        auto* box = Child<QLineEdit>("txtFind");
-        box->setText(u"nobody"_s);
-        m_preview->FindNext();
-        m_preview->FindPrevious();
-        QCOMPARE(Found(), u"Not found"_s);
-        box->clear();
-        QCOMPARE(Found(), QString());
-        m_preview->FindNext();
-        QCOMPARE(Found(), u"Not found"_s);
+        for (const QString& nobody : {u"nobody"_s, QString()}) {
+            box->setText(nobody);
+            QCOMPARE(TextOf("lblFound"), QString());
+            m_preview->FindNext();
+            m_preview->FindPrevious();
+            QCOMPARE(TextOf("lblFound"), u"Not found"_s);
+        }
     }
 
     void Painting_showsTextAndMarks() {
@@ -149,91 +136,84 @@ private slots:
 
     void SaveAsPdf_writesWhatIsShown() {
         toolkit::FileNameScript names;
-        toolkit::BoxScript boxes;
-        const QString name = m_files->Folder() + u"/list"_s;
-        names.Answer(name);
-        QTest::keyClick(m_view, Qt::Key_S, Qt::ControlModifier);
-        QCOMPARE(names.Asked(), QStringList(u"CAPD Visits- 3-9-2026.pdf"_s));
-        QFile file(name + u".pdf"_s);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray saved = file.readAll();
-        QVERIFY(saved.contains("/Count " + QByteArray::number(m_pages->Count())));
-        names.Answer(QString());
+        names.Answer(m_files->Folder() + u"/list"_s);
+        names.Answer({});
+        Press(Qt::Key_S, Qt::ControlModifier);
         m_preview->SaveAsPdf();
-        QCOMPARE(names.Leftovers() + boxes.Leftovers(), QStringList());
-    }
-
-    void SaveAsPdf_tellsAFailureAndLeavesNoHalfFile_data() {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("no such folder") << u"nowhere/list.pdf"_s;
-        QTest::newRow("a folder of that name") << u"folder.pdf"_s;
+        QCOMPARE(names.Asked(), QStringList(2, u"CAPD Visits- 3-9-2026.pdf"_s));
+        const QByteArray pdf = Saved(u"list.pdf"_s);
+        QVERIFY(pdf.startsWith("%PDF-") && pdf.trimmed().endsWith("%%EOF"));
+        QVERIFY(pdf.contains("/Count " + QByteArray::number(m_pages->Count())));
+        // Fonts that tell which letters they draw: what makes the text searchable.
+        QVERIFY(pdf.contains("/ToUnicode"));
     }
 
     void SaveAsPdf_tellsAFailureAndLeavesNoHalfFile() {
-        QFETCH(QString, name);
         const QDir folder(m_files->Folder());
         QVERIFY(folder.mkdir(u"folder.pdf"_s));
         const QStringList before = folder.entryList();
-        toolkit::FileNameScript names;
-        toolkit::BoxScript boxes;
-        names.Answer(folder.filePath(name));
-        boxes.Answer(toolkit::BoxAnswer::Ok);
-        m_preview->SaveAsPdf();
-        QCOMPARE(names.Leftovers() + boxes.Leftovers(), QStringList());
-        QVERIFY(boxes.Shown()[0].Text.startsWith(
-            u"The report could not be saved as %1."_s.arg(folder.filePath(name))));
-        QCOMPARE(folder.entryList(), before);
+        for (const QString& file : {u"nowhere/list.pdf"_s, u"folder.pdf"_s}) {
+            toolkit::FileNameScript names;
+            names.Answer(folder.filePath(file));
+            QVERIFY(Told([this] { m_preview->SaveAsPdf(); })
+                        .startsWith(
+                            u"The report could not be saved as %1."_s.arg(folder.filePath(file))));
+            QCOMPARE(folder.entryList(), before);
+        }
     }
 
     void Print_saysWhenThereIsNoPrinter_data() {
         Columns<int, QString>();
-        QTest::newRow("none") << 0 << u"No printer is set up. Save as PDF instead."_s;
-        QTest::newRow("a service that hangs")
-            << 6 << u"The printers of this workstation do not answer. Save as PDF instead."_s;
+        Row("none", 0, "No printer is set up. Save as PDF instead.");
+        Row("a service that hangs", 6,
+            "The printers of this workstation do not answer. Save as PDF instead.");
     }
 
     void Print_saysWhenThereIsNoPrinter() {
         auto [hangs, said] = Fetch<int, QString>();
-        print::Printers::Replace([hangs] {
+        print::Printers::Replace([hangs = hangs] {
             QThread::sleep(static_cast<unsigned long>(hangs));
             return QStringList();
         });
-        toolkit::BoxScript boxes;
-        boxes.Answer(toolkit::BoxAnswer::Ok);
-        QTest::keyClick(m_view, Qt::Key_P, Qt::ControlModifier);
-        QCOMPARE(boxes.Leftovers(), QStringList());
-        QCOMPARE(boxes.Shown()[0].Text, said);
+        QCOMPARE(Told([this] { Press(Qt::Key_P, Qt::ControlModifier); }), said);
     }
 
     void PrintPages_printsTheChosenPagesOnly() {
-        const QString name = m_files->Folder() + u"/printed.pdf"_s;
-        auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
-        printer->setOutputFileName(name);
-        printer->setPageSize(QPageSize(QPageSize::A5));
         QString fault;
-        print::Printers::Start(m_pages, std::move(printer), 1, 2,
-                               [&fault](const QString& what) { fault = what; });
-        QByteArray printed;
-        QTRY_VERIFY([&] {
-            QFile file(name);
-            printed = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-            return printed.trimmed().endsWith("%%EOF");
-        }());
-        QVERIFY(printed.contains("/Count 2"));
+        const auto print = [&](const QString& file, int first, int last) {
+            auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+            printer->setOutputFileName(file);
+            print::Printers::Start(m_pages, std::move(printer), first, last,
+                                   [&fault](const QString& what) { fault = what; });
+        };
+        print(m_files->Folder() + u"/printed.pdf"_s, 1, 2);
+        QTRY_VERIFY(Saved(u"printed.pdf"_s).trimmed().endsWith("%%EOF"));
+        QVERIFY(Saved(u"printed.pdf"_s).contains("/Count 2"));
         QCOMPARE(fault, QString());
-        auto broken = std::make_shared<QPrinter>(QPrinter::HighResolution);
-        broken->setOutputFileName(u"/nowhere/printed.pdf"_s);
-        print::Printers::Start(m_pages, std::move(broken), 0, 0,
-                               [&fault](const QString& what) { fault = what; });
+        print(u"/nowhere/printed.pdf"_s, 0, 0);
         QTRY_VERIFY(fault.contains(u"cannot be started"));
     }
 
 private:
     template <typename Widget>
     Widget* Child(const char* name) const {
-        return m_preview->findChild<Widget*>(QString::fromLatin1(name));
+        return m_preview->findChild<Widget*>(QLatin1String(name));
     }
-    QString Found() const { return Child<QLabel>("lblFound")->text(); }
+    QString TextOf(const char* name) const { return Child<QLabel>(name)->text(); }
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(m_view, key, modifiers);
+    }
+    /// What the one box said that `act` brings.
+    static QString Told(const std::function<void()>& act) {
+        toolkit::BoxScript boxes;
+        boxes.Answer(toolkit::BoxAnswer::Ok);
+        act();
+        return boxes.Leftovers().isEmpty() ? boxes.Shown()[0].Text : u"no box, or another"_s;
+    }
+    QByteArray Saved(const QString& name) const {
+        QFile file(m_files->Folder() + u'/' + name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
 
     std::shared_ptr<const print::ReportPages> m_pages;
     std::unique_ptr<ReportFiles> m_files;
