@@ -16,13 +16,12 @@ constexpr int kInvalidCall = 5;
 
 }  // namespace
 
-void ReportTable::SetLogOnInfo(const QString& server, const QString& database, const QString&,
+void ReportTable::SetLogOnInfo(const QString&, const QString& database, const QString&,
                                const QString& password) {
     if (!password.isEmpty())
         throw base::RuntimeError(
             kInvalidCall,
             QStringLiteral("A report reads over the session's connection: it takes no password."));
-    Server = server;
     Database = database;
 }
 
@@ -67,7 +66,7 @@ std::shared_ptr<Report> Report::OpenReport(const QString& path) {
     impl.Definition = ReadReportDefinition(path);
     impl.Title = impl.Definition.Title;
     for (const auto& table : impl.Definition.Tables)
-        impl.Tables.push_back({table.Name, table.Database, {}});
+        impl.Tables.push_back({table.Name, table.Database});
     for (const QString& parameter : impl.Definition.Parameters)
         impl.Parameters.push_back({parameter, {}});
     return report;
@@ -83,10 +82,6 @@ std::vector<ParameterField>& Report::ParameterFields() {
 
 void Report::SetTitle(const QString& title) {
     m_impl->Title = title;
-}
-
-const QString& Report::Title() const {
-    return m_impl->Title;
 }
 
 void Report::ReadRecords(db::Connection& connection) {

@@ -14,9 +14,8 @@ class ReportPages;
 struct ReportTable {
     QString Name;
     QString Database;
-    QString Server;
-    /// Which server and database the table is read from. An empty password opens no session of
-    /// its own: the report reads over the session's connection.
+    /// Which database the table is read from. The report reads over the session's connection: a
+    /// password, which would open another one, is refused.
     void SetLogOnInfo(const QString& server, const QString& database, const QString& user,
                       const QString& password);
 };
@@ -39,7 +38,6 @@ public:
     std::vector<ReportTable>& Tables();
     std::vector<ParameterField>& ParameterFields();
     void SetTitle(const QString& title);
-    const QString& Title() const;
 
     /// Runs the report's query with the parameters and keeps the rows: what is printed later is
     /// what stood in the tables now. Throws base::DatabaseError.

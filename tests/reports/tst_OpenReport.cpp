@@ -1,186 +1,157 @@
-#include "Rows.h"
 #include "reports/OpenReport.h"
 
-#include <QTimer>
-#include <QtTest>
+#include <QtWidgets>
 
-#include "FakeComponents.h"
-#include "base/Clock.h"
-#include "print/PageView.h"
+#include "Rows.h"
+#include "Session.h"
+#include "base/Dates.h"
+#include "base/Numbers.h"
 #include "print/ReportFiles.h"
 #include "reports/UnitReports.h"
 #include "reports/frmReportDate2.h"
-#include "reports/frmReportViewer.h"
-#include "session/modGlobals.h"
+#include "toolkit/DateEdit.h"
 
 using namespace Qt::StringLiterals;
 
+/// How reports are opened, and the unit's three reports over the demo hospital.
 class tst_OpenReport : public QObject {
     Q_OBJECT
 private slots:
+    void initTestCase() { m_session = std::make_unique<Session>(); }
     void init() {
-        m_files = std::make_unique<ReportFiles>();
-        m_server = FakeServer();
-        Answer({u"Name"_s});
-        m_user = std::make_shared<fakes::User>();
-        m_user->Session = std::make_shared<db::Connection>(std::make_unique<FakeDriver>(m_server));
-        modGlobals::gCurrentUser = m_user;
-        base::Clock::Replace([] { return QDateTime(QDate(2026, 3, 10), QTime(9, 30)); });
-        modGlobals::gCompany = u"St. Agnes' Hospital"_s;
-        modGlobals::gAddress1 = u"1 Hill Road"_s;
+        modGlobals::gReport.reset();
+        m_end = QDate::currentDate();
+        m_start = m_end.addDays(-60);
     }
-
-    void cleanup() { modGlobals::gReport.reset(); }
+    void cleanupTestCase() { m_session.reset(); }
 
     void OpenReport_givesParametersInOrder_data() {
         Columns<QStringList, QString>();
-        const auto row = [](const char* name, const QStringList& values, const QString& shown) {
-            QTest::newRow(name) << values << shown;
-        };
-        const QString a = u"a"_s;
-        const QString b = u"b"_s;
-        row("none", {}, u"St. Agnes' Hospital: [][]"_s);
-        row("fewer", {a}, u"St. Agnes' Hospital: [a][]"_s);
-        row("as many", {a, b}, u"St. Agnes' Hospital: [a][b]"_s);
-        row("more", {a, b, u"c"_s}, u"St. Agnes' Hospital: [a][b]"_s);
+        const QStringList values{u"a"_s, u"b"_s, u"c"_s};
+        Row("none", QStringList(), "[][]");
+        Row("fewer", values.first(1), "[a][]");
+        Row("as many", values.first(2), "[a][b]");
+        Row("more", values, "[a][b]");
     }
 
     void OpenReport_givesParametersInOrder() {
         auto [values, shown] = Fetch<QStringList, QString>();
         modMain::OpenReport(
-            m_files->Write(
-                u"<report><query>P</query><header>{{title}}: [{{param.B}}][{{param.A}}]</header>"
+            m_files.Write(
+                u"<report><query>SELECT 1 AS n FROM {{database}}..tbDosage</query>"
+                "<tables><table database=\"A\" name=\"t\"/><table database=\"B\" "
+                "name=\"u\"/></tables>"
+                "<header>{{title}}: [{{param.B}}][{{param.A}}]</header>"
                 "<parameters><parameter name=\"B\"/><parameter name=\"A\"/></parameters></report>"_s),
-            u"CLINICAL_AREA"_s, values);
-        QCOMPARE(modGlobals::gReport->Pages()->Text(0), shown);
-    }
-
-    void OpenReport_logsEveryTableOn() {
-        modMain::OpenReport(
-            m_files->Write(
-                u"<report><query>SELECT 1</query><tables><table database=\"A\" name=\"t\"/>"
-                "<table database=\"B\" name=\"u\"/></tables></report>"_s),
-            u"STATION"_s, {});
-        for (const auto& table : modGlobals::gReport->Tables()) {
-            QCOMPARE(table.Server, u"SERVER"_s);
+            u"STATION"_s, values);
+        QCOMPARE(modGlobals::gReport->Pages()->Text(0), modGlobals::gCompany + u": "_s + shown);
+        for (const auto& table : modGlobals::gReport->Tables())
             QCOMPARE(table.Database, u"STATION"_s);
-        }
-        QCOMPARE(m_server.Steps, QStringList(u"SELECT 1"_s));
     }
 
     void OpenReport_keepsTheReportBeforeOnFailure() {
-        const QString good = m_files->Write(u"<report><query>P</query></report>"_s);
-        modMain::OpenReport(good, {}, {});
-        const auto before = modGlobals::gReport;
-        const QString missing = modMain::ProgramDirectory() + u"/Missing.rpt"_s;
-        QCOMPARE(FaultOf([&] { modMain::OpenReport(missing, {}, {}); }),
-                 u"File not found: "_s + missing);
-        m_server.Answer = [](const QString&, embedded::RowSink&) -> qint64 {
-            throw base::DatabaseError(208, u"Invalid object name 'P'."_s);
+        const auto open = [](const QString& file) {
+            return FaultOf([&] { modMain::OpenReport(file, {}, {}); });
         };
-        QCOMPARE(FaultOf([&] { modMain::OpenReport(good, {}, {}); }),
-                 u"Invalid object name 'P'."_s);
+        const auto query = [this](const char* text) {
+            return m_files.Write(u"<report><query>%1</query></report>"_s.arg(QLatin1String(text)));
+        };
+        QCOMPARE(open(query("SELECT 1 AS n")), u"no error"_s);
+        const auto before = modGlobals::gReport;
+        QCOMPARE(open(u"/nowhere/Slip.rpt"_s), u"File not found: /nowhere/Slip.rpt"_s);
+        QVERIFY(open(query("SELECT * FROM tbNowhere")).contains(u"tbNowhere"));
         QCOMPARE(modGlobals::gReport, before);
     }
 
-    void ShowReport_showsAFreshViewerAndReleasesTheReport() {
-        for (int i = 0; i < 2; ++i) {
-            modMain::OpenReport(m_files->Write(u"<report><query>P</query></report>"_s), {}, {});
-            bool looked = false;
-            QTimer::singleShot(0, this, [&] {
-                auto* viewer = qobject_cast<frmReportViewer*>(QApplication::activeModalWidget());
-                looked = viewer && viewer->windowTitle() == u"CAPD ChargeSlip" &&
-                         viewer->findChild<QWidget*>(u"CRViewer1"_s) && modGlobals::gReport;
-                QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
-            });
-            modMain::ShowReport(false, u"CAPD ChargeSlip"_s, false);
-            QVERIFY(looked);
-            QVERIFY(!modGlobals::gReport);
+    void Patients_listTheWholeRegister() {
+        const QString text = Shown(&modMain::PrintCAPDPatients);
+        const QString numbers = Ask(u"SELECT CAPDNum FROM CLINICAL_AREA..tbCAPDPatient"_s);
+        QVERIFY(numbers.count(u';') > 50);
+        QVERIFY(text.contains(u"Patients on the register: %1\n"_s.arg(numbers.count(u';') + 1)));
+        for (const QString& number : numbers.split(u';'))
+            QVERIFY(text.contains(u'\n' + number + u'\n'));
+    }
+
+    void Visits_listThePeriodsLogBook() {
+        const QString text = Shown(&modMain::PrintCAPDVisits);
+        const QString start = base::ShortDate(m_start);
+        const QString visits =
+            Ask(u"SELECT COUNT(*) FROM CLINICAL_AREA..tbCAPDLogBook WHERE TransDate >= '%1'"_s.arg(
+                start));
+        QVERIFY(visits.toInt() > 20);
+        for (const QString& said : {modGlobals::gCompany, modGlobals::gAddress1, u"by Nurse One"_s,
+                                    u"%1 to %2"_s.arg(start, base::ShortDate(m_end)),
+                                    u"Visits in this period: %1\n"_s.arg(visits)})
+            QVERIFY2(text.contains(said), qPrintable(said + text));
+    }
+
+    void Income_addsUpWhatItsDaysSay() {
+        static const QRegularExpression totals(
+            uR"((Total of|TOTAL INCOME)[^\n]*\n(\d+)\n(-?[\d.]+)\n(-?[\d.]+)\n(-?[\d.]+)\n)"_s);
+        const QString text = Shown(&modMain::PrintIncome);
+        double amount = 0;
+        double discount = 0;
+        int days = 0;
+        QRegularExpressionMatch match;
+        for (auto it = totals.globalMatch(text); it.hasNext(); ++days) {
+            match = it.next();
+            if (match.captured(1) == u"TOTAL INCOME")
+                break;
+            amount += match.captured(3).toDouble();
+            discount += match.captured(4).toDouble();
         }
-        QCOMPARE(frmReportViewer().windowTitle(), u"VIEW REPORT"_s);
+        QVERIFY2(days > 5, qPrintable(text));
+        QCOMPARE(match.captured(1), u"TOTAL INCOME"_s);
+        QCOMPARE(match.captured(3), base::MoneyText(amount));
+        QCOMPARE(match.captured(4), base::MoneyText(discount));
+        QCOMPARE(match.captured(5), base::MoneyText(amount - discount));
     }
 
-    void UnitReports_openWithTheirTitleAndCommand_data() {
-        Columns<int, QString, QString, QStringList, QStringList>();
-        const auto names = [](const char* text) { return QString::fromLatin1(text).split(u' '); };
-        QTest::newRow("patients") << 0 << u"List of CAPD Patients"_s
-                                  << u"CLINICAL_AREA..sp_CAPD_ReportPatients"_s
-                                  << names(
-                                         "CAPDNum HospNum LastName FirstName MiddleName Age Sex "
-                                         "TypeOfPD Status Diagnosis "
-                                         "RegisteredAt LatestVisit Visits")
-                                  << QStringList{u"St. Agnes' Hospital"_s};
-        QTest::newRow("visits")
-            << 1 << u"CAPD Visits Report"_s
-            << u"CLINICAL_AREA..sp_CAPD_ReportVisits '3/10/2026','3/10/2026'"_s
-            << names(
-                   "TransDate IdNum CAPDNum HospNum LastName FirstName MiddleName Age Sex TypeOfPD "
-                   "Purpose Diagnosis Weight BP Remarks")
-            << QStringList{u"St. Agnes' Hospital"_s, u"1 Hill Road"_s, u"3/10/2026 to 3/10/2026"_s,
-                           u"by Nurse One"_s};
-        QTest::newRow("income")
-            << 2 << u"IncomeReport"_s
-            << u"CLINICAL_AREA..sp_CAPD_ReportIncome '3/10/2026','3/10/2026'"_s
-            << names("ChargeDay RevenueID Revenue Kind Lines Amount Discount NetAmount FundPaid")
-            << QStringList{u"St. Agnes' Hospital"_s, u"TOTAL INCOME"_s};
+    void Empty_periodsSaySo() {
+        m_start = m_end = QDate(1990, 1, 1);
+        QVERIFY(
+            Shown(&modMain::PrintCAPDVisits).contains(u"No visit was registered in this period."));
+        QVERIFY(Shown(&modMain::PrintIncome).contains(u"Nothing was charged in this period."));
     }
 
-    void UnitReports_openWithTheirTitleAndCommand() {
-        auto [report, title, command, columns, printed] =
-            Fetch<int, QString, QString, QStringList, QStringList>();
-        Answer(columns);
-        QString shownTitle;
-        QString text;
-        const auto look = [&] {
-            shownTitle = QApplication::activeModalWidget()->windowTitle();
-            text = modGlobals::gReport->Pages()->Text(0);
-            QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
-        };
-        const auto enter = [&] {
-            QTimer::singleShot(0, this, look);
-            QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return);
-        };
-        if (report == 0)
-            QTimer::singleShot(0, this, look);
-        else
-            QTimer::singleShot(0, this, enter);
-        const std::array produce = {&modMain::PrintCAPDPatients, &modMain::PrintCAPDVisits,
-                                    &modMain::PrintIncome};
-        produce[size_t(report)]();
-        QCOMPARE(shownTitle, title);
-        QCOMPARE(m_server.Steps.join(u'|'), command);
-        for (const QString& part : printed)
-            QVERIFY2(text.contains(part), qPrintable(text));
-    }
-
-    void UnitReports_produceNothingWhenCancelled() {
+    void Dates_cancelledProduceNothing() {
         for (const auto produce : {&modMain::PrintCAPDVisits, &modMain::PrintIncome}) {
             QTimer::singleShot(0, this, [] {
                 QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
             });
             produce();
-            QVERIFY(m_server.Steps.isEmpty());
             QVERIFY(!modGlobals::gReport);
         }
     }
 
 private:
-    void Answer(const QStringList& columns) {
-        m_server.Answer = [columns](const QString&, embedded::RowSink& sink) {
-            std::vector<embedded::ResultColumn> kinds;
-            for (const QString& column : columns)
-                kinds.push_back({column, embedded::ColumnKind::Text});
-            sink.BeginResult(kinds);
-            for (qsizetype i = 0; i < columns.size(); ++i)
-                sink.Text("Dela Cruz");
-            sink.EndRow();
-            return qint64(-1);
+    /// All that the viewer shows of a report for the days from m_start to m_end. Closed, it leaves
+    /// no report behind.
+    QString Shown(void (*produce)()) {
+        QString text;
+        const auto look = [&text] {
+            QWidget* viewer = QApplication::activeModalWidget();
+            for (int page = 0; page < modGlobals::gReport->Pages()->Count(); ++page)
+                text += modGlobals::gReport->Pages()->Text(page) + u'\n';
+            QTest::keyClick(viewer, Qt::Key_Escape);
         };
+        QTimer::singleShot(0, this, [&] {
+            auto* dates = qobject_cast<frmReportDate2*>(QApplication::activeModalWidget());
+            if (!dates)
+                return look();
+            dates->findChild<toolkit::DateEdit*>(u"dtStart"_s)->setDate(m_start);
+            dates->findChild<toolkit::DateEdit*>(u"dtEnd"_s)->setDate(m_end);
+            QTimer::singleShot(0, this, look);
+            QTest::keyClick(dates, Qt::Key_Return);
+        });
+        produce();
+        return modGlobals::gReport ? u"the report is left"_s : text;
     }
 
-    std::unique_ptr<ReportFiles> m_files;
-    std::shared_ptr<fakes::User> m_user;
-    FakeServer m_server;
+    std::unique_ptr<Session> m_session;
+    ReportFiles m_files;
+    QDate m_start;
+    QDate m_end;
 };
 
 QTEST_MAIN(tst_OpenReport)
