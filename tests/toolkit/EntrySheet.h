@@ -62,12 +62,15 @@ struct Sheet {
     /// Whatever has dropped down.
     QWidget* PopUp() const { return QApplication::activePopupWidget(); }
     /// Keys by their names, other words letter by letter, to whoever has the keyboard:
-    /// "101 Return", "Ctrl+Del".
+    /// "101 Return", "Ctrl+Del". "@6" clicks on column 6 of the first line, "@Save", "@Close" and
+    /// "@Grid" give the keyboard away and back, "@end" ends the typing as the program does.
     void Press(const QString& keys) {
         const auto target = [this] { return PopUp() ? PopUp() : QApplication::focusWidget(); };
         for (const QString& word : keys.split(u' ')) {
             const QKeyCombination key = QKeySequence(word)[0];
-            if (key.key() != Qt::Key_unknown)
+            if (word.startsWith(u'@'))
+                Act(word.mid(1));
+            else if (key.key() != Qt::Key_unknown)
                 QTest::keyClick(target(), key.key(), key.keyboardModifiers());
             else
                 for (const QChar letter : word)
@@ -77,6 +80,22 @@ struct Sheet {
     void Press(int col, const QString& keys) {
         Grid.SetCol(col);
         Press(keys);
+    }
+    void Act(const QString& what) {
+        if (what == u"Save")
+            Save.setFocus();
+        else if (what == u"Close")
+            Close.setFocus();
+        else if (what == u"Grid")
+            Grid.setFocus();
+        else if (what != u"end")
+            Click(1, what.toInt());
+        try {
+            if (what == u"end")
+                Grid.EndEditMode();
+        } catch (const std::runtime_error&) {
+            // What a handler throws.
+        }
     }
     void Click(int row, int col) {
         const QModelIndex index = Grid.model()->index(row - Grid.FixedRows(), col);

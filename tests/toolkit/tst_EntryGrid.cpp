@@ -15,12 +15,12 @@ class tst_EntryGrid final : public QObject {
     Q_OBJECT
 private slots:
     void Keys_fillALine_data() {
-        Columns<QString, int, QString, QString, int>();
+        Columns<QString, int, QString, QString, int, QString>();
         const auto row = [](const char* keys, int col, const char* state, const char* line,
-                            int commits) {
-            QTest::addRow("%s in column %d", keys, col)
+                            int commits, const char* handler = "takes") {
+            QTest::addRow("%s in column %d, handler %s", keys, col, handler)
                 << QString::fromLatin1(keys) << col << QString::fromLatin1(state)
-                << QString::fromLatin1(line) << commits;
+                << QString::fromLatin1(line) << commits << QString::fromLatin1(handler);
         };
         const char* same = "CY|100|TUBE|STAT|-8|5";
         row("101", kCode, "1,2/2 typing 101", same, 0);
@@ -56,33 +56,55 @@ private slots:
         row("x", kType, "1,4/2", same, 0);
         row("12 Return", kType, "1,6/2", "CY|100|TUBE|STAT|12|5", 1);
         row("half Ctrl+Del", kCode, "1,2/2", "|||||", 0);
+        // However a cell is left, it commits once.
+        row("101 @5", kCode, "1,5/2", "CY|101|TUBE|STAT|-8|5", 1);
+        row("101 @Close", kCode, "1,2/2 Close", "CY|101|TUBE|STAT|-8|5", 1);
+        row("101 @end", kCode, "1,2/2", "CY|101|TUBE|STAT|-8|5", 1);
+        // The clerk's own click says where to go on, but not where the handler keeps the cell.
+        row("101 Down", kCode, "1,5/2", "CY|101|TUBE|STAT|-8|5", 1, "moves");
+        row("101 @1", kCode, "1,1/2", "CY|101|TUBE|STAT|-8|5", 1, "moves");
+        row("CA Return", kDept, "1,1/2", "CA|100|TUBE|STAT|-8|5", 1, "keeps");
+        row("CA @6", kDept, "1,1/2", "CA|100|TUBE|STAT|-8|5", 1, "keeps");
+        row("CA @6 @6", kDept, "1,6/2", "CA|100|TUBE|STAT|-8|5", 1, "keeps");
+        row("ZZ Return", kDept, "1,1/2 typing ZZ", same, 1, "refuses");
+        row("ZZ Return @6 @end", kDept, "1,1/2 typing ZZ", same, 3, "refuses");
+        row("ZZ Return Esc", kDept, "1,1/2", same, 1, "refuses");
+        // What was refused is selected: typing on replaces it.
+        row("ZZ Return CA Return", kDept, "1,2/2", "CA|100|TUBE|STAT|-8|5", 2, "refuses");
+        row("r Return", kType, "1,4/2", same, 1, "refuses");
+        // A refusal by the keyboard's going is told once.
+        row("ZZ @Close", kDept, "1,1/2 typing ZZ Close", same, 1, "refuses");
+        row("ZZ @Close @Grid @Save", kDept, "1,1/2 typing ZZ Save", same, 1, "refuses");
+        row("ZZ @Close @end", kDept, "1,1/2 typing ZZ Close", same, 2, "refuses");
+        row("CA Return", kDept, "1,1/2", "|100|TUBE|STAT|-8|5", 1, "clears");
+        row("CA @end", kDept, "1,1/2 typing CA", same, 1, "throws");
+        row("CA @end @end", kDept, "1,1/2 typing CA", same, 2, "throws");
     }
 
     void Keys_fillALine() {
-        auto [keys, col, state, line, commits] = Fetch<QString, int, QString, QString, int>();
+        const auto [keys, col, state, line, commits, handler] =
+            Fetch<QString, int, QString, QString, int, QString>();
         Sheet sheet;
+        EntryGrid& grid = sheet.Grid;
+        sheet.OnCommit = [&grid, handler = handler](int row, int col) {
+            if (handler == u"moves")
+                grid.SetCol(kQuantity);
+            if (handler == u"keeps")
+                grid.SetCol(col);
+            if (handler == u"clears")
+                grid.SetTextMatrix(row, col, {});
+            if (handler == u"clears" ||
+                (handler == u"refuses" && grid.TextMatrix(row, col) != u"CA"))
+                grid.RefuseCommit();
+            if (handler == u"throws")
+                throw std::runtime_error("the server is gone");
+        };
         sheet.Write(1, kLine);
         sheet.Press(col, keys);
         QVERIFY(!sheet.PopUp());
         QCOMPARE(sheet.State(), state);
         QCOMPARE(sheet.Line(), line);
         QCOMPARE(sheet.Commits.size(), commits);
-    }
-
-    void Cell_commitsOnceHoweverItIsLeft() {
-        const std::pair<std::function<void(Sheet&)>, QString> ways[] = {
-            {[](Sheet& sheet) { sheet.Click(1, kQuantity); }, u"1,5/2"_s},
-            {[](Sheet& sheet) { sheet.Close.setFocus(); }, u"1,2/2 Close"_s},
-            {[](Sheet& sheet) { sheet.Grid.SetCol(kAmount); }, u"1,6/2"_s},
-            {[](Sheet& sheet) { sheet.Grid.EndEditMode(); }, u"1,2/2"_s}};
-        for (const auto& [leave, state] : ways) {
-            Sheet sheet;
-            sheet.Press(kCode, u"101"_s);
-            leave(sheet);
-            QCOMPARE(sheet.State(), state);
-            QCOMPARE(sheet.Line(), u"|101||||"_s);
-            QCOMPARE(sheet.Commits, QList<QPoint>{QPoint(1, kCode)});
-        }
     }
 
     void Line_isBegunOnlyBehindOneThatCounts() {
@@ -124,14 +146,16 @@ private slots:
         QCOMPARE(sheet.Grid.Sum(kAmount, 2, 1), 0.0);
         QCOMPARE(sheet.Grid.TextMatrix(5, 1), QString());
         QVERIFY_EXCEPTION_THROWN(sheet.Grid.SetTextMatrix(5, 1, {}), base::RuntimeError);
+        sheet.Press(kDept, u"CA"_s);
         sheet.Grid.SetCell(40, 40);
         QCOMPARE(sheet.State(), u"4,7/5"_s);
+        QCOMPARE(sheet.Commits, QList<QPoint>{QPoint(1, kDept)});
         QCOMPARE(sheet.Grid.model()->headerData(1, Qt::Horizontal).toString(), u"Dept."_s);
-        sheet.Press(kDept, u"CA"_s);
+        sheet.Press(u"Home x"_s);
         sheet.Grid.Reinitialise();
         QCOMPARE(sheet.State(), u"1,1/5"_s);
         QCOMPARE(sheet.Grid.TextMatrix(0, 1), QString());
-        QCOMPARE(sheet.Commits.size(), 0);
+        QCOMPARE(sheet.Commits.size(), 1);
     }
 
     void Widths_hideAndMeasure() {
@@ -150,73 +174,6 @@ private slots:
         sheet.Press(u"Esc"_s);
         QCOMPARE(sheet.State(), u"1,1/2 Close"_s);
         QVERIFY(sheet.Window.isVisible());
-    }
-
-    void Handler_movesTheCursor() {
-        Sheet sheet;
-        sheet.OnCommit = [&](int, int col) { sheet.Grid.SetCol(col == kDept ? kDept : kQuantity); };
-        sheet.Press(u"CA Return"_s);
-        QCOMPARE(sheet.State(), u"1,1/2"_s);
-        sheet.Press(u"Return 101 Down"_s);
-        QCOMPARE(sheet.State(), u"1,5/2"_s);
-        // The clerk's own click says where to go on, but not where the handler keeps the cell.
-        sheet.Press(kCode, u"102"_s);
-        sheet.Click(1, kDept);
-        QCOMPARE(sheet.State(), u"1,1/2"_s);
-        sheet.Press(u"CB"_s);
-        sheet.Click(1, kAmount);
-        QCOMPARE(sheet.State(), u"1,1/2"_s);
-        sheet.Click(1, kAmount);
-        QCOMPARE(sheet.State(), u"1,6/2"_s);
-        QCOMPARE(sheet.Commits.size(), 4);
-    }
-
-    void Refused_textIsTypedOnButNotKept() {
-        Sheet sheet;
-        sheet.Write(1, u"CY"_s);
-        sheet.OnCommit = [&](int, int) {
-            if (sheet.Grid.TextMatrix(1, kDept) != u"CA")
-                sheet.Grid.RefuseCommit();
-        };
-        sheet.Press(u"ZZ Return"_s);
-        QCOMPARE(sheet.State(), u"1,1/2 typing ZZ"_s);
-        QCOMPARE(sheet.Line(), u"CY|||||"_s);
-        sheet.Click(1, kAmount);
-        QVERIFY(!sheet.Grid.EndEditMode());
-        QCOMPARE(sheet.State(), u"1,1/2 typing ZZ"_s);
-        QCOMPARE(sheet.Commits.size(), 3);
-        // What was refused is selected: typing on replaces it.
-        sheet.Press(u"CA Return"_s);
-        QCOMPARE(sheet.State(), u"1,2/2"_s);
-        sheet.Press(kDept, u"Q Return Esc"_s);
-        QCOMPARE(sheet.State(), u"1,1/2"_s);
-        QCOMPARE(sheet.Line(), u"CA|||||"_s);
-    }
-
-    void Refused_byFocusIsToldOnce() {
-        Sheet sheet;
-        sheet.OnCommit = [&](int, int) { sheet.Grid.RefuseCommit(); };
-        sheet.Press(u"ZZ"_s);
-        sheet.Close.setFocus();
-        QCOMPARE(sheet.State(), u"1,1/2 typing ZZ Close"_s);
-        sheet.Grid.setFocus();
-        sheet.Save.setFocus();
-        QCOMPARE(sheet.Commits.size(), 1);
-        QVERIFY(!sheet.Grid.EndEditMode());
-        QCOMPARE(sheet.Commits.size(), 2);
-        QCOMPARE(sheet.State(), u"1,1/2 typing ZZ Save"_s);
-    }
-
-    void Handler_thatThrowsRefuses() {
-        Sheet sheet;
-        sheet.OnCommit = [](int, int) { throw std::runtime_error("server gone"); };
-        sheet.Press(u"CA"_s);
-        QVERIFY_EXCEPTION_THROWN(sheet.Grid.EndEditMode(), std::runtime_error);
-        QCOMPARE(sheet.State(), u"1,1/2 typing CA"_s);
-        sheet.OnCommit = nullptr;
-        sheet.Press(u"Return"_s);
-        QCOMPARE(sheet.Line(), u"CA|||||"_s);
-        QCOMPARE(sheet.Commits.size(), 2);
     }
 
     void Handler_withADialogCommitsOnce() {
@@ -240,17 +197,6 @@ private slots:
         sheet.Close.setFocus();
         QCOMPARE(sheet.Commits.size(), 2);
         QCOMPARE(sheet.Line(), u"CA|101|TUBE|||"_s);
-    }
-
-    void Handler_mayClearTheCellAndStay() {
-        Sheet sheet;
-        sheet.OnCommit = [&](int row, int col) {
-            sheet.Grid.SetTextMatrix(row, col, {});
-            sheet.Grid.RefuseCommit();
-        };
-        sheet.Press(u"CA Return"_s);
-        QCOMPARE(sheet.State(), u"1,1/2"_s);
-        QCOMPARE(sheet.Line(), u"|||||"_s);
     }
 
     void Handler_mayDestroyTheGrid() {

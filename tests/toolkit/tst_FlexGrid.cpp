@@ -3,36 +3,23 @@
 #include <QtTest>
 
 #include "Rows.h"
+#include "RowsOf.h"
 #include "db/FakeDriver.h"
 #include "toolkit/Theme.h"
 #include "toolkit/Twips.h"
 
-using namespace Qt::StringLiterals;
 using namespace toolkit;
-using embedded::ColumnKind;
 
 namespace {
 
 const QStringList kFields{u"trans. no"_s, u"Exam"_s};
-const QString kThree = u"101 CHEST,102 ,103 SKULL"_s;
+const QString kThree = u"101|CHEST|12.5;102||12.5;103|SKULL|12.5"_s;
 
-/// "number exam,number exam", null for each empty text, with an amount of 12.5.
-std::shared_ptr<db::RowStore> RowsOf(const QString& lines) {
-    auto rows = std::make_shared<db::RowStore>();
-    rows->BeginResult({{u"TRANS. NO"_s, ColumnKind::Text},
-                       {u"EXAM"_s, ColumnKind::Text},
-                       {u"Amount"_s, ColumnKind::Double}});
-    for (const QString& line : lines.split(u',', Qt::SkipEmptyParts)) {
-        for (const QString& text : line.split(u' ')) {
-            if (text.isEmpty())
-                rows->Null();
-            else
-                rows->Text(text.toStdString());
-        }
-        rows->Double(12.5);
-        rows->EndRow();
-    }
-    return rows;
+std::shared_ptr<db::RowStore> ExamsOf(const QString& lines) {
+    return RowsOf({{u"TRANS. NO"_s, ColumnKind::Text},
+                   {u"EXAM"_s, ColumnKind::Text},
+                   {u"Amount"_s, ColumnKind::Double}},
+                  lines);
 }
 
 /// The header and the rows of a column.
@@ -49,7 +36,7 @@ struct Shown {
 
     Shown() {
         Grid.SetFormatString(u" |<Trans. No |<Exam. Name               "_s);
-        Grid.FillFrom(RowsOf(kThree), kFields);
+        Grid.FillFrom(ExamsOf(kThree), kFields);
         Grid.resize(500, 300);
         Grid.show();
         Grid.setFocus();
@@ -68,18 +55,18 @@ private slots:
     void Fill_showsEveryRecord_data() {
         Columns<QString, QString>();
         Row("none", "", "|");
-        Row("one", "1 a", "|a");
-        Row("first number empty", " a,2 b,3 c", "|a|b|c");
-        Row("later number empty", "1 a, b,3 c", "|a|b|c");
-        Row("all numbers empty", " a, b", "|a|b");
-        Row("an empty text", "1 a,2 ,3 c", "|a||c");
+        Row("one", "1|a", "|a");
+        Row("first number empty", "|a;2|b;3|c", "|a|b|c");
+        Row("later number empty", "1|a;|b;3|c", "|a|b|c");
+        Row("all numbers empty", "|a;|b", "|a|b");
+        Row("an empty text", "1|a;2|;3|c", "|a||c");
     }
 
     void Fill_showsEveryRecord() {
         auto [lines, shown] = Fetch<QString, QString>();
         FlexGrid grid;
         grid.SetCols(4);
-        grid.FillFrom(RowsOf(lines), {kFields[0], kFields[1], {}});
+        grid.FillFrom(ExamsOf(lines), {kFields[0], kFields[1], {}});
         QCOMPARE(Texts(grid, 2), shown);
         QCOMPARE(Texts(grid, 3), QString(shown.count(u'|'), u'|'));
     }
@@ -87,19 +74,19 @@ private slots:
     void Fill_appendsUntilCleared() {
         FlexGrid grid;
         grid.SetCols(3);
-        grid.FillFrom(RowsOf(kThree), kFields);
-        grid.FillFrom(RowsOf(u"201 ARM"_s), kFields);
+        grid.FillFrom(ExamsOf(kThree), kFields);
+        grid.FillFrom(ExamsOf(u"201|ARM"_s), kFields);
         QCOMPARE(Texts(grid, 1), u"|101|102|103|201"_s);
         grid.Clear();
         QCOMPARE(Texts(grid, 1), u"||||"_s);
         grid.SetRows(2);
-        grid.FillFrom(RowsOf(u"201 ARM"_s), kFields);
+        grid.FillFrom(ExamsOf(u"201|ARM"_s), kFields);
         QCOMPARE(Texts(grid, 2), u"|ARM"_s);
     }
 
     void Fill_refusesAnUnknownField() {
         FlexGrid grid;
-        const auto error = ErrorOf([&] { grid.FillFrom(RowsOf(kThree), {u"Doctor"_s}); });
+        const auto error = ErrorOf([&] { grid.FillFrom(ExamsOf(kThree), {u"Doctor"_s}); });
         QCOMPARE(error.Number(), 3265);
         QVERIFY(error.Description().contains(u"Doctor"));
         QCOMPARE(grid.Rows(), 2);
@@ -131,14 +118,14 @@ private slots:
         grid.SetColWidth(0, 100);
         grid.SetColWidth(1, 2400);
         grid.SetColWidth(2, 0);
-        grid.Bind(RowsOf(u" first,5 numbered"_s));
+        grid.Bind(ExamsOf(u"|first|12.5;5|numbered|7"_s));
         QCOMPARE(grid.Cols(), 4);
         QCOMPARE(Texts(grid, 1), u"TRANS. NO||5"_s);
         QCOMPARE(Texts(grid, 2), u"EXAM|first|numbered"_s);
-        QCOMPARE(Texts(grid, 3), u"Amount|12.5|12.5"_s);
+        QCOMPARE(Texts(grid, 3), u"Amount|12.5|7"_s);
         QCOMPARE(grid.columnWidth(0), Twips(100, &grid));
         QVERIFY(grid.isColumnHidden(2));
-        grid.Bind(RowsOf({}));
+        grid.Bind(ExamsOf({}));
         QCOMPARE(Texts(grid, 2), u"EXAM|"_s);
         grid.Bind(nullptr);
         QCOMPARE(Texts(grid, 2), u"|"_s);
@@ -169,7 +156,7 @@ private slots:
         QCOMPARE(clicked, (QList<QVariantList>{{1}, {3}, {3}}));
         QCOMPARE(opened, (QList<QVariantList>{{3}, {3}}));
         // A new filling is not the user's move.
-        shown.Grid.Bind(RowsOf(kThree));
+        shown.Grid.Bind(ExamsOf(kThree));
         QCOMPARE(shown.Grid.Row(), 1);
         QCOMPARE(changed, (QList<QVariantList>{{3}}));
     }

@@ -3,42 +3,26 @@
 #include <QtTest>
 
 #include "Rows.h"
+#include "RowsOf.h"
 #include "db/FakeDriver.h"
 #include "toolkit/Twips.h"
 
-using namespace Qt::StringLiterals;
 using namespace toolkit;
-using embedded::ColumnKind;
 
 namespace {
 
 const std::vector<ListColumn> kColumns{
     {u" No."_s, 1000, u"Number"_s}, {u" Name"_s, 1500, u"Name"_s}, {u" Seen"_s, 1900, u"Seen"_s}};
 
-std::shared_ptr<db::RowStore> EmptyRows() {
-    auto rows = std::make_shared<db::RowStore>();
-    rows->BeginResult({{u"Name"_s, ColumnKind::Text},
-                       {u"NUMBER"_s, ColumnKind::Double},
-                       {u"Seen"_s, ColumnKind::DateTime}});
-    return rows;
-}
+const QString kFour =
+    u"Pérez|9|2026-02-01 00:00:00.000;perez|10.5|2025-11-22 08:30:00.000;||;"
+    "Perla|-2|2026-01-31 23:59:59.000"_s;
 
-void AddRow(db::RowStore& rows, const char* name, double number, const char* seen) {
-    rows.Text(name);
-    rows.Double(number);
-    rows.DateTime(seen);
-    rows.EndRow();
-}
-
-std::shared_ptr<db::RowStore> FourRows() {
-    auto rows = EmptyRows();
-    AddRow(*rows, "Pérez", 9, "2026-02-01 00:00:00.000");
-    AddRow(*rows, "perez", 10.5, "2025-11-22 08:30:00.000");
-    for (int column = 0; column < 3; ++column)
-        rows->Null();
-    rows->EndRow();
-    AddRow(*rows, "Perla", -2, "2026-01-31 23:59:59.000");
-    return rows;
+std::shared_ptr<db::RowStore> VisitsOf(const QString& lines) {
+    return RowsOf({{u"Name"_s, ColumnKind::Text},
+                   {u"NUMBER"_s, ColumnKind::Double},
+                   {u"Seen"_s, ColumnKind::DateTime}},
+                  lines);
 }
 
 QString Texts(const RowListModel& model, int column) {
@@ -57,7 +41,7 @@ struct Shown {
 
     Shown() {
         List.SetListModel(&Model, kColumns);
-        Model.SetRows(FourRows());
+        Model.SetRows(VisitsOf(kFour));
         List.resize(600, 300);
         List.show();
     }
@@ -84,7 +68,7 @@ private slots:
     void Sort_comparesByKind() {
         auto [column, ascending, descending] = Fetch<int, QString, QString>();
         RowListModel model(kColumns);
-        model.SetRows(FourRows());
+        model.SetRows(VisitsOf(kFour));
         model.sort(column, Qt::AscendingOrder);
         QCOMPARE(Texts(model, column), ascending);
         model.sort(column, Qt::DescendingOrder);
@@ -92,11 +76,8 @@ private slots:
     }
 
     void Sort_keepsEqualRowsInTheirOrder() {
-        auto rows = EmptyRows();
-        for (int number = 0; number < 6; ++number)
-            AddRow(*rows, number % 2 ? "CRUZ" : "cruz ", number, "");
         RowListModel model(kColumns);
-        model.SetRows(rows);
+        model.SetRows(VisitsOf(u"cruz |0|;CRUZ|1|;cruz |2|;CRUZ|3|;cruz |4|;CRUZ|5|"_s));
         for (const auto order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
             model.sort(1, order);
             QCOMPARE(Texts(model, 0), u"0|1|2|3|4|5"_s);
@@ -124,16 +105,16 @@ private slots:
         QCOMPARE(shown.Model.SourceRow(3), 1);
         QVERIFY(shown.List.selectionModel()->isRowSelected(3));
         // It holds for rows that come later.
-        shown.Model.SetRows(FourRows());
+        shown.Model.SetRows(VisitsOf(kFour));
         QCOMPARE(Texts(shown.Model, 0), u"|-2|9|10.5"_s);
     }
 
     void Rows_withoutAColumnAreRefused() {
-        auto rows = std::make_shared<db::RowStore>();
-        rows->BeginResult({{u"Number"_s, ColumnKind::Integer}});
         RowListModel model(kColumns);
-        model.SetRows(FourRows());
-        const auto error = ErrorOf([&] { model.SetRows(rows); });
+        model.SetRows(VisitsOf(kFour));
+        const auto error = ErrorOf([&] {
+            model.SetRows(RowsOf({{u"Number"_s, ColumnKind::Integer}}, {}));
+        });
         QCOMPARE(error.Number(), 3265);
         QVERIFY(error.Description().contains(u"Name"_s));
         QCOMPARE(model.rowCount(), 4);
@@ -195,8 +176,7 @@ private slots:
         QVERIFY(shown.List.columnWidth(2) >=
                 shown.List.fontMetrics().horizontalAdvance(u"11/22/2025 8:30:00 AM"_s));
         // Nor wider with each search.
-        const auto rows = EmptyRows();
-        AddRow(*rows, QByteArray(500, 'x').constData(), 1, "2026-01-31 23:59:59.000");
+        const auto rows = VisitsOf(QString(500, u'x') + u"|1|"_s);
         shown.Model.SetRows(rows);
         const int width = shown.List.columnWidth(1);
         shown.Model.SetRows(rows);
