@@ -116,18 +116,16 @@ private slots:
     }
 
     void Painting_showsTextAndMarks() {
-        const auto pixels = [this](QRgb wanted) {
+        const auto pixels = [this](const QColor& colour) {
             const QImage image = m_view->viewport()->grab().toImage();
             int count = 0;
-            for (int y = 0; y < image.height(); ++y) {
-                for (int x = 0; x < image.width(); ++x)
-                    count += image.pixel(x, y) == wanted;
-            }
+            for (int place = 0; place < image.width() * image.height(); ++place)
+                count += image.pixelColor(place % image.width(), place / image.width()) == colour;
             return count;
         };
-        const QRgb marked = qRgb(255, 190, 70);
-        QVERIFY(pixels(qRgb(255, 255, 255)) > 100000);
-        QVERIFY(pixels(qRgb(0, 0, 0)) > 100);
+        const QColor marked(255, 190, 70);
+        QVERIFY(pixels(Qt::white) > 100000);
+        QVERIFY(pixels(Qt::black) > 100);
         QCOMPARE(pixels(marked), 0);
         Child<QLineEdit>("txtFind")->setText(u"patient 5."_s);
         m_preview->FindNext();

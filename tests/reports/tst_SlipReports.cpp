@@ -3,7 +3,6 @@
 #include "Rows.h"
 #include "Session.h"
 #include "base/Numbers.h"
-#include "db/CommandText.h"
 #include "print/ReportPages.h"
 #include "reports/OpenReport.h"
 
@@ -54,8 +53,8 @@ private slots:
                                      .split(u'|');
         const double paid = slip[1].toDouble();
         const bool withFunds = file == kWithFunds && lines > 0;
-        Do(db::Call(u"RADIOLOGY..spRadio_GenerateChargeSlip"_s,
-                    {lines > 0 ? slip[0] : u"none"_s, u"4601"_s}));
+        Do(u"RADIOLOGY..spRadio_GenerateChargeSlip '%1','4601'"_s.arg(lines > 0 ? slip[0]
+                                                                                : u"none"_s));
         const QStringList texts = Open(file);
         QCOMPARE(texts.size(), pages);
         for (const QString& said :
@@ -118,11 +117,12 @@ private:
         for (int n = 1; n <= lines; ++n) {
             const double amount = n * 10.05;
             const double discount = base::RoundDecimal(amount / 10, 2);
-            connection.Execute(db::Call(
-                u"CLINICAL_AREA..sp_CAPD_PrintChargeSlip"_s,
-                {QString::number(100 + n), u"DIALYSIS SOLUTION 1.5% 2 L, LINE %1"_s.arg(n),
-                 QString::number(n), u"10.05"_s, base::PlainText(amount), u"CA"_s, u"4601"_s,
-                 base::PlainText(discount), base::PlainText(amount - discount)}));
+            connection.Execute(
+                u"CLINICAL_AREA..sp_CAPD_PrintChargeSlip '%1','DIALYSIS SOLUTION, LINE "
+                "%2','%2','10.05','%3','CA','4601','%4','%5'"_s.arg(100 + n)
+                    .arg(n)
+                    .arg(base::PlainText(amount), base::PlainText(discount),
+                         base::PlainText(amount - discount)));
         }
     }
 
