@@ -74,11 +74,11 @@ private slots:
     void Fill_appendsUntilCleared() {
         FlexGrid grid;
         grid.SetCols(3);
-        grid.FillFrom(ExamsOf(kThree), kFields);
+        grid.FillFrom(ExamsOf(u"|CHEST;102|SKULL"_s), kFields);
         grid.FillFrom(ExamsOf(u"201|ARM"_s), kFields);
-        QCOMPARE(Texts(grid, 1), u"|101|102|103|201"_s);
+        QCOMPARE(Texts(grid, 2), u"|CHEST|SKULL|ARM"_s);
         grid.Clear();
-        QCOMPARE(Texts(grid, 1), u"||||"_s);
+        QCOMPARE(Texts(grid, 2), u"|||"_s);
         grid.SetRows(2);
         grid.FillFrom(ExamsOf(u"201|ARM"_s), kFields);
         QCOMPARE(Texts(grid, 2), u"|ARM"_s);
@@ -174,6 +174,10 @@ private slots:
         QCOMPARE(changed, (QList<QVariantList>{{2}, {3}, {1}}));
         QTest::keyClick(&shown.Grid, Qt::Key_Insert, Qt::ControlModifier);
         QCOMPARE(QApplication::clipboard()->text(), u"101\tCHEST"_s);
+        shown.Grid.SetRowChosenByHand();
+        QCOMPARE(shown.Grid.Row(), 0);
+        QTest::keyClick(&shown.Grid, Qt::Key_Down);
+        QCOMPARE(shown.Grid.Row(), 1);
     }
 };
 

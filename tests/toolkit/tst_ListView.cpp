@@ -143,6 +143,7 @@ private slots:
 
     void Row_isChosenAndOpenedByMouse() {
         Shown shown;
+        QTest::mouseClick(shown.List.viewport(), Qt::LeftButton, {}, QPoint(50, 250));
         shown.Click(2);
         QCOMPARE(shown.Chosen, (QList<QVariantList>{{2}}));
         shown.Click(2);
