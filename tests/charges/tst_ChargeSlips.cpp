@@ -16,56 +16,12 @@ private slots:
     }
     void cleanup() { CloseAll(); }
 
-    void Load_tellsOfAnEmptyFund() {
-        m_case->Sponsor({0});
-        Answer(BoxAnswer::Ok);
-        OpenSheet();
-        QCOMPARE(Said().Text,
-                 u"Cannot post charges, CDF Balance is 0.00 or Cost Center is not applicable for "
-                 "the Fund.Contact Credit and Collection for Information"_s);
-        m_window->Charge(u"CA"_s, u"101"_s);
-        QVERIFY(!Button("cmdSave").isVisible());
-        QVERIFY(!Button("cmdSavePrint").isVisible());
-        PressKey(Qt::Key_Escape);
-        QCOMPARE(m_window->Focus(), u"cmdClose"_s);
-    }
-
-    void Save_writesTheLinesInOrder() {
+    void Save_letsTheFundsPayLineByLine() {
         m_case->Sponsor({300, 200, 1000});
         OpenSheet();
         TypeThreeKinds();
-        const QString stock =
-            u"SELECT OnHand FROM BILLING..tbDrugStock WHERE DrugCode = '102' AND "
-            "LocationID = '46'"_s;
-        const double before = Ask(stock).toDouble();
         const ShownWindows shown;
-        const CommandLog log;
         m_window->Press("cmdSave");
-        QStringList heads;
-        for (const QString& command : log.Sent)
-            heads << command.section(QRegularExpression(u"[ ']"_s), 0, 0).section(u'.', -1);
-        const QString fund = u"sp_PDAF_GetAllocation sp_PDAF_GetAllocation_RegAccount "_s;
-        const QString share = u"sp_PARS_SaveCompanyPayment SP_PDAF_UpdateOPDRegistration "_s;
-        const QString request = u"sp_CAPD_SaveRequest "_s;
-        QCOMPARE(heads.join(u' '),
-                 u"BeginTrans SELECT BeginTrans UPDATE CommitTrans sp_Pars_CheckCompany "
-                 "sp_PDAF_GetBalance sp_StockCard_Append "_s +
-                     fund + share + share + share + request + u"sp_capd_addbill "_s + fund + share +
-                     request + u"sp_CAPD_DoctorCharge "_s + fund + share + request +
-                     u"CommitTrans sp_Pars_CheckCompany sp_PDAF_GetBalance "
-                     "sp_PDAF_GetRemBill"_s);
-        const QString slip = LastSlip(), visit = m_case->IdNum, patient = m_case->HospNum;
-        const QStringList written{
-            u"CLINICAL_AREA..sp_CAPD_SaveRequest '%3','%2','C7','102','2','780.50','OPD','%1','CA',"
-            "'4601','0','Dr. N. O''Faraway'"_s,
-            u"CLINICAL_AREA..sp_capd_addbill '%1','%2','501','450.00','4601','%3','CY'"_s,
-            u"CLINICAL_AREA..sp_CAPD_DoctorCharge '%1','%2','802','500.00','4601','%3'"_s};
-        for (const QString& command : written)
-            QVERIFY(log.Sent.contains(command.arg(slip, visit, patient)));
-        const QString card = log.Sent.filter(u"sp_StockCard_Append"_s).value(0);
-        QCOMPARE(card.section(u',', 4),
-                 u"'%1','2','0','624.4','4601','PRN','','46','','OPD','0','CA','CA','*',"
-                 "NULL,NULL,NULL,'O',NULL,'1',NULL,NULL,NULL,NULL,NULL,NULL,'156.1'"_s.arg(slip));
         QCOMPARE(shown.Titles, QStringList(u"Viewing"_s));
         QVERIFY(!m_window->Window.isVisible());
         // 1574.40 in all: the funds give their 1500.00, 74.40 of the doctor's fee stay the
@@ -73,19 +29,8 @@ private slots:
         QCOMPARE(m_case->FundBalances(), u"0;0;0"_s);
         QCOMPARE(
             Ask(u"SELECT ItemID, AccountNum, Amount, RevenueID FROM BILLING..tbCompanyPayment "
-                "WHERE RefNum = '%1' ORDER BY RequestNum"_s.arg(slip)),
+                "WHERE RefNum = '%1' ORDER BY RequestNum"_s.arg(LastSlip())),
             u"102|T-1|300|CY;102|T-2|200|CY;102|T-3|124.4|CY;501|T-3|450|CY;802|T-3|425.6|MD"_s);
-        QCOMPARE(Ask(stock).toDouble(), before - 2);
-    }
-
-    void Save_withoutSponsorAsksNoFund() {
-        OpenSheet();
-        QVERIFY(!Button("cmdCDF").isVisible());
-        TypeThreeKinds();
-        const CommandLog log;
-        m_window->Press("cmdSave");
-        QVERIFY(log.Sent.filter(u"PDAF"_s).isEmpty());
-        QCOMPARE(LinesOfLastSlip(), 3);
     }
 
     void Save_refuses_data() {
@@ -261,13 +206,7 @@ private slots:
         base::Clock::Replace([] { return QDateTime(QDate(2031, 3, 5), QTime(14, 7)); });
         OpenSheet();
         ChooseFirstSlip(*m_window);
-        const CommandLog log;
         m_window->Press("cmdRePrint");
-        QCOMPARE(log.Sent.filter(u"DELETE"_s),
-                 QStringList(u"DELETE clinical_area..tbCAPDChargeSlip"_s));
-        QCOMPARE(log.Sent.filter(u"PrintChargeSlip"_s).first(),
-                 u"CLINICAL_AREA..sp_CAPD_PrintChargeSlip '102','DIALYSIS SOLUTION 2.3% "
-                 "2 L','2','390.25','780.5','CA','4601','156.1','624.4'"_s);
         const QString foot = u"REPRINT by Nurse Two (4602), 3/5/2031 2:07:00 PM\n"_s;
         QVERIFY2(shown.Pages.contains(foot), qPrintable(shown.Pages));
         QCOMPARE(shown.Pages.remove(foot), first);
@@ -288,13 +227,7 @@ private slots:
         m_window->Press("cmdSave");
         OpenSheet();
         ChooseFirstSlip(*m_window);
-        const CommandLog log;
         m_window->Press("cmdRevoke");
-        QVERIFY(log.Sent.contains(
-            u"CLINICAL_AREA..sp_CAPD_DoctorCharge '%1','%2','802','-500','4601','%3'"_s.arg(
-                LastSlip(), m_case->IdNum, m_case->HospNum)));
-        QCOMPARE(log.Sent.filter(u"sp_CAPD_GetPackage"_s).size(), 1);
-        QCOMPARE(log.Sent.filter(u"sp_StockCard_Append"_s).size(), 2);
         QCOMPARE(Ask(standing), before);
         // The unit's own fee stays listed, billed and paid.
         QCOMPARE(m_case->FundBalances(), u"300;200;4550"_s);
@@ -318,9 +251,13 @@ private slots:
         const QString saved = SlipCase::State();
         Answer(BoxAnswer::Ok, 2);
         other.Press("cmdSave");
-        QVERIFY(Said().Text.startsWith(u"Cannot post charges, CDF Balance is 0.00"));
+        QCOMPARE(Said().Text,
+                 u"Cannot post charges, CDF Balance is 0.00 or Cost Center is not applicable for "
+                 "the Fund.Contact Credit and Collection for Information"_s);
         QCOMPARE(SlipCase::State(), saved);
         QVERIFY(!Find<QPushButton>(other.Window, "cmdSavePrint").isVisible());
+        QTest::keyClick(&other.Grid, Qt::Key_Escape);
+        QCOMPARE(other.Focus(), u"cmdClose"_s);
 
         OpenSheet();
         ChooseFirstSlip(*m_window);

@@ -1,12 +1,9 @@
-#include <QRandomGenerator>
-#include <QtTest>
+#include "funds/clsPDAF.h"
 
-#include "CommandLog.h"
-#include "Rows.h"
-#include "Session.h"
+#include "WindowTest.h"
 #include "base/Numbers.h"
 #include "db/CommandText.h"
-#include "funds/clsPDAF.h"
+#include "funds/frmPDAF.h"
 #include "funds/modCDF.h"
 
 namespace {
@@ -57,22 +54,6 @@ private slots:
         Pay(amount);
         QCOMPARE(Payments(), payments);
         QCOMPARE(Fault({{u"C1D"_s, amount}}), QString());
-    }
-
-    void Save_sendsEveryShareAndTheRegistrationAfterIt() {
-        MakeFund({300, 200});
-        const CommandLog log;
-        Pay(450.5);
-        const QStringList expected{
-            u"BILLING..sp_PDAF_GetAllocation 'H-1','CY'"_s,
-            u"BILLING..sp_PDAF_GetAllocation_RegAccount 'H-1','A900B','CY'"_s,
-            u"BILLING..sp_PARS_SaveCompanyPayment 'A900B','H-1','Q-1','300','C1D','C',"
-            "'CY','10','4601', '501'"_s,
-            u"BILLING..SP_PDAF_UpdateOPDRegistration 'H-1','A900B'"_s,
-            u"BILLING..sp_PARS_SaveCompanyPayment 'A900B','H-1','Q-2','150.5','C1D','C',"
-            "'CY','20','4601', '501'"_s,
-            u"BILLING..SP_PDAF_UpdateOPDRegistration 'H-1','A900B'"_s};
-        QCOMPARE(log.Sent, expected);
     }
 
     void Save_readsFiftyAccountsAtMost() {
@@ -134,6 +115,14 @@ private slots:
         m_fund->SetHospNum(u"nobody"_s);
         m_fund->SetIdNum(u"nowhere"_s);
         QCOMPARE(figures(), expected);
+        // The fund's window shows them, of its own patient, and is not shown without.
+        QCOMPARE(Shown(kHospNum, kIdNum), u"500|150|450|100"_s);
+        QCOMPARE(Shown(u"nobody"_s, u"nowhere"_s), u"0|0|0|0"_s);
+        frmPDAF window;
+        PluggedDriver::GoesAfter(1);
+        QVERIFY_EXCEPTION_THROWN(window.exec(), base::DatabaseError);
+        PluggedDriver::Returns();
+        QVERIFY(!window.isVisible());
     }
 
     void Money_isNeverMadeOrLost_data() {
@@ -228,6 +217,23 @@ private:
             .replace(u';', u' ');
     }
 
+    /// Allocated, left, billed and left to pay in the fund's window, until Enter closes it.
+    static QString Shown(const QString& hospNum, const QString& idNum) {
+        frmPDAF window;
+        window.SetIdNum(idNum);
+        window.SetHospNum(hospNum);
+        QStringList shown;
+        PickListKeys keys([&](QDialog& fund) {
+            for (const char* box :
+                 {"txtTotalCDF", "txtCDFBalance", "txtHospBill", "txtNetHospBill"})
+                shown << TextOf(fund, box);
+            QTest::keyClick(fund.focusWidget(), Qt::Key_Return);
+            QVERIFY(!fund.isVisible());
+        });
+        window.exec();
+        return shown.join(u'|');
+    }
+
     /// Empty when no money was made or lost; else where.
     static QString Fault(const QMap<QString, double>& netOfSlip) {
         const auto cents = [](const QString& money) { return qRound64(money.toDouble() * 100); };
@@ -258,5 +264,5 @@ private:
     std::optional<clsPDAF> m_fund;
 };
 
-QTEST_GUILESS_MAIN(tst_clsPDAF)
+QTEST_MAIN(tst_clsPDAF)
 #include "tst_clsPDAF.moc"

@@ -86,11 +86,6 @@ private slots:
         }
         m_hub->Open(Patient(m_second));
         ExpectRequestsOf(m_second);
-        // The widths stated as parts of the window's, in twips.
-        BringUp(*m_hub);
-        const double width = Pending().width() * 1440.0 / Pending().logicalDpiX();
-        QCOMPARE(Pending().ColWidth(5), int(std::nearbyint(width / 13)) + 200);
-        QCOMPARE(Pending().ColWidth(6), int(std::nearbyint(width / 5)));
     }
 
     void Requests_thatCannotBeReadAreEmpty() {

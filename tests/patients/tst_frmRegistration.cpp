@@ -76,32 +76,6 @@ private slots:
         QVERIFY(!Find<QRadioButton>(*m_sheet, "optPurpose1").isChecked());
     }
 
-    void Enter_goesAlongTheSheetToTheSaveButton() {
-        m_sheet = Open(u"200001"_s);
-        QVERIFY(QTest::qWaitForWindowActive(m_sheet.get()));
-        QStringList passed;
-        for (int press = 0; press < 30 && !Find<QPushButton>(*m_sheet, "cmdSave").hasFocus();
-             ++press) {
-            passed << m_sheet->focusWidget()->objectName();
-            QTest::keyClick(m_sheet->focusWidget(), Qt::Key_Return);
-        }
-        const QString chain = passed.join(u' ');
-        for (const char* part : {"txtDiagnosis dtAcutePDStart",
-                                 "txtWeight txtDiet txtBloodPressure txtFluidRestriction "
-                                 "txtBloodType txtHBsAg dtShifted",
-                                 "txtNewdialysis txtReson dtShiftedBack"})
-            QVERIFY2(chain.contains(QLatin1String(part)), qPrintable(chain));
-        QCOMPARE(passed.back(), u"txtComments"_s);
-        // Esc loses nothing, and Delete takes a choice back.
-        QTest::keyClick(m_sheet->focusWidget(), Qt::Key_Escape);
-        QVERIFY(m_sheet->isVisible() && Find<QPushButton>(*m_sheet, "cmdClose").hasFocus());
-        auto* option = &Find<QRadioButton>(*m_sheet, "optCatheter1");
-        option->setFocus();
-        option->click();
-        QTest::keyClick(option, Qt::Key_Delete);
-        QVERIFY(!option->isChecked());
-    }
-
     void Fields_takeWhatTheirColumnsHold() {
         m_sheet = Open(u"200005"_s);
         QVERIFY(!TextIn("txtAddress1").isEmpty());
@@ -168,14 +142,6 @@ private slots:
             Click(*m_sheet, "cmdSave");
             QCOMPARE(m_sheet->result(), int(QDialog::Accepted));
         }
-    }
-
-    void FailedSave_keepsTheSheet() {
-        m_sheet = Open(u"999999"_s);
-        Find<QLineEdit>(*m_sheet, "txtDiet").setText(u"low salt"_s);
-        QVERIFY_EXCEPTION_THROWN(Click(*m_sheet, "cmdSave"), base::DatabaseError);
-        QVERIFY(m_sheet->isVisible() && Find<QPushButton>(*m_sheet, "cmdSave").isEnabled());
-        QCOMPARE(TextIn("txtDiet"), u"low salt"_s);
     }
 
     void ServerGone_atAnyCommandSavesAllOrNothing() {

@@ -293,29 +293,24 @@ private slots:
         QCOMPARE(m_window->Grid.Rows(), 3);
     }
 
-    void ServerGone_data() {
-        Columns<int>();
-        Row("at once", 0);
-        Row("after one command", 1);
-        Row("after two commands", 2);
-    }
-
     // What the pharmacy's window survives closes the supplies' one.
-    void ServerGone() {
-        auto [answered] = Fetch<int>();
-        const auto lose = [&](auto& window, const QString& code, const QString& message,
-                              bool staysOpen) {
+    void ServerGone_isToldAtAnyCommand() {
+        const auto lose = [&](auto& window, int answered, const QString& code,
+                              const QString& message, bool staysOpen) {
             Answer(BoxAnswer::Ok);
             PluggedDriver::GoesAfter(answered);
+            window.Box.clear();
             window.Enter(code);
             PluggedDriver::Returns();
             QCOMPARE(Said().Text, message + u"The server is gone."_s);
             QCOMPARE(window.Window.isVisible(), staysOpen);
             QCOMPARE(window.At(), QPoint(1, 1));
         };
-        lose(*m_window, u"1001"_s, u"Error While Selecting Medicine  "_s, true);
-        Supplies supplies(m_patient);
-        lose(supplies, u"201"_s, u"Error While Selecting Supply  "_s, false);
+        for (int answered = 0; answered < 3; ++answered) {
+            lose(*m_window, answered, u"1001"_s, u"Error While Selecting Medicine  "_s, true);
+            Supplies supplies(m_patient);
+            lose(supplies, answered, u"201"_s, u"Error While Selecting Supply  "_s, false);
+        }
         QCOMPARE(m_patient.Reloads, 0);
     }
 
