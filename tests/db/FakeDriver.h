@@ -16,7 +16,6 @@ struct FakeServer {
     std::function<qint64(const QString& command, embedded::RowSink& sink)> Answer;
     std::map<QString, std::vector<QString>> Keys;
     QStringList Steps;
-    QString DefaultDatabase;
     bool CommitFails = false;
 };
 
@@ -27,13 +26,12 @@ public:
         m_server.Steps << command;
         return m_server.Answer(command, sink);
     }
-    void SetDefaultDatabase(const QString& name) override { m_server.DefaultDatabase = name; }
+    void SetDefaultDatabase(const QString&) override {}
     void BeginTrans() override { m_server.Steps << u"begin"_s; }
     void CommitTrans() override {
         m_server.Steps << u"commit"_s;
-        if (m_server.CommitFails) {
+        if (m_server.CommitFails)
             throw base::DatabaseError(1205, u"deadlock"_s);
-        }
     }
     void RollbackTrans() override { m_server.Steps << u"rollback"_s; }
     std::vector<QString> KeyColumns(const QString& table) override { return m_server.Keys[table]; }

@@ -11,13 +11,7 @@ class tst_CommandText : public QObject {
     Q_OBJECT
 
 private slots:
-    void Call_quotesEveryArgument() {
-        const QString procedure = u"CLINICAL_AREA..sp_CAPD_GetVisits"_s;
-        QCOMPARE(db::Call(procedure), procedure);
-        QCOMPARE(db::Call(procedure, {QString()}), procedure + u" ''"_s);
-        QCOMPARE(db::Call(procedure, {u"O'Hara"_s, u"5"_s, u"'; DELETE x --"_s}),
-                 procedure + u" 'O''Hara','5','''; DELETE x --'"_s);
-    }
+    void Call_withoutArgumentsIsItsName() { QCOMPARE(db::Call(u"p"_s), u"p"_s); }
 
     void Value_thatNoServerTakes_isRefused_data() {
         Columns<QString, QString>();
@@ -69,12 +63,6 @@ private slots:
         auto [text, kept, password] = Fetch<QString, QString, QString>();
         QCOMPARE(db::WithoutLogOn(text), kept);
         QCOMPARE(db::LogOnOf(text).Password, password);
-    }
-
-    void LogOn_isAddedInBraces() {
-        QCOMPARE(db::WithLogOn(u"DSN=h"_s, {u"ana"_s, u"a;b}c"_s}),
-                 u"DSN=h;UID={ana};PWD={a;b}}c}"_s);
-        QCOMPARE(db::WithLogOn(u"DSN=h;"_s, {}), u"DSN=h;"_s);
     }
 
     void Secrets_areBlottedOut() {

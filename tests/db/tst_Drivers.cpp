@@ -216,10 +216,12 @@ private slots:
     void Update_meetsTheRowThatWasRead() {
         m_connection->Execute(
             u"INSERT INTO slip (id, part, amount, seen) VALUES (1, 'O''Hara', 0.1, "
-            "'2026-03-07T13:05:09.997'), (2, 'b', 0.1, '2026-03-07T13:05:09.997')"_s);
+            "'2026-03-07T13:05:09.997'), (2, 'O''Hara', 0.1, '2026-03-07T13:05:09.997'), "
+            "(1, 'z', 0.1, '2026-03-07T13:05:09.997')"_s);
         Recordset slips;
-        slips.Open(u"SELECT id, part, amount, paid, seen, note AS remarks FROM slip ORDER BY id"_s,
-                   m_connection, 2, kChangeInPlace);
+        slips.Open(
+            u"SELECT id, part, amount, paid, seen, note AS remarks FROM [slip] ORDER BY part, id"_s,
+            m_connection, 2, kChangeInPlace);
         slips.Fields(u"amount"_s).SetValue(Value(0.3));
         slips.Fields(u"paid"_s).SetValue(0);
         slips.Fields(u"seen"_s).SetValue(
@@ -229,14 +231,13 @@ private slots:
         slips.Fields(u"seen"_s).SetValue(Value(QDateTime(QDate(2026, 3, 8), QTime(1, 2, 3, 40))));
         slips.Fields(u"remarks"_s).SetValue(Value());
         slips.Update();
-        const auto after = m_connection->Execute(kSelect);
+        const auto after = m_connection->Execute(u"SELECT * FROM slip ORDER BY part, id"_s);
         QVERIFY(after->Fields(u"amount"_s).Value() == Value(0.3));
         QVERIFY(after->Fields(u"paid"_s).Value() == Value(0));
         QCOMPARE(after->Fields(u"seen"_s).Value().Moment(),
                  QDateTime(QDate(2026, 3, 8), QTime(1, 2, 3, 40)));
         QVERIFY(after->Fields(u"note"_s).Value().IsNull());
-        after->MoveNext();
-        QVERIFY(after->Fields(u"amount"_s).Value() == Value(0.1));
+        QCOMPARE(Text(u"SELECT COUNT(*) FROM slip WHERE amount = 0.1"_s), u"2"_s);
     }
 
     void Update_refusesARowChangedMeanwhile() {
@@ -255,23 +256,6 @@ private slots:
         other->Execute(u"UPDATE slip SET note = 'again'"_s);
         mine.Update();
         QCOMPARE(Text(u"SELECT note FROM slip WHERE amount = 6"_s), u"again"_s);
-    }
-
-    void Update_sendsTheKeyInItsOrder() {
-        m_connection->Execute(
-            u"INSERT INTO slip (id, part, amount) VALUES (1, 'a', 5), (2, 'a', 5), (1, 'b', 5)"_s);
-        Recordset rows;
-        rows.Open(u"SELECT amount, part, id FROM [slip] WHERE id = 2"_s, m_connection, 2,
-                  kChangeInPlace);
-        rows.Fields(0).SetValue(6);
-        QString sent;
-        Connection::SetCommandHook([&sent](const QString& command) { sent += command; });
-        rows.Update();
-        Connection::SetCommandHook({});
-        QCOMPARE(sent,
-                 u"BeginTransUPDATE [slip] SET [amount] = '6' WHERE [amount] = "
-                 "'5.0000000000000000' AND [part] = 'a' AND [id] = '2'CommitTrans"_s);
-        QCOMPARE(Text(u"SELECT COUNT(*) FROM slip WHERE amount = 6"_s), u"1"_s);
     }
 
 private:
