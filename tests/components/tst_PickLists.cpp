@@ -200,6 +200,17 @@ private slots:
         QVERIFY(!clsListDrugs().InitConnection(nullptr));
     }
 
+    // The record of another item must not price a line.
+    void Supply_thatIsNotThere_leavesNoRecord() {
+        clsDrug drug;
+        QVERIFY(!drug.InitConnect(nullptr));
+        QVERIFY(drug.InitConnect(m_connection) && drug.SearchDrug(u"116"_s, u"46"_s));
+        QCOMPARE(drug.Drug().DrugCode, u"116"_s);
+        QVERIFY(!drug.SearchDrug(u"1'6"_s, u"46"_s));
+        QCOMPARE(drug.Drug().DrugCode + drug.Drug().DrugName, QString());
+        QCOMPARE(drug.Drug().SellingPriceOut, 0.0);
+    }
+
     void Listing_findsAStayByItsWholeNumber() {
         for (const int code : {PatientLister::kInpatients, PatientLister::kOutpatients}) {
             const bool inpatients = code == PatientLister::kInpatients;

@@ -30,13 +30,6 @@ private slots:
         m_connection = m_hospital->Connect();
     }
 
-    void LogIn_admitsTheRightPassword() {
-        const auto user = UserStore(*m_connection).LogIn(kUser, kPassword, u"46"_s);
-        QVERIFY(user);
-        QCOMPARE(user->DeptCode, u"46"_s);
-        QVERIFY(!user->EmployeeCode.isEmpty() && !user->EmployeeName.isEmpty());
-    }
-
     void LogIn_refusesAllAlike_data() {
         Columns<QString, QString>();
         QTest::newRow("wrong password") << kUser << kWrong;
