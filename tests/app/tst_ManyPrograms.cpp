@@ -62,20 +62,9 @@ void Revoke(const QStringList& assessments) {
     }
 }
 
-int RunProgram(const QStringList& arguments) {
-    if (arguments[0] == u"save")
-        return SlipProgram::Run(arguments);
-    try {
-        const Session session(arguments[1]);
-        if (arguments[0] == u"register")
-            Register(arguments[5].split(u','));
-        else
-            Revoke(arguments[5].split(u','));
-        return 0;
-    } catch (const base::RuntimeError& error) {
-        std::cerr << error.Number() << ' ' << error.what() << std::endl;
-        return 2;
-    }
+void Work(const QStringList& arguments) {
+    const QStringList records = arguments[5].split(u',');
+    arguments[0] == u"register" ? Register(records) : Revoke(records);
 }
 
 }  // namespace
@@ -154,7 +143,7 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     const QStringList arguments = application.arguments();
     if (arguments.value(1) == u"--slips")
-        return RunProgram(arguments.mid(2));
+        return SlipProgram::Run(arguments.mid(2), Work);
     tst_ManyPrograms test;
     return QTest::qExec(&test, argc, argv);
 }

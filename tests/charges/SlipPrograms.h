@@ -21,8 +21,9 @@ public:
         return {u"--slips"_s, work, file, patient.IdNum, patient.HospNum, QString::number(number)};
     }
 
-    /// The exit status; 0 when all went well.
-    static int Run(const QStringList& arguments) {
+    /// The exit status; 0 when all went well. What is no work on slips is done by `other`.
+    static int Run(const QStringList& arguments,
+                   const std::function<void(const QStringList&)>& other = {}) {
         try {
             const QString work = arguments[0];
             const Session session(arguments[1]);
@@ -33,6 +34,8 @@ public:
                 program.SaveAndRevokeForEver();
             else if (work == u"assess")
                 program.AssessForEver();
+            else if (other)
+                other(arguments);
             else
                 return program.Print() ? 0 : 3;
             return 0;

@@ -78,9 +78,7 @@ private slots:
                             const QString& arguments) {
             QTest::newRow(name) << QString::fromLatin1(field) << pasted << Search(arguments);
         };
-        row("number in upper case", "txtIdNum", u"a10b"_s, u"1','','A10B','"_s);
         row("blanks around", "txtHospNum", u"  h 1  "_s, u"1','H 1','','"_s);
-        row("quote", "txtLastName", u"zzo'hara"_s, u"1','','','ZZO''HARA"_s);
         row("accent and emoji", "txtLastName", u"peña 🙂"_s, u"1','','','PEÑA 🙂"_s);
         row("100,000 letters", "txtIdNum", QString(100000, u'x'),
             u"1','','"_s + QString(100000, u'X') + u"','"_s);

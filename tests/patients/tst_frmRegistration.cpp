@@ -1,5 +1,7 @@
 #include "patients/frmRegistration.h"
 
+#include <span>
+
 #include "WindowTest.h"
 #include "db/CommandText.h"
 #include "toolkit/DateEdit.h"
@@ -41,6 +43,13 @@ private slots:
             else
                 Find<QLineEdit>(*m_sheet, field).setText(text);
         }
+        // Enter goes along the fields in their order.
+        Find<QLineEdit>(*m_sheet, "txtWeight").setFocus();
+        for (const auto& [field, text] : std::span(kSheet).subspan(5)) {
+            QCOMPARE(m_sheet->focusWidget()->objectName(), QLatin1String(field));
+            QTest::keyClick(m_sheet->focusWidget(), Qt::Key_Return);
+        }
+        QCOMPARE(m_sheet->focusWidget()->objectName(), u"cmdSave"_s);
         for (const char* option :
              {"optWithPeritonitis1", "optChronicPD1", "optCatheter0", "optPurpose1"})
             Find<QRadioButton>(*m_sheet, option).setChecked(true);

@@ -23,13 +23,10 @@ private slots:
 
     void Line_isFilledByKeys_data() {
         Columns<bool, QString, QString>();
-        Row("medicine by code", true, "1001 bid - food",
-            " 1|1001|AMLODIPINE 5 MG|BID|2|17|FOOD||8.5");
         Row("medicine by name, another price", true, "sevel tid 7 o'hara's",
             " 1|1022|SEVELAMER 800 MG|TID|7|311.5|O'HARA'S||44.5");
         Row("medicine, dosage by name", true, "1001 three - -",
             " 1|1001|AMLODIPINE 5 MG|TID|3|25.5|||8.5");
-        Row("supply by code", false, "201 - 3 -", " 1|201|STERILE GAUZE 4X4|PRN|3|66||22|");
         Row("supply by name, the same price", false, "steri now 1/2 -",
             " 1|201|STERILE GAUZE 4X4|NOW|1/2|22||22|");
     }
