@@ -69,16 +69,23 @@ private slots:
         QCOMPARE(Faults(sources), QStringList());
     }
 
-    void Symbols_stayInTheirFolder() { QCOMPARE(MisplacedWords(kSources), QStringList()); }
-
-    void Disorder_isNamed() {
+    void Faults_areNamed() {
         QTemporaryDir dir;
-        Write(dir.filePath(u"db/Good.cpp"_s), "#include \"base/Errors.h\"\n#include <sql.h>\n");
-        Write(dir.filePath(u"db/Bad.cpp"_s),
-              "#include \"toolkit/MsgBox.h\"\n#include <sqlite3.h>\nQMessageBox box;\n");
-        Write(dir.filePath(u"patients/Sideways.cpp"_s), "#include \"funds/modCDF.h\"\n");
-        QCOMPARE(UpwardIncludes(dir.path()).size(), 2);
-        QCOMPARE(MisplacedWords(dir.path()).size(), 2);
+        const std::pair<QString, QByteArray> sources[] = {
+            {u"db/Good.cpp"_s, "#include \"base/Errors.h\"\n#include <sql.h>\n"},
+            {u"db/Up.cpp"_s, "#include \"toolkit/MsgBox.h\"\n"},
+            {u"patients/Sideways.cpp"_s, "#include \"funds/modCDF.h\"\n"},
+            {u"db/Words.cpp"_s, "#include <sqlite3.h>\nQMessageBox box;\n"}};
+        for (const auto& [path, text] : sources) {
+            QDir(dir.path()).mkpath(path.section(u'/', 0, 0));
+            QFile file(dir.filePath(path));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) > 0);
+        }
+        QCOMPARE(Faults(QDir(dir.path())),
+                 (QStringList{u"db/Up.cpp: #include \"toolkit/MsgBox.h\""_s,
+                              u"db/Words.cpp: #include <sqlite3.h>"_s,
+                              u"db/Words.cpp: QMessageBox box;"_s,
+                              u"patients/Sideways.cpp: #include \"funds/modCDF.h\""_s}));
     }
 };
 
