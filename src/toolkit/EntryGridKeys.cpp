@@ -26,8 +26,10 @@ bool IsRemoveLine(const QKeyEvent& event) {
 
 }  // namespace
 
+// A key that the editor has no use for, as Ctrl+End, comes here as well: what is being typed is its
+// cell's, and the cursor stays with it.
 void EntryGrid::keyPressEvent(QKeyEvent* event) {
-    event->setAccepted(m_commit || HandleKey(event));
+    event->setAccepted(m_commit || m_editing || HandleKey(event));
 }
 
 bool EntryGrid::HandleKey(QKeyEvent* event) {

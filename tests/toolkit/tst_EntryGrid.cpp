@@ -29,6 +29,7 @@ private slots:
         row("101 Right", kCode, "1,3/2", "CY|101|TUBE|STAT|-8|5", 1);
         row("101 Left", kCode, "1,1/2", "CY|101|TUBE|STAT|-8|5", 1);
         row("101 Backtab", kCode, "1,1/2", "CY|101|TUBE|STAT|-8|5", 1);
+        row("101 Ctrl+End Ctrl+Home Return", kCode, "1,4/2", "CY|101|TUBE|STAT|-8|5", 1);
         row("101 Up", kCode, "1,2/2", "CY|101|TUBE|STAT|-8|5", 1);
         row("101 Down", kCode, "2,1/3", "CY|101|TUBE|STAT|-8|5", 1);
         row("Return", kCode, "1,4/2", same, 0);
