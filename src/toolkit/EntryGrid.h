@@ -23,8 +23,8 @@ class PickList;
 /// Typing replaces a cell's content, F2 or a double click edits it in place, Delete and Backspace
 /// empty it, Ctrl+Insert and Shift+Insert copy and paste. Enter and Tab go to the next cell that
 /// may be typed in; Enter behind the last one and Down on the last line begin a new line once the
-/// last has an entry in its key column. Ctrl+Delete removes the line. The look-up key, F4 or Alt+Down
-/// open a cell's list. Esc takes back what is being typed, else it leaves the grid.
+/// last has an entry in its key column. Ctrl+Delete removes the line. The look-up key, F4 or
+/// Alt+Down open a cell's list. Esc takes back what is being typed, else it leaves the grid.
 ///
 /// A cell that was changed commits once, however it is left: its text stands in the grid, then
 /// CellCommitted is raised. When the handler does nothing, the cursor goes where it was going.
