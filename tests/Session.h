@@ -90,9 +90,9 @@ inline QString Ask(const QString& query) {
     return rows.join(u';');
 }
 
-/// Lets the server go after each command of the action in turn. Until the action stands, all that
-/// `state` tells is as it was before it. Returns how often it was refused: the last time, if it
-/// still threw then, behind its commit.
+/// Lets the server go before the first command of the action, then before the second and so on,
+/// until `state` differs. Returns how many were answered then: a smaller number than that of the
+/// action's commands and commits means that half of it was written. -1: it never differed.
 inline int LoseServerAtEachCommand(const std::function<QString()>& state,
                                    const std::function<void()>& act) {
     const QString before = state();

@@ -49,7 +49,7 @@ QString NameOf(const QString& command) {
 }
 
 // The demo hospital's dates are counted back from today; log-ins name the station.
-QString Everywhere(QString command) {
+QString WithoutDayAndStation(QString command) {
     static const QRegularExpression date(
         u"\\d{1,2}/\\d{1,2}/\\d{4}( \\d{1,2}:\\d\\d(:\\d\\d)?( [AP]M)?)?|"
         "\\d{4}-\\d\\d-\\d\\d[ T]\\d\\d:\\d\\d:\\d\\d(\\.\\d+)?"_s);
@@ -96,7 +96,7 @@ QString RoundTrips::Commands() const {
             continue;
         all += u"\n## %1\n\n"_s.arg(step.Name);
         for (const QString& command : step.Sent)
-            all += u"    "_s + Everywhere(command) + u'\n';
+            all += u"    "_s + WithoutDayAndStation(command) + u'\n';
     }
     return all;
 }

@@ -63,7 +63,7 @@ struct WholeDay {
     }
 };
 
-// Lines of a file in the folder that are not those of the docs: the first one is told.
+// Compares a file that the tour wrote with the one in the docs; prints the first line that differs.
 bool IsAsInDocs(const QDir& docs, const QDir& folder, const QString& name) {
     const auto lines = [&](const QDir& of) {
         QFile file(of.filePath(name));

@@ -45,6 +45,17 @@ protected:
     static constexpr char kCancel[] = "cmdMedOption1";
     static constexpr char kDelete[] = "cmdMedOption2";
 
+    /// Begins with the pharmacy's sheet open.
+    void Open() {
+        SetUp();
+        m_patient = ScreenPatient(u"A7B"_s, u"7"_s);
+        m_window = std::make_unique<Pharmacy>(m_patient);
+    }
+    void Close() {
+        m_window.reset();
+        TearDown();
+    }
+
     /// A request of the visit to the pharmacy, waiting or processed just now.
     static void Request(const char* code, bool processed) {
         Do(u"INSERT INTO STATION..tbNurseLogBook (HospNum, IdNum, PatientType, ItemCode, Amount, "
@@ -58,4 +69,5 @@ protected:
     }
 
     ScreenPatient m_patient{u"A7B"_s, u"7"_s};
+    std::unique_ptr<Pharmacy> m_window;
 };

@@ -10,15 +10,8 @@ const QString kSaveError = u"Error While Saving Pharmacy Requests  "_s;
 class tst_WardSaving final : public WardTest {
     Q_OBJECT
 private slots:
-    void init() {
-        SetUp();
-        m_patient = ScreenPatient(u"A7B"_s, u"7"_s);
-        m_window = std::make_unique<Pharmacy>(m_patient);
-    }
-    void cleanup() {
-        m_window.reset();
-        TearDown();
-    }
+    void init() { Open(); }
+    void cleanup() { Close(); }
 
     void Save_writesEachLineInOneTransaction() {
         EnterLines(1);
@@ -146,8 +139,6 @@ private:
         for (int line = 1; line <= lines; ++line)
             m_window->Enter(u"%1 BID - no_%2"_s.arg(1000 + line).arg(line));
     }
-
-    std::unique_ptr<Pharmacy> m_window;
 };
 
 QTEST_MAIN(tst_WardSaving)

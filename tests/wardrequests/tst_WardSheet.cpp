@@ -11,15 +11,8 @@ const QString kLine = u"1001 BID - -"_s;
 class tst_WardSheet final : public WardTest {
     Q_OBJECT
 private slots:
-    void init() {
-        SetUp();
-        m_patient = ScreenPatient(u"A7B"_s, u"7"_s);
-        m_window = std::make_unique<Pharmacy>(m_patient);
-    }
-    void cleanup() {
-        m_window.reset();
-        TearDown();
-    }
+    void init() { Open(); }
+    void cleanup() { Close(); }
 
     void Line_isFilledByKeys_data() {
         Columns<bool, QString, QString>();
@@ -310,9 +303,6 @@ private slots:
         }
         QCOMPARE(m_patient.Reloads, 0);
     }
-
-private:
-    std::unique_ptr<Pharmacy> m_window;
 };
 
 QTEST_MAIN(tst_WardSheet)
