@@ -53,8 +53,8 @@ QString WithoutDayAndStation(QString command) {
     static const QRegularExpression date(
         u"\\d{1,2}/\\d{1,2}/\\d{4}( \\d{1,2}:\\d\\d(:\\d\\d)?( [AP]M)?)?|"
         "\\d{4}-\\d\\d-\\d\\d[ T]\\d\\d:\\d\\d:\\d\\d(\\.\\d+)?"_s);
-    return command.replace(date, u"<date>"_s)
-        .replace(u'\'' + QSysInfo::machineHostName() + u'\'', u"'<station>'"_s);
+    static const QRegularExpression station(u"(?<=sp_User_RecordLogin )(.*),'[^']*'$"_s);
+    return command.replace(date, u"<date>"_s).replace(station, u"\\1,'<station>'"_s);
 }
 
 }  // namespace
